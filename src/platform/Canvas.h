@@ -1,0 +1,73 @@
+// A retained drawing surface in user units, as the plot needs it.
+#pragma once
+
+#include <cstdint>
+
+namespace torvane::platform {
+
+/// 0x00BBGGRR, red in the low byte.
+using Colour = std::uint32_t;
+
+/// Pen styles, with the numbers of the plot file.
+enum class PenStyle { Solid = 0, Dotted = 2 };
+
+/// A point in user units.
+struct UserPoint {
+  double X = 0;
+  double Y = 0;
+};
+
+/// The retained shapes that lie over the pixels and are moved, never painted.
+enum class Overlay {
+  SheetRect,
+  LimitRect,
+  ZoomRect,
+  CrossLine1,
+  CrossLine2,
+  IconShape,
+  IconLine1,
+  IconLine2,
+  Count
+};
+
+/// Place and look of one overlay, corners in user units.
+struct OverlayState {
+  UserPoint From;
+  UserPoint To;
+  bool Visible = false;
+  Colour Border = 0;
+  Colour Fill = 0;
+  bool Filled = false;
+};
+
+/// Coordinates are user units of the last Scale. What was painted stays until Cls.
+class Canvas {
+ public:
+  virtual ~Canvas() = default;
+
+  /// User coordinates of the top left and bottom right corner. Pixels painted before stay.
+  virtual void Scale(UserPoint topLeft, UserPoint bottomRight) = 0;
+
+  /// Width of the user range (right less left) and its height (bottom less top: negative when Y
+  /// grows up the screen). Before the first Scale: the pixel size.
+  [[nodiscard]] virtual double ScaleWidth() const = 0;
+  [[nodiscard]] virtual double ScaleHeight() const = 0;
+
+  /// Wipes all pixels to the background. Overlays stay.
+  virtual void Cls() = 0;
+  virtual void SetBackground(Colour colour) = 0;
+
+  virtual void Line(double x1, double y1, double x2, double y2, Colour colour) = 0;
+  virtual void Box(double x1, double y1, double x2, double y2, Colour colour) = 0;
+  virtual void FilledBox(double x1, double y1, double x2, double y2, Colour colour) = 0;
+  virtual void Circle(double x, double y, double radius, Colour colour) = 0;
+
+  virtual void DrawStyle(PenStyle style) = 0;
+  /// Pen width in pixels, from 1.
+  virtual void DrawWidth(int pixels) = 0;
+
+  [[nodiscard]] virtual OverlayState GetOverlay(Overlay which) const = 0;
+  virtual void SetOverlay(Overlay which, const OverlayState& state) = 0;
+};
+
+}  // namespace torvane::platform

@@ -1,0 +1,66 @@
+// Files and directories by the system's own paths, with backslashes.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace torvane::platform {
+
+/// A file of fixed records, numbered from 1. Closed when it goes.
+class RecordFile {
+ public:
+  virtual ~RecordFile() = default;
+
+  /// Fills `bytes` (one record) from record `number`. False past the end; a short last record
+  /// counts as past the end.
+  virtual bool Read(std::uint32_t number, std::span<char> bytes) = 0;
+};
+
+/// The one place that turns the system's paths into the machine's: "\" or "/" divide, names are
+/// found without minding their case, and a path without a root stands under the working directory.
+/// Whatever cannot be done throws RuntimeFault, which names the path; tests of existence never do.
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  [[nodiscard]] virtual bool FileExists(std::string_view path) const = 0;
+  [[nodiscard]] virtual bool DirectoryExists(std::string_view path) const = 0;
+  virtual void MakeDirectory(std::string_view path) = 0;
+  virtual void RemoveDirectory(std::string_view path) = 0;
+
+  /// The whole file, byte for byte.
+  [[nodiscard]] virtual std::string ReadFile(std::string_view path) const = 0;
+
+  /// Replaces the file whole: written beside, flushed to the disk, renamed. A power cut leaves the
+  /// old or the new.
+  virtual void ReplaceFile(std::string_view path, std::string_view bytes) = 0;
+
+  /// Writes over the file without the care of ReplaceFile, for traces that nothing reads back.
+  virtual void OverwriteFile(std::string_view path, std::string_view bytes) = 0;
+
+  /// Adds to the end, making the file if it is missing.
+  virtual void AppendFile(std::string_view path, std::string_view bytes) = 0;
+
+  [[nodiscard]] virtual std::uint64_t FileSize(std::string_view path) const = 0;
+
+  /// No fault if it is not there.
+  virtual void DeleteFile(std::string_view path) = 0;
+  virtual void CopyFile(std::string_view from, std::string_view to) = 0;
+  virtual void RenameFile(std::string_view from, std::string_view to) = 0;
+
+  /// Names (without path) of the files that match a pattern such as "C:\ROOT\Data\*.prm", "*" and
+  /// "?" being wild, sorted by name without minding case. Nothing when the directory is missing.
+  [[nodiscard]] virtual std::vector<std::string> ListFiles(std::string_view pattern) const = 0;
+
+  /// Names of the directories in a directory, sorted likewise, without "." and "..".
+  [[nodiscard]] virtual std::vector<std::string> ListDirectories(std::string_view path) const = 0;
+
+  [[nodiscard]] virtual std::unique_ptr<RecordFile> OpenRecords(std::string_view path,
+                                                                std::size_t recordSize) const = 0;
+};
+
+}  // namespace torvane::platform
