@@ -1,0 +1,84 @@
+// The conversation with the motion controller: one line out, one reply to its prompt.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/DirectorySet.h"
+#include "core/LinkSettings.h"
+#include "platform/EventLoop.h"
+#include "platform/FileSystem.h"
+#include "platform/SerialPort.h"
+
+namespace torvane::link {
+
+/// What the link needs of the screens above it.
+class LinkScreens {
+ public:
+  virtual ~LinkScreens() = default;
+
+  /// The one modal dialog; true unless the first button or another way of closing answered.
+  virtual bool ShowWarning(std::string_view text, int mode, int style) = 0;
+
+  /// Locks or unlocks all screens but those that stay live and the exempt one.
+  virtual void LockForms(bool locked, std::string_view exempt) = 0;
+
+  /// Orderly end to the service program.
+  virtual void ShutdownToService() = 0;
+};
+
+/// Exchanges in one queue: an exchange that starts while another waits for its prompt lets that one
+/// finish first, and no byte goes to a stranger. All waits sleep in the loop.
+class Trio {
+ public:
+  Trio(platform::EventLoop& loop, platform::SerialPort& port, platform::FileSystem& files,
+       core::LinkSettings& settings, const core::DirectorySet& directories, LinkScreens& screens);
+  ~Trio();
+  Trio(const Trio&) = delete;
+  Trio& operator=(const Trio&) = delete;
+
+  /// Opens the port, three attempts, and asks for a prompt. Clears `linkEnabled` when the port or
+  /// the controller does not answer; does nothing when it is already false.
+  void OpenTrioPort(bool& linkEnabled);
+  void CloseTrioPort();
+
+  /// Sends one command line and waits for its prompt. A failure is reported and nothing else.
+  void Download(std::string_view line);
+
+  /// Typed queries: zero or false with the link off and after a failure.
+  [[nodiscard]] bool GetRspnsBln(std::string_view expression);
+  [[nodiscard]] std::int16_t GetRspnsInt(std::string_view expression);
+  [[nodiscard]] std::int32_t GetRspnsLng(std::string_view expression);
+  /// `decimals` below 0: as it stands; otherwise rounded before the narrowing.
+  [[nodiscard]] float GetRspnsSngl(std::string_view expression, int decimals = -1);
+
+  /// The pause after a send: screens locked, poll stopped, the loop running. Nothing for ms <= 0.
+  void LockAllForms(int ms);
+
+  /// Poll control. The timer is set once by whoever owns the tick.
+  void SetPollTick(std::function<void()> tick);
+  void StartPolling(bool setWanted);
+  void StopPolling(bool clearWanted);
+
+  /// One record of five lines in Polling.txt when the trace is on.
+  void LogTrioExchange(std::string_view tag, std::string_view query, std::string_view reply,
+                       bool status);
+
+  /// Rotates Polling.txt when it has grown beyond its limit; at the end of every tick.
+  void RotateLog();
+
+  /// The comms failure dialog and Errors.txt.
+  void ReportTrioError(std::string_view text);
+
+  [[nodiscard]] core::LinkSettings& Settings();
+  [[nodiscard]] LinkScreens& Screens();
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace torvane::link
