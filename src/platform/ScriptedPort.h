@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -19,7 +20,7 @@ class ScriptedPort final : public SerialPort {
   /// The other end: called with each write.
   void SetPeer(std::function<void(std::string_view)> peer) { peer_ = std::move(peer); }
 
-  /// Bytes arrive from the other end; the received handler runs from the loop.
+  /// Bytes arrive from the other end; the received handler runs from the loop. Lost while closed.
   void Deliver(std::string_view bytes);
 
   /// Open calls that are to fail before one succeeds; -1 fails always.
@@ -27,7 +28,7 @@ class ScriptedPort final : public SerialPort {
 
   [[nodiscard]] int OpenCalls() const { return openCalls_; }
   [[nodiscard]] const PortSetup& Setup() const { return setup_; }
-  /// All bytes written so far.
+  /// All bytes written so far while the port was open.
   [[nodiscard]] const std::string& Written() const { return written_; }
 
   bool Open(const PortSetup& setup) override;
@@ -47,7 +48,11 @@ class ScriptedPort final : public SerialPort {
   void SetLines(const PortLines& lines);
 
  private:
+  /// Runs one of the two handlers from the loop, as it then stands; nothing once the port is gone.
+  void PostHandler(std::function<void()> ScriptedPort::*handler);
+
   EventLoop& loop_;
+  std::shared_ptr<ScriptedPort*> self_ = std::make_shared<ScriptedPort*>(this);
   std::function<void(std::string_view)> peer_;
   std::function<void()> received_;
   std::function<void()> changed_;

@@ -1,0 +1,43 @@
+// Open files of the machine: descriptors, whole reads and writes, and faults in plain words.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace torvane::platform {
+
+/// Throws RuntimeFault for the system path, with what `error` (an errno) means in plain words.
+[[noreturn]] void ThrowFileFault(std::string_view path, int error);
+
+/// A descriptor that closes itself. `path` is the system's, for faults; every member throws one.
+class DiskFile {
+ public:
+  /// `flags` as for open(2). A directory is refused.
+  DiskFile(std::string_view path, const std::string& native, int flags, unsigned mode = 0666);
+  ~DiskFile();
+  DiskFile(const DiskFile&) = delete;
+  DiskFile& operator=(const DiskFile&) = delete;
+
+  /// Everything from the start.
+  [[nodiscard]] std::string ReadAll() const;
+  /// Up to `size` bytes from `offset`; fewer only at the end of the file.
+  [[nodiscard]] std::size_t ReadAt(char* bytes, std::size_t size, std::uint64_t offset) const;
+  void WriteAll(std::string_view bytes) const;
+  /// Until the disk has it.
+  void Flush() const;
+  /// Closes, and tells of what only then comes out.
+  void Close();
+
+  [[nodiscard]] int Descriptor() const { return descriptor_; }
+
+ private:
+  std::string path_;
+  int descriptor_ = -1;
+};
+
+/// Written beside, flushed, renamed. A link stays a link, and the file keeps its permissions.
+void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes);
+
+}  // namespace torvane::platform
