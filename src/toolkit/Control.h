@@ -1,0 +1,112 @@
+// What every control of a form has: place, colours, name, focus, keys and pointer.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <QWidget>
+
+#include "platform/Canvas.h"
+#include "toolkit/Area.h"
+#include "toolkit/Key.h"
+#include "toolkit/Metrics.h"
+#include "toolkit/Pointer.h"
+
+namespace torvane::toolkit {
+
+using platform::Colour;
+
+class Desk;
+class Form;
+
+/// A control paints itself from its two colours. It stands in a form, a panel or a frame; whatever
+/// it is put into, keys and focus are the business of its form. Handlers are plain functions; a
+/// handler may wait, open a modal form or hide the control's own form.
+class Control : public QWidget {
+ public:
+  /// `owner` is for controls that stand outside their form, such as an open list.
+  explicit Control(QWidget* parent, Form* owner = nullptr);
+  ~Control() override;
+
+  /// The documented name, such as "ExitButton" or "NumberButton(3)"; Form::Find looks for it.
+  void SetName(std::string name) { name_ = std::move(name); }
+  [[nodiscard]] const std::string& Name() const { return name_; }
+
+  void Place(const Area& area);
+  [[nodiscard]] Area Bounds() const;
+
+  /// Own visibility, whether or not the form shows at the moment.
+  void SetVisible(bool visible);
+  [[nodiscard]] bool Visible() const { return visible_; }
+  /// True when nothing above it is hidden either.
+  [[nodiscard]] bool OnShow() const;
+
+  /// A disabled control fades and takes no input.
+  void SetEnabled(bool enabled);
+  [[nodiscard]] bool Enabled() const { return enabled_; }
+
+  /// Face and text, 0x00BBGGRR.
+  void SetColours(Colour background, Colour foreground);
+  [[nodiscard]] Colour Background() const { return background_; }
+  [[nodiscard]] Colour Foreground() const { return foreground_; }
+
+  /// Puts the form's focus here; false when the control cannot have it.
+  bool SetFocus();
+  [[nodiscard]] bool HasFocus() const;
+  /// True for controls that take the focus, when they are visible and enabled.
+  [[nodiscard]] bool CanFocus() const;
+  void SetFocusable(bool focusable) { focusable_ = focusable; }
+
+  void OnMouseDown(std::function<void(const PointerEvent&)> handler) {
+    mouseDown_ = std::move(handler);
+  }
+  void OnMouseMove(std::function<void(const PointerEvent&)> handler) {
+    mouseMove_ = std::move(handler);
+  }
+  /// Comes even when the form was locked after the press, as soon as it is free again.
+  void OnMouseUp(std::function<void(const PointerEvent&)> handler) { mouseUp_ = std::move(handler); }
+
+  [[nodiscard]] Form* OwnerForm() const;
+  [[nodiscard]] const Metrics& Measures() const;
+
+  /// A stroke that the form let through; true when the control used it.
+  virtual bool KeyDown(const KeyStroke& stroke);
+
+  /// Told by the form.
+  virtual void FocusChanged(bool hasFocus);
+
+  /// The desk's size or the metrics changed.
+  virtual void MetricsChanged() {}
+
+ protected:
+  virtual void PointerDown(const PointerEvent& event);
+  virtual void PointerMove(const PointerEvent& event);
+  virtual void PointerUp(const PointerEvent& event);
+  virtual void PointerDouble(const PointerEvent& event);
+  /// Colours, enabled state or caption changed.
+  virtual void LookChanged() { update(); }
+  virtual void PlaceChanged() {}
+
+  void mousePressEvent(QMouseEvent* event) final;
+  void mouseMoveEvent(QMouseEvent* event) final;
+  void mouseReleaseEvent(QMouseEvent* event) final;
+  void mouseDoubleClickEvent(QMouseEvent* event) final;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void Release(const PointerEvent& event);
+
+  std::string name_;
+  Form* owner_ = nullptr;
+  Colour background_ = 0xC7BE98;
+  Colour foreground_ = 0;
+  bool visible_ = true;
+  bool enabled_ = true;
+  bool focusable_ = false;
+  bool grabbed_ = false;
+  std::function<void(const PointerEvent&)> mouseDown_;
+  std::function<void(const PointerEvent&)> mouseMove_;
+  std::function<void(const PointerEvent&)> mouseUp_;
+};
+
+}  // namespace torvane::toolkit

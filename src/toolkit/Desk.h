@@ -1,0 +1,112 @@
+// The one window of the console, on which all forms stand.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/EventLoop.h"
+#include "toolkit/Form.h"
+#include "toolkit/Metrics.h"
+
+namespace torvane::toolkit {
+
+/// Owns the keyboard: a stroke goes to the active form's key-down hook, then its key-press hook, then
+/// its focused control. Nothing depends on the window system's focus, stacking or mnemonics.
+class Desk : public QWidget {
+ public:
+  explicit Desk(platform::EventLoop& loop);
+  ~Desk() override;
+
+  [[nodiscard]] platform::EventLoop& Loop() const { return loop_; }
+  [[nodiscard]] const Metrics& Measures() const { return metrics_; }
+
+  void SetBackground(Colour colour);
+  /// Full screen, or a window of that size (tests, pictures).
+  void OpenFullScreen();
+  void OpenWindow(int width, int height);
+
+  /// Shows the form over all others, which take no input while it stands, and waits in the event
+  /// loop until it is hidden or closed. May nest. The form below is not activated anew.
+  void ShowModal(Form& form);
+  /// The modal form on top, null if none stands.
+  [[nodiscard]] Form* ModalForm() const;
+
+  /// All forms made so far, the lowest first.
+  [[nodiscard]] const std::vector<Form*>& Forms() const { return stack_; }
+  /// The form that gets the keys; null when none shows.
+  [[nodiscard]] Form* ActiveForm() const { return active_; }
+  [[nodiscard]] Form* Find(const std::string& name) const;
+
+  /// Paints what has changed before it returns.
+  void Refresh();
+  /// The hourglass. Calls pair up.
+  void SetBusy(bool busy);
+  [[nodiscard]] bool Busy() const { return busy_ > 0; }
+  void Beep();
+  /// Beeps so far.
+  [[nodiscard]] int Beeps() const { return beeps_; }
+
+  /// The window system asks to close the window: the desk stays, the handler decides.
+  void OnCloseRequest(std::function<void()> handler) { closeRequest_ = std::move(handler); }
+
+  /// A stroke as from the keyboard; Release lets the key go.
+  void PressKey(const KeyStroke& stroke);
+  void ReleaseKey(const KeyStroke& stroke);
+  /// Press and release.
+  void TypeKey(const KeyStroke& stroke);
+
+  /// The desk as a picture, PNG by the name's ending. False when it cannot be written.
+  bool SavePicture(const std::string& path);
+
+  /// Used by the forms.
+  void Add(Form& form);
+  void Remove(Form& form);
+  void Activate(Form& form);
+  void RaiseInStack(Form& form);
+  void Hidden(Form& form);
+
+ protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  [[nodiscard]] Form* TopForm() const;
+  void SetActive(Form* form);
+  void ApplyStack();
+  void ReleaseAllKeys();
+
+  platform::EventLoop& loop_;
+  Metrics metrics_;
+  std::vector<Form*> stack_;
+  std::vector<Form*> modal_;
+  Form* active_ = nullptr;
+  Form* shownDuringModal_ = nullptr;
+  std::map<Key, QPointer<Form>> held_;
+  std::function<void()> closeRequest_;
+  Colour background_ = 0;
+  int busy_ = 0;
+  int beeps_ = 0;
+};
+
+/// The hourglass for the length of a block.
+class BusyPointer {
+ public:
+  explicit BusyPointer(Desk& desk) : desk_(desk) { desk_.SetBusy(true); }
+  ~BusyPointer() { desk_.SetBusy(false); }
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+
+ private:
+  Desk& desk_;
+};
+
+}  // namespace torvane::toolkit

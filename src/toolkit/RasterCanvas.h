@@ -1,0 +1,58 @@
+// A canvas of pixels in memory: the plot of the screen and of pictures alike.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <QImage>
+#include <QRect>
+
+#include "toolkit/MappedCanvas.h"
+
+class QPainter;
+
+namespace torvane::toolkit {
+
+/// Lines are one pixel and sharp, both ends included. Needs no window and no application object.
+class RasterCanvas final : public MappedCanvas {
+ public:
+  RasterCanvas(int width, int height);
+
+  /// The pixels painted so far, without overlays.
+  [[nodiscard]] const QImage& Pixels() const { return image_; }
+  [[nodiscard]] platform::Colour PixelAt(int x, int y) const;
+
+  /// The overlays that show, over a painter whose origin is the canvas's top left corner.
+  void PaintOverlays(QPainter& painter) const;
+  /// Pixels and overlays together.
+  [[nodiscard]] QImage Compose() const;
+  /// Compose as a picture file, PNG by the name's ending. False when it cannot be written.
+  [[nodiscard]] bool Save(const std::string& path) const;
+
+  /// Empties the canvas at a new size; the scale stays.
+  void Resize(int width, int height);
+
+  /// Told of each changed rectangle, in pixels.
+  void OnChanged(std::function<void(const QRect&)> handler) { changed_ = std::move(handler); }
+
+ protected:
+  void PixelLine(double x1, double y1, double x2, double y2, platform::Colour colour) override;
+  void PixelBox(double x1, double y1, double x2, double y2, platform::Colour colour) override;
+  void PixelFill(double x1, double y1, double x2, double y2, platform::Colour colour) override;
+  void PixelEllipse(double x, double y, double radiusX, double radiusY,
+                    platform::Colour colour) override;
+  void PixelClear(platform::Colour colour) override;
+  void OverlayChanged(const platform::OverlayState& before,
+                      const platform::OverlayState& after) override;
+
+ private:
+  void Plain(int x1, int y1, int x2, int y2, QRgb pixel);
+  void Penned(double x1, double y1, double x2, double y2, platform::Colour colour);
+  void Touch(const QRect& area);
+  [[nodiscard]] QRect OverlayArea(const platform::OverlayState& state) const;
+
+  QImage image_;
+  std::function<void(const QRect&)> changed_;
+};
+
+}  // namespace torvane::toolkit
