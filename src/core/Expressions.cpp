@@ -1,0 +1,152 @@
+#include "core/Expressions.h"
+
+#include <algorithm>
+#include <string>
+
+namespace torvane::core {
+
+namespace {
+
+constexpr bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+
+constexpr bool IsNumberPart(char character) { return IsDigit(character) || character == '.'; }
+
+constexpr bool IsExpressionPart(char character) {
+  return IsNumberPart(character) ||
+         std::string_view("+-*/()").find(character) != std::string_view::npos;
+}
+
+/// The block behind the first `key`, or nothing and false.
+bool FindBehind(std::string_view block, std::string_view key, std::string_view& rest) {
+  const auto at = block.find(key);
+  if (at == std::string_view::npos) return false;
+  rest = block.substr(at + key.size());
+  return true;
+}
+
+/// A span without brackets, from the left: at most two operands are held.
+class SpanWalk {
+ public:
+  Calculation Run(std::string_view span) {
+    std::size_t numberStart = 0;
+    bool lastWasDigit = false;
+    for (std::size_t at = 0; at < span.size(); ++at) {
+      const char character = span[at];
+      if (IsNumberPart(character)) {
+        lastWasDigit = true;
+      } else if (character != '-' || lastWasDigit) {
+        EndNumber(span.substr(numberStart, at - numberStart), character);
+        if (result_.ArithmeticError) return result_;
+        numberStart = at + 1;
+        lastWasDigit = false;
+      }
+    }
+    EndNumber(span.substr(numberStart), pending_);
+    return result_;
+  }
+
+ private:
+  /// The number in front of `next`, an operator, is the next operand of the one that waits.
+  void EndNumber(std::string_view number, char next) {
+    if (number.empty()) return;
+    const double operand = LeadingNumber(number);
+    if (result_.Empty) {
+      result_.Value = operand;
+      result_.Empty = false;
+    } else {
+      Apply(operand);
+    }
+    pending_ = next;
+  }
+
+  void Apply(double operand) {
+    switch (pending_) {
+      case '+':
+        result_.Value += operand;
+        break;
+      case '-':
+        result_.Value -= operand;
+        break;
+      case '*':
+        result_.Value *= operand;
+        break;
+      default:
+        result_.ArithmeticError = operand == 0;
+        if (operand != 0) result_.Value /= operand;
+    }
+  }
+
+  Calculation result_;
+  char pending_ = '+';
+};
+
+/// Works the brackets out from the last "(" on, each replaced by its text.
+Calculation CalculateBrackets(std::string text) {
+  Calculation inner;
+  std::string number;
+  for (auto open = text.rfind('('); open != std::string::npos; open = text.rfind('(', open)) {
+    const auto close = text.find(')', open);
+    if (close == std::string::npos) {
+      inner.ArithmeticError = true;
+      return inner;
+    }
+    inner = SpanWalk().Run(std::string_view(text).substr(open + 1, close - open - 1));
+    if (inner.ArithmeticError) return inner;
+    number.clear();
+    AppendNumber(number, inner.Value, -1);
+    text.replace(open, close - open + 1, number);
+  }
+  return SpanWalk().Run(text);
+}
+
+}  // namespace
+
+Calculation Calculate(std::string_view expression) {
+  const bool clean = std::all_of(expression.begin(), expression.end(), IsExpressionPart);
+  const auto opened = std::count(expression.begin(), expression.end(), '(');
+  const auto closed = std::count(expression.begin(), expression.end(), ')');
+  if (opened != closed) return {.Value = 0, .Empty = true, .ArithmeticError = true};
+  if (clean && opened == 0) return SpanWalk().Run(expression);
+  std::string text(expression);
+  std::erase_if(text, [](char character) { return !IsExpressionPart(character); });
+  return CalculateBrackets(std::move(text));
+}
+
+WordValue GetPlainValue(std::string_view block, std::string_view key) {
+  std::string_view rest;
+  if (!FindBehind(block, key, rest)) return {};
+  if (rest.starts_with(' ')) rest.remove_prefix(1);
+  const auto end = std::find_if_not(rest.begin(), rest.end(), IsExpressionPart);
+  rest = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
+  if (rest.empty()) return {};
+  const double value = LeadingNumber(rest);
+  return {value, value != NoValue};
+}
+
+WordValue ReadDigits(std::string_view text) {
+  double value = 0;
+  bool digits = false;
+  bool negative = false;
+  bool signTaken = false;
+  bool ended = false;  // a sign behind digits ends the number, though not the walk
+  for (const char character : text) {
+    if (IsDigit(character)) {
+      digits = true;
+      if (!ended) value = value * 10.0 + (character - '0');
+    } else if (character == '-') {
+      if (!signTaken) (digits ? ended : negative) = true;
+      signTaken = true;
+    } else if (character == ' ' ? digits : character != '+') {
+      break;
+    }
+  }
+  if (!digits && !signTaken) return {};
+  return {negative ? 0.0 - value : value, true};
+}
+
+WordValue GetPlainInteger(std::string_view block, std::string_view key) {
+  std::string_view rest;
+  return FindBehind(block, key, rest) ? ReadDigits(rest) : WordValue{};
+}
+
+}  // namespace torvane::core

@@ -1,0 +1,45 @@
+// The arithmetic of the language, and the readers of plain words, which know no parameters.
+#pragma once
+
+#include <string_view>
+
+#include "core/Numbers.h"
+
+namespace torvane::core {
+
+/// A value reader's result. `Found` is false when the key is absent, when nothing could be read or
+/// when the value is -999; `Value` is then -999.
+struct WordValue {
+  double Value = NoValue;
+  bool Found = false;
+};
+
+/// The text behind the first `key`: digits . + - * / ( ) are taken, a blank behind the first
+/// character or any other character ends it; read as a plain number, nothing is evaluated.
+[[nodiscard]] WordValue GetPlainValue(std::string_view block, std::string_view key);
+
+/// Digits only behind the first `key`, by the rule of ReadDigits; a value of -999 counts as found
+/// here.
+[[nodiscard]] WordValue GetPlainInteger(std::string_view block, std::string_view key);
+
+/// The whole number that `text` begins with. Blanks before the first digit and every "+" are
+/// skipped. The first "-" is kept where it stands: before the digits it is the sign, behind digits
+/// it ends the number ("12-3" is 12); a later one is skipped ("-1-2" is -12). Any other character
+/// ends it. `Found` is false where neither a digit nor a "-" stands; a lone "-" is 0.
+[[nodiscard]] WordValue ReadDigits(std::string_view text);
+
+/// What Calculate gives: the value, and whether brackets were unbalanced or a division by zero met.
+struct Calculation {
+  double Value = 0;              ///< with an error, the value in hand when it was met
+  bool Empty = true;             ///< nothing was worked out
+  bool ArithmeticError = false;  ///< unbalanced brackets or a division by zero
+};
+
+/// Strictly left to right, no precedence: "2+3*4" is 20. Brackets are worked out from the inside
+/// and go back into the expression as text, so that they keep only what NumberText shows of them.
+/// Characters that are no digit, point, operator or bracket are dropped first. A "-" behind
+/// anything but a digit is a sign ("--5" is no number and reads as 0); an operator with no number
+/// before it is passed over.
+[[nodiscard]] Calculation Calculate(std::string_view expression);
+
+}  // namespace torvane::core
