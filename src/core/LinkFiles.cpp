@@ -1,0 +1,94 @@
+#include "core/LinkFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <variant>
+
+#include "core/ConfigText.h"
+#include "core/General.h"
+
+namespace torvane::core {
+
+namespace {
+
+/// One line of Trio.cfg: its field, its default, and what a value below the limit becomes.
+struct TimingLine {
+  std::variant<std::int32_t LinkSettings::*, std::int16_t LinkSettings::*> Field;
+  std::int16_t Default;
+  std::int16_t Limit;
+  std::int16_t Instead;
+};
+
+const std::array<TimingLine, 9> TimingLines = {{
+    {&LinkSettings::PollPeriodMs, 50, 5, 50},
+    {&LinkSettings::PollResumeMs, 0, 0, 0},
+    {&LinkSettings::ReplyTimeoutMs, 10000, 0, 0},
+    {&LinkSettings::TrioReserved1, 0, 0, 0},
+    {&LinkSettings::CommandDelayMs, 0, 0, 0},
+    {&LinkSettings::TrioReserved2, 0, 0, 0},
+    {&LinkSettings::TrioReserved3, 0, 0, 0},
+    {&LinkSettings::TableFillLines, 20, 1, 1},
+    {&LinkSettings::TableLeadLines, 15, 1, 1},
+}};
+
+struct StoreTiming {
+  LinkSettings& Link;
+  double Value;
+  void operator()(std::int32_t LinkSettings::*field) const { Link.*field = RoundToInt32(Value); }
+  void operator()(std::int16_t LinkSettings::*field) const { Link.*field = RoundToInt16(Value); }
+};
+
+bool Holds(std::string_view text, std::string_view word) {
+  return text.find(word) != std::string_view::npos;
+}
+
+}  // namespace
+
+void ReadLinkSwitches(std::string_view text, bool& linkEnabled, bool& logEnabled) {
+  LineReader lines(text, {});
+  const auto link = lines.Optional();
+  const auto log = lines.Optional();
+  linkEnabled = !link || UpperCase(AfterColon(*link)) != "FALSE";
+  logEnabled = log && UpperCase(AfterColon(*log)) == "TRUE";
+}
+
+void ResetLinkTimings(LinkSettings& link) {
+  for (const auto& line : TimingLines) {
+    std::visit(StoreTiming{link, static_cast<double>(line.Default)}, line.Field);
+  }
+}
+
+void ReadLinkTimings(std::string_view text, LinkSettings& link) {
+  LineReader lines(text, {});
+  for (const auto& row : TimingLines) {
+    const auto line = lines.Optional();
+    if (!line) break;
+    const double value = LeadingNumber(AfterColon(*line));
+    const bool tooLow = RoundToInt32(value) < row.Limit;
+    std::visit(StoreTiming{link, tooLow ? row.Instead : value}, row.Field);
+  }
+}
+
+void FinishLinkTimings(LinkSettings& link) {
+  link.PollResumeMs = std::max(link.PollResumeMs, link.PollPeriodMs);
+}
+
+void ReadPortFile(std::string_view text, std::string_view path, LinkSettings& link,
+                  bool& linkEnabled) {
+  LineReader lines(text, path);
+  lines.Required();  // the title
+  link.CommPort = RoundToInt16(LeadingNumber(AfterColon(lines.Required())));
+  link.PortSettings = AfterColon(lines.Required());
+  for (int field = 0; field < 3; ++field) {
+    link.PortSettings += ',';
+    link.PortSettings += AfterColon(lines.Required());
+  }
+  const std::string words = UpperCase(AfterColon(lines.Required()));
+  const bool software = Holds(words, "XON") || Holds(words, "XOFF");
+  const bool hardware = Holds(words, "RTS") || Holds(words, "CTS");
+  link.Handshaking = static_cast<std::int16_t>((software ? 1 : 0) + (hardware ? 2 : 0));
+  link.DtrKeyword = Holds(words, "DTR");
+  if (link.CommPort < 1) linkEnabled = false;
+}
+
+}  // namespace torvane::core

@@ -1,0 +1,161 @@
+#include "core/SlotFiles.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "core/ConfigText.h"
+#include "core/General.h"
+#include "core/LastFile.h"
+
+namespace torvane::core {
+
+namespace {
+
+constexpr double LongLow = std::numeric_limits<std::int32_t>::min();
+constexpr double LongHigh = std::numeric_limits<std::int32_t>::max();
+constexpr double SingleHigh = std::numeric_limits<float>::max();
+
+std::int16_t StoredCount(LineReader& lines, std::string_view path) {
+  return TruncateToInt16(
+      StoredNumber(lines.Required(), path, 0, std::numeric_limits<std::int16_t>::max()));
+}
+
+std::int32_t StoredLong(LineReader& lines, std::string_view path) {
+  return TruncateToInt32(StoredNumber(lines.Required(), path, LongLow, LongHigh));
+}
+
+float StoredSingle(LineReader& lines, std::string_view path) {
+  return ToSingle(StoredNumber(lines.Required(), path, -SingleHigh, SingleHigh));
+}
+
+/// A value a line, then the marker.
+std::string ValueLines(std::initializer_list<std::string_view> values) {
+  std::string text;
+  for (const auto value : values) {
+    text += value;
+    text += "\r\n";
+  }
+  text += EndMarker;
+  return text + "\r\n";
+}
+
+/// The five counters in the order of the file.
+constexpr std::array<std::int32_t Batch::*, 5> BatchFields = {
+    &Batch::PartsPerSheet, &Batch::PartsRequired, &Batch::SheetsRequired, &Batch::SheetsCompleted,
+    &Batch::SheetsToGo};
+
+/// The text of an optional file of the slot, noted before it is opened; false without the file.
+bool ReadOptional(platform::FileSystem& files, const DirectorySet& directories,
+                  const std::string& path, std::string& text) {
+  if (!files.FileExists(path)) return false;
+  NoteLastFile(files, directories, path);
+  text = files.ReadFile(path);
+  return true;
+}
+
+}  // namespace
+
+std::string SlotFile(const DirectorySet& directories, int slot, std::string_view extension) {
+  return directories.RootDirectory + "Actvprg" + std::to_string(slot) + "." +
+         std::string(extension);
+}
+
+bool SlotFilesExist(const platform::FileSystem& files, const DirectorySet& directories, int slot) {
+  return std::all_of(RequiredSlotFiles.begin(), RequiredSlotFiles.end(), [&](auto extension) {
+    return files.FileExists(SlotFile(directories, slot, extension));
+  });
+}
+
+void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directories, int slot) {
+  for (const auto& name : files.ListFiles(SlotFile(directories, slot, "*"))) {
+    files.DeleteFile(directories.RootDirectory + name);
+  }
+}
+
+void EmptySlot(ActiveProgram& program, float loadPositionY) {
+  program = ActiveProgram{};
+  program.LoadY = loadPositionY;
+}
+
+void ReadSlotConfig(std::string_view text, std::string_view path, ActiveProgram& program) {
+  LineReader lines(text, path);
+  program.ProgramName = Trim(lines.Required());
+  program.DirectoryName = Trim(lines.Required());
+  program.SourcePath = Trim(lines.Required());
+  program.BodyLines = StoredCount(lines, path);
+  program.TableLines = StoredCount(lines, path);
+  program.LoadY = StoredSingle(lines, path);
+}
+
+std::string SlotConfigText(const ActiveProgram& program) {
+  return ValueLines({program.ProgramName, program.DirectoryName, program.SourcePath,
+                     IntegerText(program.BodyLines), IntegerText(program.TableLines),
+                     NumberText(program.LoadY, -1)});
+}
+
+RunTotals ReadProgramStatus(std::string_view text, std::string_view path) {
+  LineReader lines(text, path);
+  RunTotals totals;
+  totals.ProgramTime = StoredLong(lines, path);
+  totals.MoveLength = StoredSingle(lines, path);
+  totals.ProfileLength = StoredSingle(lines, path);
+  return totals;
+}
+
+std::string ProgramStatusText(const RunTotals& totals) {
+  return ValueLines({LongText(totals.ProgramTime), NumberText(totals.MoveLength, -1),
+                     NumberText(totals.ProfileLength, -1)});
+}
+
+Batch ReadBatch(std::string_view text, std::string_view path) {
+  LineReader lines(text, path);
+  Batch batch;
+  for (const auto field : BatchFields) batch.*field = StoredLong(lines, path);
+  return batch;
+}
+
+std::string BatchText(const Batch& batch) {
+  return ValueLines({LongText(batch.PartsPerSheet), LongText(batch.PartsRequired),
+                     LongText(batch.SheetsRequired), LongText(batch.SheetsCompleted),
+                     LongText(batch.SheetsToGo)});
+}
+
+void LoadSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
+                    ActiveProgram& program) {
+  const std::string path = SlotFile(directories, slot, "cfg");
+  NoteLastFile(files, directories, path);
+  ReadSlotConfig(files.ReadFile(path), path, program);
+}
+
+void SaveSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
+                    const ActiveProgram& program) {
+  files.ReplaceFile(SlotFile(directories, slot, "cfg"), SlotConfigText(program));
+}
+
+void LoadProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
+                       RunTotals& totals) {
+  totals = RunTotals{};
+  const std::string path = SlotFile(directories, slot, "sts");
+  std::string text;
+  if (ReadOptional(files, directories, path, text)) totals = ReadProgramStatus(text, path);
+}
+
+void SaveProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
+                       const RunTotals& totals) {
+  files.ReplaceFile(SlotFile(directories, slot, "sts"), ProgramStatusText(totals));
+}
+
+void LoadBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
+               Batch& batch) {
+  batch = Batch{};
+  const std::string path = SlotFile(directories, slot, "btc");
+  std::string text;
+  if (ReadOptional(files, directories, path, text)) batch = ReadBatch(text, path);
+}
+
+void SaveBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
+               const Batch& batch) {
+  files.ReplaceFile(SlotFile(directories, slot, "btc"), BatchText(batch));
+}
+
+}  // namespace torvane::core
