@@ -1,0 +1,127 @@
+#include "console/ScreenSet.h"
+
+#include <algorithm>
+#include <array>
+
+namespace torvane::console {
+
+namespace {
+
+/// Screens that stay live while all others are locked: the operator can always read the messages.
+constexpr std::array<std::string_view, 4> LiveWhileLocked = {"ListForm", "FrontEnd", "MessageForm",
+                                                             "WarningForm"};
+
+bool StaysLive(std::string_view name, std::string_view exempt) {
+  return name == exempt ||
+         std::find(LiveWhileLocked.begin(), LiveWhileLocked.end(), name) != LiveWhileLocked.end();
+}
+
+}  // namespace
+
+ScreenSet::ScreenSet(core::System& system, toolkit::Desk& desk,
+                     std::function<void(toolkit::Key)> functionKey)
+    : system_(system),
+      desk_(desk),
+      functionKey_(std::move(functionKey)),
+      alive_(std::make_shared<bool>(true)) {}
+
+ScreenSet::~ScreenSet() { *alive_ = false; }
+
+void ScreenSet::Register(const std::string& name, Factory factory) {
+  factories_[name] = std::move(factory);
+}
+
+Screen* ScreenSet::Load(const std::string& name) {
+  if (Screen* loaded = Find(name)) return loaded;
+  const auto factory = factories_.find(name);
+  if (factory == factories_.end()) return nullptr;
+  auto made = factory->second(*this);
+  Screen* screen = made.get();
+  screens_[name] = std::move(made);
+  screen->Window().OnLayout([screen](const toolkit::Metrics& metrics) { screen->Layout(metrics); });
+  screen->Guard([screen] { screen->Loaded(); })();
+  return screen;
+}
+
+bool ScreenSet::Show(const std::string& name) {
+  Screen* screen = Load(name);
+  if (screen == nullptr) return false;
+  screen->Window().Show();
+  return true;
+}
+
+void ScreenSet::Open(const std::string& name) {
+  if (Show(name)) system_.Console.CurrentForm = name;
+}
+
+void ScreenSet::ShowModal(const std::string& name) {
+  Screen* screen = Load(name);
+  if (screen == nullptr) return;
+  screen->Guard([&] { desk_.ShowModal(screen->Window()); })();
+}
+
+void ScreenSet::Unload(const std::string& name) {
+  if (Screen* screen = Find(name)) screen->Unload();
+}
+
+bool ScreenSet::Visible(const std::string& name) const {
+  const Screen* screen = Find(name);
+  return screen != nullptr && screen->Visible();
+}
+
+Screen* ScreenSet::Find(const std::string& name) const {
+  const auto found = screens_.find(name);
+  return found == screens_.end() ? nullptr : found->second.get();
+}
+
+std::vector<std::string> ScreenSet::VisibleNames() const {
+  std::vector<std::string> names;
+  for (const toolkit::Form* form : desk_.Forms()) {
+    if (form->Visible()) names.push_back(form->Name());
+  }
+  return names;
+}
+
+void ScreenSet::LockForms(bool locked, std::string_view exempt) {
+  system_.Console.FormsLocked = locked;
+  for (toolkit::Form* form : std::vector<toolkit::Form*>(desk_.Forms())) {
+    if (!locked) {
+      form->SetEnabled(true);
+    } else if (form->Visible()) {
+      form->SetEnabled(StaysLive(form->Name(), exempt));
+    }
+  }
+}
+
+void ScreenSet::RestoreFormOrder() {
+  const std::string current = system_.Console.CurrentForm;
+  toolkit::Form* top = nullptr;
+  for (toolkit::Form* form : std::vector<toolkit::Form*>(desk_.Forms())) {
+    if (!form->Visible() || form->Name() == "ListForm" || form->Name() == "FrontEnd") continue;
+    form->Show();
+    if (form->Name() == current) top = form;
+  }
+  if (top != nullptr) top->Show();
+}
+
+void ScreenSet::Retire(Screen& screen) {
+  const auto found = screens_.find(screen.Name());
+  if (found == screens_.end() || found->second.get() != &screen) return;
+  retired_.push_back(std::move(found->second));
+  screens_.erase(found);
+  Reap();
+}
+
+void ScreenSet::Reap() {
+  // Only from the loop: the caller may still stand in a form's own code.
+  desk_.Loop().Post([this, alive = alive_] {
+    if (!*alive) return;
+    std::vector<std::unique_ptr<Screen>> gone;
+    for (auto& screen : retired_) {
+      if (!screen->Running()) gone.push_back(std::move(screen));
+    }
+    std::erase(retired_, nullptr);
+  });
+}
+
+}  // namespace torvane::console
