@@ -131,7 +131,7 @@ void Screen::SetCaption(toolkit::Button& button, const std::string& caption) {
   }
   button.SetCaption(caption);
   const Key key = toolkit::KeyOf(button.Accelerator());
-  if (key == Key::None) return;
+  if (key == Key::None || !traits_.Accelerators) return;
   accelerators_[&button] = key;
   AddKey(key, button);
 }

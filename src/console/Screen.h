@@ -33,6 +33,7 @@ struct ScreenTraits {
   std::string Parent;                 ///< taken up again at unload, if it shows
   bool Current = true;                ///< false for modal screens, which leave CurrentForm alone
   bool Backdrop = false;              ///< the main screen, under all others
+  bool Accelerators = true;           ///< false where the letters of the captions are global keys
 };
 
 /// A screen builds its controls in its constructor with the functions below, lays them out by

@@ -1,0 +1,288 @@
+#include "console/FrontEnd.h"
+
+#include "console/ScreenSet.h"
+#include "graphics/FrontEndControls.h"
+
+namespace torvane::console {
+
+using core::ColourName;
+using toolkit::Alignment;
+using toolkit::PanelStyle;
+using toolkit::TypeStyle;
+
+namespace {
+
+/// The screen behind each of MainButton 1 to 6.
+constexpr std::array<const char*, 6> MainScreens = {"ProgramForm", "LaserStatusForm",
+                                                    "MachineForm", "StatusMenuForm",
+                                                    "UserForm",    "FileHandleForm"};
+
+std::string Numbered(const char* name, int index) {
+  return std::string(name) + "(" + std::to_string(index) + ")";
+}
+
+}  // namespace
+
+FrontEnd::FrontEnd(ScreenSet& screens, FrontEndActions& actions)
+    : Screen(screens, {.Name = ScreenName,
+                       .Keys = GlobalKeys::All,
+                       .Current = false,
+                       .Backdrop = true,
+                       .Accelerators = false}),
+      actions_(actions) {
+  SetUpFrontEnd();
+}
+
+void FrontEnd::SetUpFrontEnd() {
+  Window().SetColours(Colours()[ColourName::PlotBackground], Colours()[ColourName::Text]);
+  header_ =
+      &AddPanel(Window(), "HeaderPanel", PanelStyle::Title, Role::Header, graphics::FrontEndHeader);
+  MakePlot();
+  MakePositions();
+  textPanel_ = &AddPanel(Window(), "TextPanel", PanelStyle::Text, Role::Entry);
+  statusPanel_ = &AddPanel(Window(), "StatusPanel", PanelStyle::Text, Role::Entry);
+  keyStrip_ = &AddPanel(Window(), "KeyStrip", PanelStyle::Body, Role::Panel);
+  MakeKeys();
+  MakeGraphicsKeys();
+  ShowRow(mainRow_);
+  ShowActiveSlot(Screens().System().ActiveSlot);
+  BringPlotForward(Screens().System().ActiveSlot);
+}
+
+void FrontEnd::MakePlot() {
+  mainPanel_ = &AddPanel(Window(), "MainPanel", PanelStyle::Body, Role::Panel);
+  for (int slot = 1; slot <= 2; ++slot) {
+    auto* box = new toolkit::PlotCanvas(mainPanel_);  // owned by the panel
+    Adopt(*box, Numbered("PlotBox", slot), Role::Plot);
+    box->SetFocusable(true);
+    box->Canvas().SetBackground(Colours()[ColourName::PlotBackground]);
+    box->OnRedraw(Guard([this, slot] { actions_.RedrawPlot(slot); }));
+    SetOverlayColours(*box);
+    plotBoxes_[Slot(slot)] = box;
+  }
+}
+
+void FrontEnd::SetOverlayColours(toolkit::PlotCanvas& box) {
+  using platform::Overlay;
+  struct OverlayColour {
+    Overlay Which;
+    ColourName Border;
+  };
+  static constexpr std::array<OverlayColour, 8> Table = {{
+      {Overlay::SheetRect, ColourName::SheetBoundry},
+      {Overlay::LimitRect, ColourName::PunchingZones},
+      {Overlay::ZoomRect, ColourName::PlotCursor},
+      {Overlay::CrossLine1, ColourName::PlotCursor},
+      {Overlay::CrossLine2, ColourName::PlotCursor},
+      {Overlay::IconShape, ColourName::ProfilerMovementIcon},
+      {Overlay::IconLine1, ColourName::ProfilerMovementIcon},
+      {Overlay::IconLine2, ColourName::ProfilerMovementIcon},
+  }};
+  for (const OverlayColour& row : Table) {
+    platform::OverlayState state = box.Canvas().GetOverlay(row.Which);
+    state.Border = Colours()[row.Border];
+    state.Fill = Colours()[ColourName::SheetFill];
+    state.Filled = row.Which == Overlay::SheetRect;
+    state.Visible = false;
+    box.Canvas().SetOverlay(row.Which, state);
+  }
+}
+
+void FrontEnd::MakePositions() {
+  positionBox_ = &AddPanel(Window(), "PositionBox", PanelStyle::Sunken, Role::StatusPosition);
+  for (int index = 1; index <= 6; ++index) {
+    const graphics::PositionRow& row = graphics::PositionRows[Index(index)];
+    const Role role =
+        row.Colour == ColourName::StatusFeedText ? Role::StatusFeed : Role::StatusPosition;
+    auto& label = AddLabel(*positionBox_, Numbered("PositionLabel", index), row.Label, role,
+                           TypeStyle::Title);
+    auto& text = AddLabel(*positionBox_, Numbered("PositionText", index), "", role,
+                          TypeStyle::Figure, Alignment::Right);
+    label.SetVisible(row.Shown);
+    text.SetVisible(row.Shown);
+    text.OnClick(Guard([this] { FocusHome(); }));
+    positionLabels_[Index(index)] = &label;
+    positionTexts_[Index(index)] = &text;
+  }
+}
+
+Screen::Handler FrontEnd::Press(Handler handler) {
+  return [this, handler = std::move(handler)] {
+    handler();
+    FocusHome();
+    Screens().RestoreFormOrder();
+  };
+}
+
+void FrontEnd::MakeKeys() {
+  mainRow_ = &AddPanel(*keyStrip_, "MainButtonPanel", PanelStyle::Body, Role::Panel);
+  for (int index = 1; index <= 7; ++index) {
+    mainButtons_[Index(index)] = &AddButton(
+        *mainRow_, Numbered("MainButton", index), graphics::MainButtons[Index(index)].Caption,
+        Role::General, Press([this, index] { OpenMain(index); }));
+  }
+  for (int slot = 1; slot <= 2; ++slot) {
+    programButtons_[Slot(slot)] = &AddTwoState(
+        *keyStrip_, Numbered("ProgramButton", slot), graphics::ProgramButtonCaptions[Index(slot)],
+        Role::General,
+        [this, slot](bool) { Press([this, slot] { actions_.ChangeActiveProgram(slot); })(); });
+  }
+  messageButton_ = &AddButton(*keyStrip_, "MessageButton", graphics::MessageButtonCaption,
+                              Role::OkMessage, Press([this] { OpenMessages(); }));
+  shutdownButton_ = &AddButton(*keyStrip_, "ShutdownButton", graphics::ShutdownCaption,
+                               Role::General, Press([this] { ShutdownPressed(); }));
+}
+
+void FrontEnd::MakeGraphicsKeys() {
+  graphicsRow_ = &AddPanel(*keyStrip_, "GraphicsButtonPanel", PanelStyle::Body, Role::Panel);
+  for (int index = 1; index <= 4; ++index) {
+    graphicsButtons_[Index(index)] =
+        &AddButton(*graphicsRow_, Numbered("GraphicsButton", index),
+                   graphics::GraphicsButtonCaptions[Index(index)], Role::General,
+                   Press([this, index] { GraphicsCommand(index); }));
+  }
+  kerfButton_ =
+      &AddTwoState(*graphicsRow_, "KerfButton", graphics::KerfButtonCaption, Role::General,
+                   [this](bool down) { actions_.KerfButtonChanged(down); });
+  limitsButton_ =
+      &AddTwoState(*graphicsRow_, "LimitsButton", graphics::LimitsButtonCaption, Role::General,
+                   [this](bool down) { actions_.LimitsButtonChanged(down); });
+  pathRow_ = &AddPanel(*keyStrip_, "PathButtonPanel", PanelStyle::Body, Role::Panel);
+  for (int index = 1; index <= 6; ++index) {
+    pathButtons_[Index(index)] =
+        &AddButton(*pathRow_, Numbered("PathButton", index), "", Role::General, Press([] {}));
+  }
+}
+
+void FrontEnd::ShowRow(const toolkit::Panel* row) {
+  for (toolkit::Panel* each : {mainRow_, graphicsRow_, pathRow_}) each->SetVisible(each == row);
+}
+
+void FrontEnd::ShowMainForm() {
+  header_->SetVisible(true);
+  mainPanel_->SetVisible(true);
+  BringPlotForward(Screens().System().ActiveSlot);
+  actions_.MainScreenShown();
+}
+
+void FrontEnd::BringPlotForward(int slot) {
+  PlotBox(slot).SetVisible(true);
+  PlotBox(3 - slot).SetVisible(false);
+  SetHome(PlotBox(slot));
+  FocusHome();
+}
+
+void FrontEnd::SetPositionText(int index, const std::string& text) {
+  positionTexts_[Index(index)]->SetText(text);
+}
+
+const std::string& FrontEnd::PositionText(int index) const {
+  return positionTexts_[Index(index)]->Text();
+}
+
+void FrontEnd::SetMessageRole(Role role) {
+  if (messageButton_->Background() != Colours()[ColoursOf(role).Background])
+    Paint(*messageButton_, role, Colours());
+}
+
+void FrontEnd::SetProgramCaption(int slot, const std::string& caption) {
+  programButtons_[Slot(slot)]->SetCaption(caption);
+}
+
+void FrontEnd::ShowActiveSlot(int slot) {
+  programButtons_[Slot(slot)]->SetDown(true, toolkit::Events::Silent);
+  programButtons_[Slot(3 - slot)]->SetDown(false, toolkit::Events::Silent);
+}
+
+void FrontEnd::OpenMain(int index) {
+  if (Screens().System().Console.FormsLocked) return;
+  if (index == 7) {
+    EnterGraphics(true);
+  } else if (graphics::MainButtons[Index(index)].CurrentForm != nullptr) {
+    Screens().Open(MainScreens[Index(index)]);
+  } else {
+    Screens().Show(MainScreens[Index(index)]);
+  }
+}
+
+void FrontEnd::OpenMessages() { Screens().Open("MessageForm"); }
+
+void FrontEnd::ShutdownPressed() {
+  const core::ConsoleState& state = Screens().System().Console;
+  if (!state.PlotKeysActive) {
+    Screens().ShowModal("ShutdownForm");
+  } else if (state.PlotKeyMode >= 1 && state.PlotKeyMode <= 4) {
+    EnterGraphics(true);
+  } else {
+    LeaveGraphics();
+  }
+}
+
+void FrontEnd::EnableGraphicsKeys(bool enabled) {
+  for (toolkit::Button* button : graphicsButtons_) button->SetEnabled(enabled);
+  kerfButton_->SetEnabled(enabled);
+  limitsButton_->SetEnabled(enabled);
+}
+
+void FrontEnd::EnterGraphics(bool enable) {
+  core::ConsoleState& state = Screens().System().Console;
+  state.FormsLocked = true;
+  EnableGraphicsKeys(enable);
+  SetStatusLine("");
+  positionBox_->SetVisible(false);
+  for (auto* button : programButtons_) button->SetVisible(false);
+  SetTextLine(graphics::GraphicsText);
+  shutdownButton_->SetCaption(graphics::ExitGraphicsCaption);
+  ShowRow(graphicsRow_);
+  Screens().Desk().Refresh();
+  state.FormsLocked = false;
+  state.PlotKeysActive = true;
+  state.PlotKeyMode = 0;
+}
+
+void FrontEnd::LeaveGraphics() {
+  core::ConsoleState& state = Screens().System().Console;
+  state.FormsLocked = true;
+  state.PlotKeysActive = false;
+  ShowRow(mainRow_);
+  positionBox_->SetVisible(true);
+  for (auto* button : programButtons_) button->SetVisible(true);
+  SetTextLine("");
+  shutdownButton_->SetCaption(graphics::ShutdownCaption);
+  state.FormsLocked = false;
+  state.PlotKeysActive = false;
+  state.PlotKeyMode = 0;
+}
+
+void FrontEnd::GraphicsCommand(int index) {
+  if (index != 1) return;  // zoom and pan need their cursor, which this console has not yet
+  core::System& system = Screens().System();
+  SetTextLine("GRAPHICS - REDRAW");
+  SetStatusLine("");
+  EnableGraphicsKeys(false);
+  Screens().Desk().Refresh();
+  system.Console.PlotKeyMode = 0;
+  system.Views[static_cast<std::size_t>(system.ActiveSlot)].ViewZoomed = false;
+  actions_.RefreshPlot(system.ActiveSlot);
+  EnterGraphics(true);
+}
+
+void FrontEnd::FlipKerf() { kerfButton_->SetDown(!kerfButton_->Down(), toolkit::Events::Fire); }
+void FrontEnd::FlipLimits() {
+  limitsButton_->SetDown(!limitsButton_->Down(), toolkit::Events::Fire);
+}
+void FrontEnd::SetKerfButton(bool pressed) { kerfButton_->SetDown(pressed, toolkit::Events::Fire); }
+void FrontEnd::SetLimitsButton(bool pressed) {
+  limitsButton_->SetDown(pressed, toolkit::Events::Fire);
+}
+
+bool FrontEnd::OtherKey(const toolkit::KeyStroke& stroke) {
+  if (FunctionKeyAction(stroke.Code, Screens().System().Console).Command == KeyCommand::None)
+    return false;
+  Screens().HandleFunctionKey(stroke.Code);
+  return true;
+}
+
+void FrontEnd::Unloaded() { SetTextLine(""); }
+
+}  // namespace torvane::console

@@ -1,0 +1,135 @@
+// The main screen: the plot, the live figures, the text lines and the rows of keys.
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "console/Screen.h"
+#include "graphics/DrawingModule.h"
+#include "toolkit/PlotCanvas.h"
+
+namespace torvane::console {
+
+/// What the main screen leads to.
+class FrontEndActions {
+ public:
+  virtual ~FrontEndActions() = default;
+
+  /// A program button, or F10 and F11.
+  virtual void ChangeActiveProgram(int slot) = 0;
+
+  /// The main screen came to the front: the splash screen goes, the poll starts.
+  virtual void MainScreenShown() = 0;
+
+  /// KerfButton and LimitsButton changed.
+  virtual void KerfButtonChanged(bool pressed) = 0;
+  virtual void LimitsButtonChanged(bool pressed) = 0;
+
+  /// Redraws a slot's plot and starts its run time again (REDRAW).
+  virtual void RefreshPlot(int slot) = 0;
+
+  /// The canvases lost their pixels.
+  virtual void RedrawPlot(int slot) = 0;
+};
+
+/// Made once at start, before it shows: the plots of both slots are drawn on it while the splash
+/// screen stands.
+class FrontEnd final : public Screen, public graphics::PlotButtons {
+ public:
+  FrontEnd(ScreenSet& screens, FrontEndActions& actions);
+
+  static constexpr const char* ScreenName = "FrontEnd";
+
+  /// Canvas of slot 1 or 2.
+  [[nodiscard]] toolkit::PlotCanvas& PlotBox(int slot) { return *plotBoxes_[Slot(slot)]; }
+
+  /// Shows header, plot of the active slot and focus; tells the actions that it is up.
+  void ShowMainForm();
+
+  /// The active slot's canvas in front, the other behind.
+  void BringPlotForward(int slot);
+
+  /// PositionText 1 to 6.
+  void SetPositionText(int index, const std::string& text);
+  [[nodiscard]] const std::string& PositionText(int index) const;
+
+  /// The role gives the message button its colours; it is repainted only when they differ.
+  void SetMessageRole(Role role);
+
+  void SetProgramCaption(int slot, const std::string& caption);
+  /// Presses the slot's program button without its event and lets the other up.
+  void ShowActiveSlot(int slot);
+
+  void SetTextLine(const std::string& text) { textPanel_->SetCaption(text); }
+  void SetStatusLine(const std::string& text) { statusPanel_->SetCaption(text); }
+
+  /// MainButton 1 to 7: nothing while the screens are locked.
+  void OpenMain(int index);
+
+  /// The graphics row. `enable` false keeps its keys dead, for the length of a repaint.
+  void EnterGraphics(bool enable);
+  void LeaveGraphics();
+  /// GraphicsButton 1 to 4.
+  void GraphicsCommand(int index);
+  /// The key of a two-state button flips it.
+  void FlipKerf();
+  void FlipLimits();
+  /// ShutdownButton: the shutdown question, or out of the graphics state or its mode.
+  void ShutdownPressed();
+  void OpenMessages();
+  /// PathButton 1 to 6, for the modes that steer the plot.
+  [[nodiscard]] toolkit::Button& PathButton(int index) { return *pathButtons_[Index(index)]; }
+  [[nodiscard]] toolkit::Button& GraphicsButton(int index) {
+    return *graphicsButtons_[Index(index)];
+  }
+
+  // graphics::PlotButtons
+  void SetKerfButton(bool pressed) override;
+  void SetLimitsButton(bool pressed) override;
+
+ private:
+  static std::size_t Slot(int slot) { return slot == 2 ? 1U : 0U; }
+  static std::size_t Index(int index) { return static_cast<std::size_t>(index - 1); }
+
+  void SetUpFrontEnd();
+  void MakePlot();
+  void MakePositions();
+  void MakeKeys();
+  void MakeGraphicsKeys();
+  void SetOverlayColours(toolkit::PlotCanvas& box);
+  void EnableGraphicsKeys(bool enabled);
+  void ShowRow(const toolkit::Panel* row);
+  /// Runs a press of this screen: then the focus goes to the plot and no open screen stays hidden.
+  Handler Press(Handler handler);
+
+  void Activated() override { ShowMainForm(); }
+  bool OtherKey(const toolkit::KeyStroke& stroke) override;
+  void Unloaded() override;
+  void Layout(const toolkit::Metrics& metrics) override;
+  void LayoutKeys(toolkit::Area strip, const toolkit::Metrics& metrics);
+  void LayoutPositions(const toolkit::Metrics& metrics);
+
+  FrontEndActions& actions_;
+  toolkit::Panel* header_ = nullptr;
+  toolkit::Panel* mainPanel_ = nullptr;
+  toolkit::Panel* positionBox_ = nullptr;
+  toolkit::Panel* textPanel_ = nullptr;
+  toolkit::Panel* statusPanel_ = nullptr;
+  toolkit::Panel* keyStrip_ = nullptr;
+  toolkit::Panel* mainRow_ = nullptr;
+  toolkit::Panel* graphicsRow_ = nullptr;
+  toolkit::Panel* pathRow_ = nullptr;
+  std::array<toolkit::PlotCanvas*, 2> plotBoxes_{};
+  std::array<toolkit::Label*, 6> positionLabels_{};
+  std::array<toolkit::Label*, 6> positionTexts_{};
+  std::array<toolkit::Button*, 7> mainButtons_{};
+  std::array<toolkit::TwoStateButton*, 2> programButtons_{};
+  toolkit::Button* messageButton_ = nullptr;
+  toolkit::Button* shutdownButton_ = nullptr;
+  std::array<toolkit::Button*, 4> graphicsButtons_{};
+  toolkit::TwoStateButton* kerfButton_ = nullptr;
+  toolkit::TwoStateButton* limitsButton_ = nullptr;
+  std::array<toolkit::Button*, 6> pathButtons_{};
+};
+
+}  // namespace torvane::console
