@@ -1,0 +1,19 @@
+#include "graphics/PlotReader.h"
+
+#include <array>
+
+#include "graphics/RecordPainter.h"
+#include "partprogram/DrawRecord.h"
+
+namespace torvane::graphics {
+
+void DrawRecordsOf(platform::RecordFile& file, int count, platform::Canvas& canvas,
+                   const core::ColourTable& colours) {
+  std::array<char, partprogram::DrawRecordSize> bytes{};
+  for (int number = 2; number <= count; ++number) {
+    if (!file.Read(static_cast<std::uint32_t>(number), bytes)) return;
+    DrawPlotRecord(canvas, colours, partprogram::DecodeRecord(bytes), PaintMode::Background);
+  }
+}
+
+}  // namespace torvane::graphics

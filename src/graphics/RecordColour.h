@@ -1,0 +1,27 @@
+// In which colour a record is painted.
+#pragma once
+
+#include "core/ColourTable.h"
+#include "partprogram/DrawRecord.h"
+
+namespace torvane::graphics {
+
+/// What a record is painted for.
+enum class PaintMode {
+  Erase = 0,       ///< kept as a mode, nothing uses it
+  Background = 1,  ///< the plot under the trace
+  RealTime = 2,    ///< kept as a mode; the trace draws by itself
+  Highlight = 3,   ///< the block under the restart cursor
+};
+
+/// Code 120 or 130: the only records that leave a mark.
+[[nodiscard]] constexpr bool IsCut(const partprogram::DrawRecord& record) {
+  return record.Code == partprogram::RecordCode::LineProfile ||
+         record.Code == partprogram::RecordCode::ArcProfile;
+}
+
+/// The first row of the colour table that fits the record in this mode. Block skip stands before
+/// kerf side and blending.
+[[nodiscard]] core::ColourName RecordColour(const partprogram::DrawRecord& record, PaintMode mode);
+
+}  // namespace torvane::graphics
