@@ -1,0 +1,114 @@
+// The cleaning step: from the squeezed program to ".bdy" and ".cnv".
+#include <array>
+#include <string>
+
+#include "core/General.h"
+#include "partprogram/Block.h"
+#include "partprogram/Passes.h"
+#include "partprogram/WordValues.h"
+
+namespace torvane::partprogram {
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+
+/// The blocks whose centre words and arc words are rewritten hold none of these.
+constexpr std::array<std::string_view, 7> Foreign = {"G00", "G01", "G04", "G92",
+                                                     "G56", "G53", "M50"};
+
+bool Holds(std::string_view text, std::string_view word) {
+  return text.find(word) != std::string_view::npos;
+}
+
+/// Puts `by` in the place of every `word` (of the same length).
+void Replace(std::string& text, std::string_view word, std::string_view by) {
+  for (auto at = text.find(word); at != std::string::npos; at = text.find(word, at + by.size())) {
+    text.replace(at, word.size(), by);
+  }
+}
+
+/// The letter with its value negated, the full number, and one blank; the old number goes.
+void NegateWord(std::string& block, char letter, const Parameters& fixed) {
+  const std::string_view key(&letter, 1);
+  const core::WordValue value = GetStaticValue(block, key, fixed);
+  if (!value.Found) return;
+  const auto from = block.find(letter) + 1;
+  auto to = block.find_first_not_of("0123456789 +-.", from);
+  if (to == std::string::npos) to = block.size();
+  block.replace(from, to - from, core::NumberText(-value.Value, -1) + " ");
+}
+
+void RewriteArc(std::string& block, const core::MachineData& machine) {
+  const bool clockwise = Holds(block, "G02");
+  if (clockwise == Holds(block, "G03")) return;
+  for (const std::string_view word : Foreign) {
+    if (Holds(block, word)) return;
+  }
+  if (block.find_first_of("XYHV") == std::string::npos) return;
+  if (machine.SwapArcWords) {
+    Replace(block, clockwise ? "G02" : "G03", clockwise ? "G03" : "G02");
+  }
+  if (machine.NegateArcCentre) {
+    const Parameters fixed;  // nothing is set before a walk of the program
+    NegateWord(block, 'I', fixed);
+    NegateWord(block, 'J', fixed);
+  }
+}
+
+/// `block` gets the line's block as it goes into the ".cnv".
+void ConvertBlock(std::string_view part, const core::MachineData& machine, std::string& block) {
+  block.assign(part);
+  for (char& c : block) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - ('a' - 'A'));
+  }
+  if (const auto at = block.find("M01"); at != std::string::npos) block.replace(at, 3, "M00");
+  if (machine.SwapArcWords || machine.NegateArcCentre) RewriteArc(block, machine);
+  for (auto at = block.find("  "); at != std::string::npos; at = block.find("  ", at)) {
+    block.erase(at, 1);
+  }
+}
+
+/// Tells line by line whether it belongs to the body: outside the definitions of subroutines.
+class BodyFilter {
+ public:
+  bool Keeps(std::string_view line) {
+    if (inDefinition_) {
+      block_.Prepare(line);
+      if (block_.Has(Word::M02)) inDefinition_ = false;
+      return false;
+    }
+    if (line.find_first_of("Ss") == std::string_view::npos) return true;
+    block_.Prepare(line);
+    inDefinition_ = OpensDefinition(block_);
+    return !inDefinition_;
+  }
+
+ private:
+  Block block_;
+  bool inDefinition_ = false;
+};
+
+}  // namespace
+
+IntermediateText MakeIntermediateFiles(std::string_view program, const core::MachineData& machine) {
+  IntermediateText text;
+  text.Body.reserve(program.size() + 16);
+  text.Converted.reserve(program.size() + program.size() / 16 + 64);
+  BodyFilter body;
+  std::string block;
+  for (const std::string_view whole : core::SplitLines(program)) {
+    const std::string_view line = core::Trim(whole);
+    if (body.Keeps(line)) text.Body.append(line).append(LineEnd);
+
+    ConvertBlock(core::BlockPart(line), machine, block);
+    text.Converted += block;
+    if (!block.empty()) text.Converted += ' ';
+    if (const auto comment = core::CommentPart(line); !comment.empty()) {
+      text.Converted.append("! ").append(comment);
+    }
+    text.Converted += LineEnd;
+  }
+  return text;
+}
+
+}  // namespace torvane::partprogram

@@ -1,0 +1,203 @@
+// Lines, arcs and the checks along their path.
+#include <cmath>
+
+#include "core/General.h"
+#include "partprogram/ReversePass.h"
+
+namespace torvane::partprogram {
+namespace {
+
+float Rounded(float value) { return static_cast<float>(core::RoundPlaces(value, 4)); }
+
+core::Vector2 Plane(const Point3& point) { return {point.X, point.Y}; }
+
+constexpr std::int16_t True = -1;
+
+}  // namespace
+
+ReversePass::Flow ReversePass::TakePosition() {
+  const Block& block = Words();
+  if (block.HasAny(NoPositionWords)) return Flow::GoOn;
+  if (UpdatePosition(block, reader_, InSubroutine(), walker_.Level(), state_)) {
+    CheckLimits(state_.Current.X, state_.Current.Y);
+  }
+  return Flow::GoOn;
+}
+
+// ---- limits ----
+
+/// One message an axis and block.
+void ReversePass::CheckLimits(double x, double y) {
+  const TravelLimits& limits = state_.Limits;
+  if (!xLimitReported_ && (x < limits.XMin || x > limits.XMax)) {
+    xLimitReported_ = true;
+    Error(Message::LimitX, false);
+  }
+  if (!yLimitReported_ && (y < limits.YMin || y > limits.YMax)) {
+    yLimitReported_ = true;
+    Error(Message::LimitY, false);
+  }
+}
+
+/// At the current point, a message each time.
+void ReversePass::CheckLimitsEachTime() {
+  const bool x = xLimitReported_;
+  const bool y = yLimitReported_;
+  xLimitReported_ = yLimitReported_ = false;
+  CheckLimits(state_.Current.X, state_.Current.Y);
+  xLimitReported_ = x;
+  yLimitReported_ = y;
+}
+
+/// Walks the arc by whole degrees from its start. A circle that lies inside altogether needs no
+/// walk: no product with a sine is longer than the radius, and rounding keeps the order of sums.
+void ReversePass::CheckArcLimits(const DrawRecord& arc) {
+  const TravelLimits& limits = state_.Limits;
+  const double x = arc.CentrePoint.X;
+  const double y = arc.CentrePoint.Y;
+  const double radius = arc.Values[0];
+  const bool inside = x - radius >= limits.XMin && x + radius <= limits.XMax &&
+                      y - radius >= limits.YMin && y + radius <= limits.YMax;
+  if (inside) return;
+  const int steps = core::RoundToInt16(std::abs(static_cast<double>(arc.Values[10])));
+  const int direction = arc.Values[10] < 0 ? -1 : 1;
+  for (int step = 0; step <= steps && !(xLimitReported_ && yLimitReported_); ++step) {
+    const core::Vector2 offset = core::PolarToXY(radius, arc.Values[9] + direction * step);
+    CheckLimits(x + offset.X, y + offset.Y);
+  }
+}
+
+// ---- lines ----
+
+bool ReversePass::HoldsOtherMotion(Word own) const {
+  for (const Word word : {Word::G00, Word::G01, Word::G02, Word::G03}) {
+    if (word != own && Words().Has(word)) return true;
+  }
+  return false;
+}
+
+ReversePass::Flow ReversePass::TakeG00() {
+  state_.MotionMode = 0;
+  MakeLine(true);
+  return Flow::GoOn;
+}
+
+ReversePass::Flow ReversePass::TakeG01() {
+  state_.MotionMode = 1;
+  MakeLine(false);
+  return Flow::GoOn;
+}
+
+void ReversePass::MakeLine(bool rapid) {
+  const Block& block = Words();
+  if (!block.Has('X') && !block.Has('Y')) return;
+  if (HoldsOtherMotion(rapid ? Word::G00 : Word::G01)) return;
+  for (Point3* point : {&state_.Previous, &state_.Current}) {
+    point->X = Rounded(point->X);
+    point->Y = Rounded(point->Y);
+  }
+  const core::Vector2 from = Plane(state_.Previous);
+  const core::Vector2 to = Plane(state_.Current);
+  const core::Polar polar = core::XYToPolar(to.X - from.X, to.Y - from.Y);
+
+  const bool cut = state_.Profiling;
+  DrawRecord record =
+      NewRecord(cut ? RecordCode::LineProfile : RecordCode::Move, cut ? "Line Profile" : "Move");
+  record.StartPoint = {state_.Previous.X, state_.Previous.Y, state_.Current.Z};
+  record.EndPoint = state_.Current;
+  record.Values[0] = static_cast<float>(core::RoundPlaces(polar.Length, 4));
+  record.Values[9] = static_cast<float>(core::RoundPlaces(polar.Angle, 3));
+  record.KerfSide = state_.KerfSide;
+  record.Flags[9] = rapid ? 0 : 1;
+  if (cut) FillBeam(record);
+  const DrawRecord& put = PutRecord(record);
+  AddGap(put);
+  (cut ? profileLength_ : moveLength_) += put.Values[0];
+  last_ = put.EndPoint;
+}
+
+void ReversePass::FillBeam(DrawRecord& record) const {
+  const core::Station& station = *input_.ActiveStation;
+  BeamState& beam = record.BeamState1;
+  beam.On = True;
+  beam.Kind = 'P';
+  beam.ToolName = PadText<18>(station.Name);
+  beam.StationNumber = station.Number;
+  beam.StationType = station.Type;
+  beam.Words[2] = 1;
+  record.BeamState2.Floats[0] = -1;
+}
+
+/// The way from the last recorded end to the start of this record.
+void ReversePass::AddGap(const DrawRecord& record) {
+  const double dx = static_cast<double>(record.StartPoint.X) - last_.X;
+  const double dy = static_cast<double>(record.StartPoint.Y) - last_.Y;
+  if (dx != 0 || dy != 0) moveLength_ += std::sqrt(dx * dx + dy * dy);
+}
+
+// ---- arcs ----
+
+ReversePass::Flow ReversePass::TakeG02() {
+  state_.MotionMode = 2;
+  MakeArc(true);
+  return Flow::GoOn;
+}
+
+ReversePass::Flow ReversePass::TakeG03() {
+  state_.MotionMode = 3;
+  MakeArc(false);
+  return Flow::GoOn;
+}
+
+void ReversePass::MakeArc(bool clockwise) {
+  const Block& block = Words();
+  if (!block.Has('X') && !block.Has('Y') && !block.Has('I') && !block.Has('J')) return;
+  if (HoldsOtherMotion(clockwise ? Word::G02 : Word::G03)) return;
+  const double radius = reader_.LengthOrZero(block, 'R', state_.Imperial);
+  core::Vector2 centre{reader_.LengthOrZero(block, 'I', state_.Imperial),
+                       reader_.LengthOrZero(block, 'J', state_.Imperial)};
+  const double rotation = walker_.Level().Rotation;
+  if (InSubroutine()) {
+    if (rotation != 0 && (centre.X != 0 || centre.Y != 0)) {
+      const core::Polar polar = core::XYToPolar(centre.X, centre.Y);
+      centre = core::PolarToXY(polar.Length, polar.Angle + rotation);
+    }
+  } else {
+    if (state_.MirrorX) centre.X = -centre.X;
+    if (state_.MirrorY) centre.Y = -centre.Y;
+  }
+  const core::Vector2 from = Plane(state_.Previous);
+  const core::Vector2 to = Plane(state_.Current);
+  const bool byCentre = radius == 0;
+  const auto arc =
+      byCentre ? SolveCentreArc(from, to, centre.X, centre.Y,
+                                CentreArcTurnsPositive(clockwise, machine_.YDirection,
+                                                       state_.MirrorX, state_.MirrorY))
+               : SolveRadiusArc(from, to, radius,
+                                RadiusArcTurnsPositive(clockwise, state_.MirrorX, state_.MirrorY));
+  if (arc) {
+    PutArc(*arc, clockwise);
+  } else {
+    Error(byCentre ? Message::InvalidCentre : Message::InvalidRadius, true);
+  }
+}
+
+void ReversePass::PutArc(const ArcGeometry& arc, bool clockwise) {
+  DrawRecord record = NewRecord(RecordCode::ArcProfile, "Arc Profile");
+  record.CentrePoint = {static_cast<float>(arc.Centre.X), static_cast<float>(arc.Centre.Y),
+                        state_.Current.Z};
+  record.Values[0] = static_cast<float>(arc.Radius);
+  record.Values[9] = static_cast<float>(arc.StartAngle);
+  record.Values[10] = static_cast<float>(arc.Sweep);
+  record.Flags[5] = record.Flags[9] = clockwise ? 2 : 3;
+  record.KerfSide = state_.KerfSide;
+  if (state_.Profiling) FillBeam(record);
+  const DrawRecord& put = PutRecord(record);
+  AddGap(put);
+  // The length has the sign of the sweep, and so it goes into the total.
+  profileLength_ += arc.Sweep / 360 * arc.Radius * 2 * core::Pi;
+  last_ = put.EndPoint;
+  CheckArcLimits(put);
+}
+
+}  // namespace torvane::partprogram

@@ -1,0 +1,176 @@
+#include "partprogram/Pipeline.h"
+
+#include <array>
+#include <limits>
+#include <span>
+
+#include "core/General.h"
+#include "partprogram/Report.h"
+#include "partprogram/ReversePass.h"
+
+namespace torvane::partprogram {
+namespace {
+
+constexpr int LargestCount = std::numeric_limits<std::int16_t>::max();
+
+/// What one pass needs of the others.
+struct Pipeline {
+  std::string_view Program;
+  const PassInput& Input;
+  PassResult& Result;
+};
+
+/// A problem that shows only behind the walk: the slot stays empty because of it.
+PassOutcome Refuse(Pipeline& pipeline, std::string_view message, std::int16_t mainLine) {
+  ConversionResult& conversion = pipeline.Result.Conversion;
+  ProgramError error{true, std::string(message), "", mainLine};
+  const auto lines = core::SplitLines(pipeline.Result.Text.Converted);
+  if (mainLine >= 1 && static_cast<std::size_t>(mainLine) <= lines.size()) {
+    error.Block = core::BlockPart(lines[static_cast<std::size_t>(mainLine - 1)]);
+  }
+  WriteLateError(conversion, error);
+  return PassOutcome::ErrorsInCode;
+}
+
+PassOutcome Clean(Pipeline& pipeline) {
+  pipeline.Result.Text = MakeIntermediateFiles(pipeline.Program, *pipeline.Input.Machine);
+  return PassOutcome::Good;
+}
+
+PassOutcome Convert(Pipeline& pipeline) {
+  const PassInput& input = pipeline.Input;
+  pipeline.Result.Conversion =
+      RunConversion({pipeline.Result.Text.Converted, input.ProgramName, input.DirectoryName,
+                     input.Slot, input.Machine, input.ActiveStation, input.Time});
+  return pipeline.Result.Conversion.CriticalErrors > 0 ? PassOutcome::ErrorsInCode
+                                                       : PassOutcome::Good;
+}
+
+PassOutcome CompensateKerf(Pipeline& pipeline) {
+  std::vector<DrawRecord>& draw = pipeline.Result.Conversion.Records;
+  KerfResult kerf = MakeKerfFile(draw, draw.front().Values[14], *pipeline.Input.Machine);
+  if (kerf.TooManyRecords) return Refuse(pipeline, Message::TooManyRecords, 0);
+  if (kerf.IllegalWidth) return PassOutcome::IllegalKerf;
+  pipeline.Result.Kerf = std::move(kerf.Records);
+  return PassOutcome::Good;
+}
+
+PassOutcome Blend(Pipeline& pipeline) {
+  MarkBlends(pipeline.Result.Kerf, *pipeline.Input.Machine);
+  return PassOutcome::Good;
+}
+
+PassOutcome Tabulate(Pipeline& pipeline) {
+  PassResult& result = pipeline.Result;
+  result.Table = MakeTables(pipeline.Input.Slot, result.Kerf);
+  if (result.Table.TooManyLines) return Refuse(pipeline, Message::TooManyTableLines, 0);
+  if (const int record = result.Table.CutLineRecord; record > 0) {
+    return Refuse(pipeline, Message::TableLineTooLong,
+                  result.Kerf[static_cast<std::size_t>(record - 1)].BlockNumber);
+  }
+  result.TableRecords = MakeFixedLines(result.Table.Text, false);
+  return PassOutcome::Good;
+}
+
+PassOutcome ListBody(Pipeline& pipeline) {
+  pipeline.Result.BodyRecords = MakeFixedLines(pipeline.Result.Text.Body, true);
+  if (pipeline.Result.BodyRecords.Count > LargestCount) {
+    return Refuse(pipeline, Message::TooManyLines, 0);
+  }
+  return PassOutcome::Good;
+}
+
+/// The road of a program. The first pass that refuses it ends the road.
+constexpr std::array<PassOutcome (*)(Pipeline&), 6> Passes = {Clean, Convert,  CompensateKerf,
+                                                              Blend, Tabulate, ListBody};
+
+}  // namespace
+
+std::string SqueezeProgram(std::string_view program) {
+  std::string squeezed;
+  squeezed.reserve(program.size() + 2);
+  for (const std::string_view whole : core::SplitLines(program)) {
+    const std::string_view line = core::Trim(whole);
+    if (!line.empty()) squeezed.append(line).append("\r\n");
+  }
+  return squeezed;
+}
+
+PassResult RunPasses(std::string_view squeezedProgram, const PassInput& input) {
+  PassResult result;
+  Pipeline pipeline{squeezedProgram, input, result};
+  for (const auto pass : Passes) {
+    result.Outcome = pass(pipeline);
+    if (result.Outcome != PassOutcome::Good) break;
+  }
+  return result;
+}
+
+void FillSlot(const PassResult& result, core::ActiveProgram& slot) {
+  const DrawRecord& header = result.Conversion.Records.front();
+  slot.Material = core::Trim(TextOf(header.Material));
+  slot.SheetX = header.Values[0];
+  slot.SheetY = header.Values[1];
+  for (std::size_t i = 0; i < slot.Clamps.size(); ++i) slot.Clamps[i] = header.Values[6 + i];
+  slot.KerfWidth = header.Values[14];
+  slot.LoadY = result.Conversion.LoadY;
+  slot.BodyLines = static_cast<std::int16_t>(result.BodyRecords.Count);
+  slot.DrawRecords = static_cast<std::int16_t>(result.Conversion.Records.size());
+  slot.KerfRecords = static_cast<std::int16_t>(result.Kerf.size());
+  slot.TableLines = result.Table.Lines;
+  slot.Imperial = header.Flags[1] != 0;
+  slot.Totals = result.Conversion.Totals;
+}
+
+std::string SlotBaseName(const core::DirectorySet& directories, std::int16_t slot) {
+  return directories.RootDirectory + "Actvprg" + core::IntegerText(slot) + ".";
+}
+
+namespace {
+
+void EncodeInto(const std::vector<DrawRecord>& records, std::string& bytes) {
+  bytes.resize(records.size() * DrawRecordSize);
+  char* at = bytes.data();
+  for (const DrawRecord& record : records) {
+    EncodeRecord(record, std::span<char, DrawRecordSize>(at, DrawRecordSize));
+    at += DrawRecordSize;
+  }
+}
+
+}  // namespace
+
+std::string EncodeRecords(const std::vector<DrawRecord>& records) {
+  std::string bytes;
+  EncodeInto(records, bytes);
+  return bytes;
+}
+
+void WriteReport(platform::FileSystem& files, const core::DirectorySet& directories,
+                 const PassResult& result) {
+  files.OverwriteFile(directories.ServiceDirectory + "Reverse.txt", result.Conversion.Report);
+}
+
+void WriteSlotFiles(platform::FileSystem& files, const core::DirectorySet& directories,
+                    std::int16_t slot, const PassResult& result) {
+  const std::string base = SlotBaseName(directories, slot);
+  files.ReplaceFile(base + "bdy", result.Text.Body);
+  files.ReplaceFile(base + "cnv", result.Text.Converted);
+  for (const auto& [number, text] : result.Conversion.Subs) {
+    files.ReplaceFile(directories.SubsDirectory[static_cast<std::size_t>(slot)] +
+                          core::IntegerText(number) + ".sub",
+                      text);
+  }
+  WriteReport(files, directories, result);
+  std::string records;  // one buffer for both record files
+  records.reserve(std::max(result.Conversion.Records.size(), result.Kerf.size()) * DrawRecordSize);
+  EncodeInto(result.Conversion.Records, records);
+  files.ReplaceFile(base + "drw", records);
+  if (result.Outcome != PassOutcome::Good) return;
+  EncodeInto(result.Kerf, records);
+  files.ReplaceFile(base + "krw", records);
+  files.ReplaceFile(base + "tbx", result.Table.Text);
+  files.ReplaceFile(base + "tbl", result.TableRecords.Bytes);
+  files.ReplaceFile(base + "rnd", result.BodyRecords.Bytes);
+}
+
+}  // namespace torvane::partprogram

@@ -1,0 +1,154 @@
+// One walk of the conversion pass: its state and the handlers of its words. Used by ReverseModule
+// alone; the handlers stand in ReverseModule, Motion and PointRecords.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "partprogram/ArcMotion.h"
+#include "partprogram/Block.h"
+#include "partprogram/ModalState.h"
+#include "partprogram/Passes.h"
+#include "partprogram/ProgramHeader.h"
+#include "partprogram/Report.h"
+#include "partprogram/Walker.h"
+#include "partprogram/WordValues.h"
+
+namespace torvane::partprogram {
+
+/// Messages of the pass, as they are handed to WriteError.
+namespace Message {
+inline constexpr std::string_view InvalidCentre = " Non-Interpolated Arc (Invalid I,J) ";
+inline constexpr std::string_view InvalidRadius = " Non-Interpolated Arc (Invalid R) ";
+inline constexpr std::string_view LimitX = " Out of limits in X ";
+inline constexpr std::string_view LimitY = " Out of limits in Y ";
+inline constexpr std::string_view Backoff = " Reposition with Excessive Backoff distance (J) ";
+inline constexpr std::string_view Return = " Reposition with Excessive Return distance (K) ";
+inline constexpr std::string_view SubMissing = " Subroutine Does Not Exist ";
+inline constexpr std::string_view SubTooDeep = " Subroutine Calls Nested Too Deep ";
+inline constexpr std::string_view ParameterNumber = " Parameter Number Out of Range ";
+inline constexpr std::string_view NumberRange = " Number Out of Range ";
+inline constexpr std::string_view FunctionTooDeep = " Functions Nested Too Deep ";
+inline constexpr std::string_view BlockTooLong = " Block Too Long ";
+inline constexpr std::string_view TooManyLines = " Too Many Lines in Program ";
+inline constexpr std::string_view TooManyRecords = " Too Many Records in Program ";
+inline constexpr std::string_view TooManyErrors = " Too Many Errors in Program ";
+inline constexpr std::string_view Endless = " Program Does Not End ";
+inline constexpr std::string_view TooManyTableLines = " Too Many Table Lines in Program ";
+inline constexpr std::string_view TableLineTooLong = " Table Line Too Long ";
+}  // namespace Message
+
+class ReversePass {
+ public:
+  /// `input` and `result.Subs` must outlive the pass.
+  ReversePass(const ConversionInput& input, ConversionResult& result);
+
+  /// Walks the program; records, report and totals go into the result.
+  void Run();
+
+ private:
+  /// How a handler leaves its block.
+  enum class Flow : std::uint8_t {
+    GoOn,  ///< the next row of the order is tested
+    Done,  ///< the block ends here
+    Stop,  ///< the program ends here
+  };
+
+  /// When a row of the order acts: on one of its words, on its letter, on the running mode in a
+  /// block with position words, or always.
+  struct Row {
+    WordSet Words;
+    Flow (ReversePass::*Act)();
+    char Letter = '\0';
+    std::int16_t Mode = -1;
+    bool Always = false;
+  };
+  static const std::array<Row, 30> Order;
+
+  [[nodiscard]] bool Applies(const Row& row) const;
+  Flow TakeBlock();
+  Flow RunOrder();
+  void ReportFault();
+  void Begin();
+  void Finish();
+
+  // Calls, jumps and modal words: ReverseModule.
+  Flow CallG98();
+  Flow CallQ();
+  Flow Call(std::string_view numberKey, bool turned);
+  Flow TakeIf();
+  Flow TakeGoto();
+  Flow TakeLeave();
+  Flow TakeParameters();
+  Flow TakeFeed();
+  Flow TakeSkipLevel();
+  Flow TakeG90();
+  Flow TakeG91();
+  Flow TakeG70();
+  Flow TakeG71();
+  Flow TakeMirror();
+  Flow TakeProfiling();
+  void SettleUnits(bool imperial);
+  Flow JumpTo();
+
+  // Positions, lines, arcs: Motion.
+  Flow TakePosition();
+  Flow TakeG00();
+  Flow TakeG01();
+  Flow TakeG02();
+  Flow TakeG03();
+  [[nodiscard]] bool HoldsOtherMotion(Word own) const;
+  void MakeLine(bool rapid);
+  void MakeArc(bool clockwise);
+  void PutArc(const ArcGeometry& arc, bool clockwise);
+  void FillBeam(DrawRecord& record) const;
+  void CheckLimits(double x, double y);
+  void CheckArcLimits(const DrawRecord& arc);
+  void CheckLimitsEachTime();
+  void AddGap(const DrawRecord& record);
+
+  // Records at a position: PointRecords.
+  Flow TakeSettings();
+  void MakeSettings(std::int16_t mode);
+  Flow TakeG56();
+  Flow TakeG53();
+  Flow TakeG92();
+  Flow TakeKerf();
+  Flow TakeG04();
+  Flow TakeG95();
+  Flow TakeM50();
+  Flow TakeM55();
+  Flow TakeM87();
+  Flow TakeM00();
+
+  /// A cleared record with code, name, block numbers, feed, skip level and stored settings.
+  [[nodiscard]] DrawRecord NewRecord(std::int16_t code, std::string_view name) const;
+  /// The same with the position in `CentrePoint`.
+  [[nodiscard]] DrawRecord NewPointRecord(std::int16_t code, std::string_view name) const;
+  /// Finishes the record, numbers it and appends it.
+  const DrawRecord& PutRecord(DrawRecord record);
+  void Error(std::string_view message, bool critical);
+
+  [[nodiscard]] const Block& Words() const { return walker_.CurrentBlock(); }
+  [[nodiscard]] bool InSubroutine() const { return walker_.Depth() > 0; }
+
+  const ConversionInput& input_;
+  const core::MachineData& machine_;
+  ConversionResult& result_;
+  Walker walker_;
+  Parameters parameters_;
+  WordReader reader_{parameters_};
+  ModalState state_;
+  ProgramHeader header_;
+  double kerfWidth_ = 0;
+  bool unitsSettled_ = false;
+  bool imperialProgram_ = false;
+  bool xLimitReported_ = false;
+  bool yLimitReported_ = false;
+  Point3 last_;  ///< last recorded end
+  double moveLength_ = 0;
+  double profileLength_ = 0;
+  DrawRecord cleared_;
+};
+
+}  // namespace torvane::partprogram
