@@ -26,11 +26,11 @@ class ScreenSet;
 
 /// What tells one screen from another for the frame.
 struct ScreenTraits {
-  std::string Name;                   ///< such as "MachineForm"
-  std::string PanelName;              ///< such as "MachinePanel"; panel 0 is the title, 1 the body
-  std::string Title;                  ///< caption of panel 0
+  std::string Name = {};              ///< such as "MachineForm"
+  std::string PanelName = {};         ///< such as "MachinePanel"; panel 0 is the title, 1 the body
+  std::string Title = {};             ///< caption of panel 0
   GlobalKeys Keys = GlobalKeys::All;  ///< handed on before the screen's own accelerators
-  std::string Parent;                 ///< taken up again at unload, if it shows
+  std::string Parent = {};            ///< taken up again at unload, if it shows
   bool Current = true;                ///< false for modal screens, which leave CurrentForm alone
   bool Backdrop = false;              ///< the main screen, under all others
   bool Accelerators = true;           ///< false where the letters of the captions are global keys
