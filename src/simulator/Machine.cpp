@@ -1,0 +1,363 @@
+#include "simulator/Machine.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/MachineState.h"
+
+namespace torvane::simulator {
+
+namespace {
+
+constexpr double HighestOverride = 200;  // percent
+constexpr int RestartTable = 3;
+constexpr double Instant = 1e-12;  // s; shorter rests of time are none
+
+}  // namespace
+
+Machine::Machine(ControllerMemory& memory, MachineOptions options)
+    : memory_(memory), options_(std::move(options)), messages_(memory), run_(memory, options_) {
+  memory_.SetListener(this);
+  Publish();
+}
+
+bool Machine::InCycle() const {
+  return mode_ == MachineMode::Running || mode_ == MachineMode::Restarting;
+}
+
+bool Machine::AwaitingStart() const {
+  return mode_ == MachineMode::Running && mover_.Current() != nullptr &&
+         mover_.Current()->What == Task::Kind::AwaitStart;
+}
+
+bool Machine::BeamOn() const {
+  return mode_ == MachineMode::Running && beamAllowed_ && !held_ && mover_.Current() != nullptr &&
+         mover_.Current()->What == Task::Kind::Cut;
+}
+
+double Machine::Override() const {
+  return std::clamp(memory_.Variable(Vr::FeedRequest), 0.0, HighestOverride);
+}
+
+double Machine::FeedNow() const { return held_ ? 0.0 : mover_.RateNow(Override()); }
+
+void Machine::Tell(EventKind kind, int value) const {
+  if (listener_) listener_({kind, value});
+}
+
+// ---- time ----
+
+void Machine::Advance(double seconds) {
+  if (!(seconds >= 0)) return;
+  FetchWork();
+  double left = seconds;
+  while (left > Instant) {
+    left -= PassTime(left);
+    FetchWork();
+  }
+  Publish();
+}
+
+double Machine::PassTime(double seconds) {
+  double used = seconds;
+  if (!held_ && !mover_.Empty()) used = mover_.Work(seconds, Override(), at_);
+  if (InCycle() && !held_ && !AwaitingStart()) runSeconds_ += used;
+  lampSeconds_ += used;
+  messages_.Advance(used);
+  return used;
+}
+
+void Machine::FetchWork() {
+  if (held_) return;
+  if (mode_ == MachineMode::Manual && mover_.Empty()) FinishAction();
+  while (mode_ == MachineMode::Running && mover_.Empty()) {
+    FetchRow();
+    if (wait_ != RowOutcome::Executed) return;
+  }
+}
+
+void Machine::FetchRow() {
+  const RowOutcome outcome = run_.Next(at_, mover_);
+  if (const int line = run_.TakePathRefusal(); line > 0) Tell(EventKind::PathRefused, line);
+  AwaitRow(outcome);
+  if (wait_ != RowOutcome::Executed) return;
+  memory_.SetVariable(Vr::RunningLine, run_.Line());
+  if (outcome == RowOutcome::Finished) return FinishCycle();
+  if (AwaitingStart()) {
+    messages_.Set(LogicBit::ProgramStop, true);
+    Tell(EventKind::ProgramStop, run_.Line());
+  }
+}
+
+void Machine::AwaitRow(RowOutcome outcome) {
+  const bool stuck = outcome == RowOutcome::Waiting || outcome == RowOutcome::Missing;
+  const RowOutcome wanted = stuck ? outcome : RowOutcome::Executed;
+  if (wanted == wait_) return;
+  if (wanted == RowOutcome::Waiting) Tell(EventKind::WaitingForTable, run_.Line());
+  if (wanted == RowOutcome::Missing) Tell(EventKind::TableIncomplete, run_.Line() + 1);
+  if (wanted == RowOutcome::Executed) Tell(EventKind::TableArrived, run_.Line());
+  ShowWait(wanted);
+}
+
+void Machine::ShowWait(RowOutcome wait) {
+  if (wait == wait_) return;
+  wait_ = wait;
+  messages_.Set(LogicBit::WaitingForTable, wait_ == RowOutcome::Waiting);
+  messages_.Set(LogicBit::TableIncomplete, wait_ == RowOutcome::Missing);
+}
+
+// ---- the operator panel ----
+
+void Machine::CycleStart() {
+  if (messages_.Code() > 0 || mode_ == MachineMode::Manual || (held_ && !InCycle())) {
+    Refuse(0);
+  } else if (held_) {
+    Release();
+  } else if (AwaitingStart()) {
+    mover_.Drop();
+    messages_.Set(LogicBit::ProgramStop, false);
+    FetchWork();
+  } else if (mode_ == MachineMode::RestartWait) {
+    StartRestart();
+  } else if (mode_ == MachineMode::Idle) {
+    StartCycle();
+  }
+  Publish();
+}
+
+void Machine::FeedHold() {
+  if (held_) return;
+  held_ = true;
+  Tell(EventKind::Held);
+  if (mode_ == MachineMode::Manual) FinishAction();
+  Publish();
+}
+
+void Machine::Release() {
+  if (!held_ || messages_.Code() > 0) return;
+  held_ = false;
+  Tell(EventKind::Released);
+  Publish();
+}
+
+void Machine::Stop() {
+  if (mode_ == MachineMode::Manual) FinishAction();
+  if (InCycle()) {
+    held_ = false;
+    Tell(EventKind::CycleStopped, run_.Line());
+    GoIdle();
+  }
+  Publish();
+}
+
+void Machine::RaiseError(int code) {
+  constexpr int HighestCode = 64;
+  if (code < 1 || code > HighestCode) return;
+  messages_.SetCode(code);
+  Tell(EventKind::ErrorRaised, code);
+  if (mode_ != MachineMode::Idle && mode_ != MachineMode::RestartWait) FeedHold();
+  Publish();
+}
+
+void Machine::RaiseBit(int bit) {
+  if (bit < 0 || bit >= LogicBit::Count) return;
+  messages_.RaiseBit(bit);
+  Tell(EventKind::BitRaised, bit);
+  Publish();
+}
+
+void Machine::ClearMessages() {
+  messages_.Clear();
+  Tell(EventKind::MessagesCleared);
+  Publish();
+}
+
+void Machine::AllowBeam(bool allowed) {
+  beamAllowed_ = allowed;
+  Tell(EventKind::BeamAllowed, allowed ? 1 : 0);
+  Publish();
+}
+
+void Machine::Refuse(int word) {
+  messages_.RaiseFor(LogicBit::Refused, options_.RefusalSeconds);
+  Tell(EventKind::ActionRefused, word);
+}
+
+// ---- changes of mode ----
+
+void Machine::StartCycle() {
+  const double table = memory_.Variable(Vr::TableInForce);
+  const bool named = table == 1 || table == 2;
+  if (!named || !run_.Begin(static_cast<int>(table))) {
+    messages_.RaiseFor(LogicBit::TableIncomplete, options_.RefusalSeconds);
+    Tell(EventKind::TableIncomplete, 1);
+    return Refuse(0);
+  }
+  mode_ = MachineMode::Running;
+  runSeconds_ = 0;
+  memory_.SetVariable(Vr::RunningLine, 0);
+  messages_.Set(LogicBit::SheetCountReached, false);
+  Tell(EventKind::CycleStarted, run_.Slot());
+  FetchWork();
+}
+
+void Machine::FinishCycle() {
+  CountSheet();
+  Tell(EventKind::CycleFinished, memory_.Word(Vr::SheetsCompleted));
+  GoIdle();
+}
+
+void Machine::CountSheet() {
+  const double completed = memory_.Variable(Vr::SheetsCompleted) + 1;
+  memory_.SetVariable(Vr::SheetsCompleted, completed);
+  const double required = memory_.Variable(Vr::SheetsRequired);
+  // The batch counts only where both parts and sheets were asked for.
+  if (memory_.Variable(Vr::PartsRequired) == 0 || required == 0 || completed < required) return;
+  messages_.Set(LogicBit::SheetCountReached, true);
+  Tell(EventKind::SheetCountReached);
+}
+
+void Machine::GoIdle() {
+  mover_.Clear();
+  ShowWait(RowOutcome::Executed);
+  messages_.Set(LogicBit::ProgramStop, false);
+  restartText_.reset();
+  mode_ = MachineMode::Idle;
+  if (memory_.Variable(Vr::TableInForce) == RestartTable) SelectTable();
+}
+
+void Machine::FinishAction() {
+  const int word = action_ != nullptr ? action_->Word : 0;
+  action_ = nullptr;
+  memory_.SetVariable(Vr::Command, 0);
+  Tell(EventKind::ActionDone, word);
+  GoIdle();
+}
+
+void Machine::StartRestart() {
+  mode_ = MachineMode::Restarting;
+  runSeconds_ = 0;
+  Tell(EventKind::RestartStarted);
+  if (options_.Files == nullptr || options_.RootDirectory.empty()) return;
+  restartText_ = ReadRestartText(*options_.Files, options_.RootDirectory);
+  if (!restartText_) return;
+  restartText_->At.Z = at_.Z;
+  mover_.Add(Task::Travelling(Segment::Line(at_, restartText_->At), options_.RapidRate));
+}
+
+bool Machine::RestartRequested(int slot, std::string_view fraction) {
+  if (mode_ != MachineMode::Restarting) return false;
+  RestartPoint point{std::max(run_.Line(), 1), 0};
+  if (restartText_) {
+    RestartText text = *restartText_;
+    text.At.Z = 0;
+    const auto found =
+        FindRestartPoint(*options_.Files, options_.RootDirectory, slot, fraction, text);
+    if (!found) {
+      messages_.RaiseFor(LogicBit::RestartUnknown, options_.RefusalSeconds);
+      Tell(EventKind::RestartUnknown);
+      GoIdle();
+      Publish();
+      return true;
+    }
+    point = *found;
+  }
+  run_.Continue(slot, point);
+  mode_ = MachineMode::Running;
+  memory_.SetVariable(Vr::RunningLine, point.Line);
+  Tell(EventKind::RestartContinues, point.Line);
+  Publish();
+  return true;
+}
+
+// ---- what the front end writes ----
+
+void Machine::VariableWritten(int number, double before) {
+  switch (number) {
+    case Vr::Command:
+      ObeyCommand(before);
+      break;
+    case Vr::TableInForce:
+      SelectTable();
+      break;
+    case Vr::LogicMessages:
+      WatchRollers(before);
+      break;
+    case Vr::FrontEndUp:
+      if ((memory_.Word(Vr::FrontEndUp) & 1) != 0) Tell(EventKind::FrontEndUp);
+      break;
+    default:
+      break;
+  }
+  Publish();
+}
+
+void Machine::TableWritten(int index, int count) {
+  run_.Written(index, count, mode_ == MachineMode::Running);
+  FetchWork();
+  Publish();
+}
+
+void Machine::OutputWritten(int output, double) { Tell(EventKind::OutputSet, output); }
+
+void Machine::SelectTable() {
+  const double table = memory_.Variable(Vr::TableInForce);
+  if (table == 1 || table == 2) {
+    if (mode_ == MachineMode::RestartWait) {
+      mode_ = MachineMode::Idle;  // the restart was given up: no other program has come
+    } else if (!InCycle()) {
+      run_.Selected(static_cast<int>(table));
+    }
+  } else if (table == RestartTable && mode_ == MachineMode::Idle) {
+    mode_ = MachineMode::RestartWait;
+    lampSeconds_ = 0;
+    Tell(EventKind::RestartWaiting);
+  }
+}
+
+unsigned Machine::BarredStates() const {
+  const bool busy = InCycle() || mode_ == MachineMode::RestartWait;
+  return (busy ? Bar::Running : 0U) | (held_ ? Bar::Held : 0U) |
+         (messages_.InError() ? Bar::Error : 0U);
+}
+
+void Machine::ObeyCommand(double before) {
+  const double word = memory_.Variable(Vr::Command);
+  const bool jogging = action_ != nullptr && action_->Jog;
+  if (word == 0) {
+    const bool step = memory_.Variable(Vr::JogBySteps) != 0;
+    if (jogging && !step) return FinishAction();
+    memory_.SetVariable(Vr::Command, action_ != nullptr ? before : 0.0);
+    return;
+  }
+  if (action_ != nullptr && word == action_->Word) return;  // a key that repeats
+  const ManualAction* wanted = FindAction(word);
+  const bool replaces = jogging && wanted != nullptr && wanted->Jog;
+  if (wanted == nullptr || (wanted->Barred & BarredStates()) != 0 ||
+      (action_ != nullptr && !replaces)) {
+    memory_.SetVariable(Vr::Command, action_ != nullptr ? action_->Word : 0.0);
+    return Refuse(static_cast<int>(std::clamp(word, -1e6, 1e6)));
+  }
+  if (replaces) FinishAction();
+  memory_.SetVariable(Vr::Command, word);
+  action_ = wanted;
+  mode_ = MachineMode::Manual;
+  wanted->Plan(*wanted, {memory_, options_, at_}, mover_);
+  Tell(EventKind::ActionStarted, wanted->Word);
+}
+
+void Machine::WatchRollers(double before) {
+  constexpr int RollerOutput = 8;
+  constexpr int Mask = 1 << LogicBit::Rollers;
+  const bool now = messages_.IsSet(LogicBit::Rollers);
+  const bool was =
+      (static_cast<int>(std::clamp(std::trunc(before), -2147483648.0, 2147483647.0)) & Mask) != 0;
+  if (now == was) return;
+  Tell(now ? EventKind::RollersOn : EventKind::RollersOff);
+  if (now) return;
+  const int status = memory_.Word(Vr::Status);
+  memory_.SetVariable(Vr::Status, status & ~core::StatusBit::RollersOn);
+  memory_.SetOutput(RollerOutput, 0);
+}
+
+}  // namespace torvane::simulator

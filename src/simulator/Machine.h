@@ -1,0 +1,125 @@
+// The simulated machine: runs tables, does manual actions, and keeps the variables of the contract.
+#pragma once
+
+#include <string_view>
+
+#include "simulator/ControllerMemory.h"
+#include "simulator/Kinematics.h"
+#include "simulator/MachineEvents.h"
+#include "simulator/ManualActions.h"
+#include "simulator/MessageBoard.h"
+#include "simulator/TableRun.h"
+
+namespace torvane::simulator {
+
+enum class MachineMode {
+  Idle,
+  Manual,       ///< an action of the command word
+  RestartWait,  ///< the restart table is in force, the lamp blinks
+  Restarting,   ///< on its way to the restart position, or there and waiting for the start line
+  Running       ///< a table runs
+};
+
+/// How the modes follow each other. "start" is the operator's cycle start, "stop" the stop button.
+///
+///   Idle        --start, VR(91) 1 or 2, line 1 received-->  Running
+///   Idle        --VR(48) of an action-->                    Manual
+///   Idle        --VR(91)=3-->                               RestartWait
+///   Manual      --done, VR(48)=0 of a jog, hold, stop-->    Idle
+///   RestartWait --VR(91) other than 3-->                    Idle
+///   RestartWait --start-->                                  Restarting
+///   Restarting  --start line, block found-->                Running
+///   Restarting  --stop-->                                   Idle
+///   Running     --end row, stop-->                          Idle
+///
+/// Feed hold lies over every mode: held in a cycle, nothing moves and the run time stands still
+/// until release or cycle start; held in Idle, actions and the cycle start are refused. A program
+/// stop, a missing line and a line not yet received are waits inside Running: the cycle stands open
+/// and counts as running, so that the trace of a part is not wiped at each stop. Back in Idle with
+/// VR(91) at 3 the machine goes to RestartWait at once. An error holds a running cycle.
+class Machine final : public MemoryListener {
+ public:
+  Machine(ControllerMemory& memory, MachineOptions options);
+
+  void SetListener(EventListener listener) { listener_ = std::move(listener); }
+
+  /// Lets time pass. The result does not depend on how the time is cut into pieces.
+  void Advance(double seconds);
+
+  // The operator panel.
+  void CycleStart();
+  void FeedHold();
+  void Release();
+  void Stop();
+  /// A code of IO.msg, from 1 to 64; others are ignored. A running cycle is held.
+  void RaiseError(int code);
+  /// A bit of Logic.msg, from 0 to 30; others are ignored.
+  void RaiseBit(int bit);
+  /// Takes codes and raised bits away; a hold stays.
+  void ClearMessages();
+  void AllowBeam(bool allowed);
+
+  [[nodiscard]] MachineMode Mode() const { return mode_; }
+  [[nodiscard]] bool Held() const { return held_; }
+  [[nodiscard]] bool AwaitingStart() const;
+  [[nodiscard]] bool BeamOn() const;
+  [[nodiscard]] bool BeamAllowed() const { return beamAllowed_; }
+  [[nodiscard]] const Position& At() const { return at_; }
+  [[nodiscard]] int Line() const { return run_.Line(); }
+  /// The rate of the motion in hand, mm per minute.
+  [[nodiscard]] double FeedNow() const;
+
+  // MemoryListener
+  void VariableWritten(int number, double before) override;
+  void TableWritten(int index, int count) override;
+  void OutputWritten(int output, double value) override;
+  bool RestartRequested(int slot, std::string_view fraction) override;
+
+ private:
+  [[nodiscard]] bool InCycle() const;
+  [[nodiscard]] unsigned BarredStates() const;
+  [[nodiscard]] double Override() const;
+  void Tell(EventKind kind, int value = 0) const;
+
+  // Time.
+  void FetchWork();
+  void FetchRow();
+  void AwaitRow(RowOutcome outcome);
+  void ShowWait(RowOutcome wait);
+  [[nodiscard]] double PassTime(double seconds);
+
+  // Changes of mode.
+  void StartCycle();
+  void FinishCycle();
+  void CountSheet();
+  void GoIdle();
+  void FinishAction();
+  void StartRestart();
+  void Refuse(int word);
+  void ObeyCommand(double before);
+  void SelectTable();
+  void WatchRollers(double before);
+
+  // The variables that the front end reads.
+  void Publish();
+  void PublishStatus();
+  void PublishPositions();
+
+  ControllerMemory& memory_;
+  MachineOptions options_;
+  EventListener listener_;
+  MessageBoard messages_;
+  TableRun run_;
+  Mover mover_;
+  Position at_;
+  MachineMode mode_ = MachineMode::Idle;
+  const ManualAction* action_ = nullptr;
+  std::optional<RestartText> restartText_;
+  double runSeconds_ = 0;
+  double lampSeconds_ = 0;
+  RowOutcome wait_ = RowOutcome::Executed;  ///< Waiting or Missing while no line can be taken
+  bool held_ = false;
+  bool beamAllowed_ = true;
+};
+
+}  // namespace torvane::simulator

@@ -1,0 +1,56 @@
+#include "simulator/MachineEvents.h"
+
+namespace torvane::simulator {
+
+namespace {
+
+struct EventRow {
+  EventKind Kind;
+  std::string_view Text;
+  std::string_view ValueLabel;  ///< empty: the value says nothing
+};
+
+constexpr EventRow EventRows[] = {
+    {EventKind::FrontEndUp, "front end is up", ""},
+    {EventKind::CycleStarted, "cycle started", "slot"},
+    {EventKind::CycleFinished, "cycle finished", "sheets completed"},
+    {EventKind::CycleStopped, "cycle stopped", "line"},
+    {EventKind::Held, "feed hold", ""},
+    {EventKind::Released, "feed hold released", ""},
+    {EventKind::ProgramStop, "program stop, waiting for cycle start", "line"},
+    {EventKind::WaitingForTable, "waiting for table lines", "behind line"},
+    {EventKind::TableArrived, "table lines arrived", "going on with line"},
+    {EventKind::TableIncomplete, "table is incomplete", "missing line"},
+    {EventKind::PathRefused, "record does not belong to the row, moving by the rows", "line"},
+    {EventKind::RestartWaiting, "restart table selected, waiting for cycle start", ""},
+    {EventKind::RestartStarted, "restart started", ""},
+    {EventKind::RestartContinues, "restart goes on", "line"},
+    {EventKind::RestartUnknown, "restart block not found", ""},
+    {EventKind::ActionStarted, "action started", "VR(48)"},
+    {EventKind::ActionDone, "action done", "VR(48)"},
+    {EventKind::ActionRefused, "refused", "VR(48)"},
+    {EventKind::ErrorRaised, "error", "code"},
+    {EventKind::BitRaised, "message", "bit"},
+    {EventKind::MessagesCleared, "messages cleared", ""},
+    {EventKind::RollersOn, "rollers on", ""},
+    {EventKind::RollersOff, "rollers off", ""},
+    {EventKind::OutputSet, "output set", "output"},
+    {EventKind::BeamAllowed, "beam allowed", "now"},
+    {EventKind::SheetCountReached, "sheet count reached", ""},
+};
+
+}  // namespace
+
+std::string EventText(const MachineEvent& event) {
+  for (const auto& row : EventRows) {
+    if (row.Kind != event.Kind) continue;
+    std::string text(row.Text);
+    if (!row.ValueLabel.empty()) {
+      text.append(": ").append(row.ValueLabel).append(" ").append(std::to_string(event.Value));
+    }
+    return text;
+  }
+  return "event " + std::to_string(static_cast<int>(event.Kind));
+}
+
+}  // namespace torvane::simulator

@@ -1,0 +1,75 @@
+// What the simulated machine tells whoever watches it, and how it is set up.
+#pragma once
+
+#include <functional>
+#include <limits>
+#include <string>
+#include <string_view>
+
+namespace torvane::platform {
+class FileSystem;
+}
+
+namespace torvane::simulator {
+
+enum class EventKind {
+  FrontEndUp,
+  CycleStarted,   ///< Value: slot
+  CycleFinished,  ///< Value: sheets completed
+  CycleStopped,   ///< Value: table line reached
+  Held,
+  Released,
+  ProgramStop,      ///< Value: table line
+  WaitingForTable,  ///< Value: last line received
+  TableArrived,     ///< Value: next line
+  TableIncomplete,  ///< Value: line that is missing
+  PathRefused,      ///< Value: line whose row and record disagree; the rows alone are followed
+  RestartWaiting,
+  RestartStarted,
+  RestartContinues,  ///< Value: table line
+  RestartUnknown,
+  ActionStarted,  ///< Value: command word
+  ActionDone,     ///< Value: command word
+  ActionRefused,  ///< Value: command word, or 0 for the cycle start
+  ErrorRaised,    ///< Value: code
+  BitRaised,      ///< Value: bit
+  MessagesCleared,
+  RollersOn,
+  RollersOff,
+  OutputSet,    ///< Value: output
+  BeamAllowed,  ///< Value: 1 or 0
+  SheetCountReached
+};
+
+struct MachineEvent {
+  EventKind Kind = EventKind::Held;
+  int Value = 0;
+};
+
+/// One line for a person, without an end.
+[[nodiscard]] std::string EventText(const MachineEvent& event);
+
+using EventListener = std::function<void(const MachineEvent&)>;
+
+/// Rates mm per minute, times s, lengths mm.
+struct MachineOptions {
+  double RapidRate = 30000;
+  double DefaultFeed = 1000;  ///< where the program gave no feed
+  double ReferenceRate = 6000;
+  double SearchSeconds = 1;  ///< on the reference switch of one axis
+  double ClampSeconds = 1;
+  double RepositionSeconds = 3;  ///< also for whatever else the rows do not tell
+  double RefusalSeconds = 5;     ///< how long the message of a refusal stands
+  double LampSeconds = 0.5;      ///< half a blink of the cycle start lamp
+  double ServoLag = 0.0005;      ///< following error per speed, s
+  /// Jogs end here.
+  double TravelMinX = -std::numeric_limits<float>::max();
+  double TravelMaxX = std::numeric_limits<float>::max();
+  double TravelMinY = -std::numeric_limits<float>::max();
+  double TravelMaxY = std::numeric_limits<float>::max();
+  /// Directory of the slots' files, ending in a separator; empty: the machine moves by the rows.
+  std::string RootDirectory;
+  const platform::FileSystem* Files = nullptr;
+};
+
+}  // namespace torvane::simulator

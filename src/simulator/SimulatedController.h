@@ -1,0 +1,73 @@
+// The whole simulated controller: a line with its faults in front of a memory and a machine.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "simulator/CommandLine.h"
+#include "simulator/ControllerMemory.h"
+#include "simulator/Faults.h"
+#include "simulator/Machine.h"
+
+namespace torvane::simulator {
+
+struct ControllerOptions {
+  MachineOptions Machine;
+  FaultSettings Faults;
+  double Speed = 1;         ///< machine seconds per second of the line
+  double ReplySeconds = 0;  ///< what the controller takes to answer a line
+};
+
+/// Works on a clock of its own, moved by Advance. What it answers waits in order until taken.
+class SimulatedController {
+ public:
+  explicit SimulatedController(ControllerOptions options);
+  SimulatedController(const SimulatedController&) = delete;
+  SimulatedController& operator=(const SimulatedController&) = delete;
+
+  /// Seconds of the line; the machine goes Speed times as far.
+  void Advance(double seconds);
+
+  /// Bytes from the front end, at the present time.
+  void Receive(std::string_view bytes);
+
+  /// The bytes whose time has come.
+  [[nodiscard]] std::string TakeOutput();
+
+  /// Seconds until the next bytes are due, 0 for now; nothing when no answer stands.
+  [[nodiscard]] std::optional<double> OutputDueIn() const;
+
+  /// Changes the faults in force, as a test does half-way.
+  void SetFaults(const FaultSettings& faults) { faults_ = FaultSource(faults); }
+  void SetSpeed(double speed) { options_.Speed = speed; }
+  [[nodiscard]] double Speed() const { return options_.Speed; }
+
+  /// Called with each line that came in whole, without its carriage return.
+  void OnLine(std::function<void(std::string_view)> watcher) { watcher_ = std::move(watcher); }
+
+  [[nodiscard]] ControllerMemory& Memory() { return memory_; }
+  [[nodiscard]] Machine& TheMachine() { return machine_; }
+
+ private:
+  struct Answer {
+    double Due = 0;
+    std::string Bytes;
+  };
+
+  void Obey(const ReceivedLine& line);
+  void Send(std::string_view answer);
+
+  ControllerOptions options_;
+  FaultSource faults_;
+  ControllerMemory memory_;
+  Machine machine_;
+  CommandLine line_;
+  std::function<void(std::string_view)> watcher_;
+  std::deque<Answer> answers_;
+  double now_ = 0;
+};
+
+}  // namespace torvane::simulator

@@ -1,0 +1,53 @@
+// What one row of the table says.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+
+namespace torvane::simulator {
+
+enum class RowType {
+  Point = 0,        ///< a rapid move, or what Action says at the point
+  Line = 1,         ///< a cut; X and Y are where it starts
+  ArcNegative = 2,  ///< X, Y and I, J count from the start
+  ArcPositive = 3,
+  Settings = 4,      ///< settings stay as they are
+  SettingsPair = 5,  ///< the row behind it is its second half and has no type of its own
+  Other = 9,
+  End = -999
+};
+
+/// Codes of the fifth value of a point row; a positive number is a dwell in seconds.
+namespace PointAction {
+inline constexpr double None = 0;
+inline constexpr double Stop = -1;
+inline constexpr double CloseClamps = -2;
+inline constexpr double OpenClamps = -3;
+}  // namespace PointAction
+
+/// Settings of a pair: 1 to 6, then the eighth, then four whose meaning the seventh decides.
+inline constexpr std::size_t SettingCount = 11;
+
+/// Lengths mm, feed mm per minute as written, 0 where the program gave none.
+struct TableRow {
+  RowType Type = RowType::Point;
+  double X = 0;
+  double Y = 0;
+  double Z = 0;
+  double Action = 0;
+  double I = 0;
+  double J = 0;
+  bool Blended = false;
+  double Feed = 0;
+  int Skip = 0;
+  std::array<double, SettingCount> Settings{};
+};
+
+/// Nothing when the type is unknown or the number of values is not that of the type.
+[[nodiscard]] std::optional<TableRow> ReadRow(std::span<const double> values);
+
+/// Adds the second half of a pair. False when it has not its six values.
+bool ReadSecondHalf(std::span<const double> values, TableRow& row);
+
+}  // namespace torvane::simulator
