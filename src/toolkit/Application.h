@@ -1,9 +1,8 @@
 // The application object: fonts, and faults inside event handlers.
 #pragma once
 
-#include <exception>
-
 #include <QApplication>
+#include <exception>
 
 namespace torvane::toolkit {
 

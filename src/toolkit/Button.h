@@ -42,7 +42,7 @@ class Button : public Control {
   void PointerDown(const PointerEvent& event) override;
   void PointerMove(const PointerEvent& event) override;
   void PointerUp(const PointerEvent& event) override;
-  void FocusChanged(bool hasFocus) override;
+  void PointerCancelled() override;
 
  private:
   std::string caption_;

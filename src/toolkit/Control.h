@@ -1,10 +1,9 @@
 // What every control of a form has: place, colours, name, focus, keys and pointer.
 #pragma once
 
+#include <QWidget>
 #include <functional>
 #include <string>
-
-#include <QWidget>
 
 #include "platform/Canvas.h"
 #include "toolkit/Area.h"
@@ -64,7 +63,9 @@ class Control : public QWidget {
     mouseMove_ = std::move(handler);
   }
   /// Comes even when the form was locked after the press, as soon as it is free again.
-  void OnMouseUp(std::function<void(const PointerEvent&)> handler) { mouseUp_ = std::move(handler); }
+  void OnMouseUp(std::function<void(const PointerEvent&)> handler) {
+    mouseUp_ = std::move(handler);
+  }
 
   [[nodiscard]] Form* OwnerForm() const;
   [[nodiscard]] const Metrics& Measures() const;
@@ -83,6 +84,8 @@ class Control : public QWidget {
   virtual void PointerMove(const PointerEvent& event);
   virtual void PointerUp(const PointerEvent& event);
   virtual void PointerDouble(const PointerEvent& event);
+  /// The press ended where it must not count: the form was locked, hidden or covered meanwhile.
+  virtual void PointerCancelled() {}
   /// Colours, enabled state or caption changed.
   virtual void LookChanged() { update(); }
   virtual void PlaceChanged() {}
@@ -92,9 +95,12 @@ class Control : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) final;
   void mouseDoubleClickEvent(QMouseEvent* event) final;
   void resizeEvent(QResizeEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
-  void Release(const PointerEvent& event);
+  [[nodiscard]] bool Admits() const;
+  void Press(QMouseEvent& event, bool twice);
+  void Release(const PointerEvent& event, bool counts);
 
   std::string name_;
   Form* owner_ = nullptr;
@@ -103,10 +109,12 @@ class Control : public QWidget {
   bool visible_ = true;
   bool enabled_ = true;
   bool focusable_ = false;
-  bool grabbed_ = false;
+  PointerButton grabbed_ = PointerButton::None;
   std::function<void(const PointerEvent&)> mouseDown_;
   std::function<void(const PointerEvent&)> mouseMove_;
   std::function<void(const PointerEvent&)> mouseUp_;
+
+  friend class Form;
 };
 
 }  // namespace torvane::toolkit

@@ -1,13 +1,13 @@
 // The one window of the console, on which all forms stand.
 #pragma once
 
-#include <functional>
-#include <map>
-#include <string>
-#include <vector>
-
 #include <QPointer>
 #include <QWidget>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "platform/EventLoop.h"
 #include "toolkit/Form.h"
@@ -15,8 +15,8 @@
 
 namespace torvane::toolkit {
 
-/// Owns the keyboard: a stroke goes to the active form's key-down hook, then its key-press hook, then
-/// its focused control. Nothing depends on the window system's focus, stacking or mnemonics.
+/// Owns the keyboard: a stroke goes to the active form's key-down hook, then its key-press hook,
+/// then its focused control. Nothing depends on the window system's focus, stacking or mnemonics.
 class Desk : public QWidget {
  public:
   explicit Desk(platform::EventLoop& loop);
@@ -69,6 +69,8 @@ class Desk : public QWidget {
   void Activate(Form& form);
   void RaiseInStack(Form& form);
   void Hidden(Form& form);
+  /// Keys held on that form go up.
+  void ReleaseKeysOf(const Form& form);
 
  protected:
   bool event(QEvent* event) override;
@@ -81,8 +83,8 @@ class Desk : public QWidget {
  private:
   [[nodiscard]] Form* TopForm() const;
   void SetActive(Form* form);
-  void ApplyStack();
-  void ReleaseAllKeys();
+  void ApplyStack(const std::vector<Form*>& before);
+  void EndModal(Form* below, Form* shownBefore);
 
   platform::EventLoop& loop_;
   Metrics metrics_;
@@ -91,6 +93,7 @@ class Desk : public QWidget {
   Form* active_ = nullptr;
   Form* shownDuringModal_ = nullptr;
   std::map<Key, QPointer<Form>> held_;
+  std::set<Key> handled_;
   std::function<void()> closeRequest_;
   Colour background_ = 0;
   int busy_ = 0;

@@ -39,6 +39,8 @@ class EntryBox : public Control {
   /// As if it were pressed; nothing when it is hidden or disabled.
   void Press();
   void SetAlignRight(bool right);
+  /// Part of another control, whose focus it shows.
+  void FollowFocusOf(const Control& host) { host_ = &host; }
   /// Entry by default; Readout has figures of one width.
   void SetStyle(TypeStyle style);
 
@@ -67,6 +69,7 @@ class EntryBox : public Control {
   int selection_ = 0;
   int anchor_ = -1;
   int blink_ = 0;
+  const Control* host_ = this;
   TypeStyle style_ = TypeStyle::Entry;
   bool caretOn_ = true;
   bool readOnly_ = false;

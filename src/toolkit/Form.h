@@ -1,12 +1,11 @@
 // A borderless screen on the desk: stacking, focus, the keys before the focused control.
 #pragma once
 
+#include <QPointer>
+#include <QWidget>
 #include <functional>
 #include <string>
 #include <vector>
-
-#include <QPointer>
-#include <QWidget>
 
 #include "toolkit/Control.h"
 #include "toolkit/Key.h"
@@ -16,8 +15,8 @@ namespace torvane::toolkit {
 
 class Desk;
 
-/// A screen. Controls are made with the form, or a panel in it, as their parent, and laid out by the
-/// function given to OnLayout, which runs at once and again whenever the desk's size changes:
+/// A screen. Controls are made with the form, or a panel in it, as their parent, and laid out by
+/// the function given to OnLayout, which runs at once and again whenever the desk's size changes:
 ///
 ///   Form form(desk, "MachineForm");
 ///   Panel title(&form, PanelStyle::Title), body(&form, PanelStyle::Body);

@@ -11,8 +11,8 @@ namespace torvane::toolkit {
 
 enum class Selection { None, Single, Multiple };
 
-/// Indices count from 0, -1 is none. With several selectable, a press or Space turns a line over and
-/// the current line (the one with the frame) moves by itself.
+/// Indices count from 0, -1 is none. With several selectable, a press or Space turns a line over
+/// and the current line (the one with the frame) moves by itself.
 class ListBox : public Control {
  public:
   explicit ListBox(QWidget* parent, Selection mode = Selection::Single, Form* owner = nullptr);
@@ -51,8 +51,8 @@ class ListBox : public Control {
   void OnDoubleClick(std::function<void()> handler) { doubleClick_ = std::move(handler); }
   void OnClick(std::function<void()> handler) { click_ = std::move(handler); }
 
-  /// Up, Down, PageUp, PageDown, Home, End, and Space in a multiple list; for screens that steer the
-  /// list from their key-down hook as well.
+  /// Up, Down, PageUp, PageDown, Home, End, and Space in a multiple list; for screens that steer
+  /// the list from their key-down hook as well.
   bool KeyDown(const KeyStroke& stroke) override;
   /// As if the operator had pressed that line.
   void PressLine(int index);

@@ -7,17 +7,17 @@ namespace torvane::toolkit {
 /// width, so that they do not dance.
 enum class TypeStyle { Small, Body, Bold, Key, Title, Entry, Readout, Figure, Count };
 
-/// Drawn for a desk of 1280 by 960 or more, grid 8, and scaled from there; keys never are lower than
-/// 56 pixels. Screens lay themselves out from these and nothing else.
+/// Drawn for a desk of 1280 by 960 or more, grid 8, and scaled from there; keys never are lower
+/// than 56 pixels. Screens lay themselves out from these and nothing else.
 struct Metrics {
   double Scale = 1;
   int DeskWidth = 1280;
   int DeskHeight = 1024;
-  int Gap = 8;           ///< between neighbours
-  int Margin = 24;       ///< inside a panel
-  int KeyHeight = 72;    ///< an ordinary key
-  int PadKeyHeight = 60; ///< a key of the pads
-  int KeyWidth = 152;    ///< an ordinary key of a form
+  int Gap = 8;            ///< between neighbours
+  int Margin = 24;        ///< inside a panel
+  int KeyHeight = 72;     ///< an ordinary key
+  int PadKeyHeight = 60;  ///< a key of the pads
+  int KeyWidth = 152;     ///< an ordinary key of a form
   int TitleHeight = 48;
   int EntryHeight = 56;
   int LineHeight = 28;   ///< a line of Body text, a row of a list

@@ -1,6 +1,7 @@
 // An entry with a list that drops down from it.
 #pragma once
 
+#include <QPointer>
 #include <memory>
 #include <string>
 #include <vector>

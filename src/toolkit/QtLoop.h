@@ -8,7 +8,8 @@
 
 namespace torvane::toolkit {
 
-/// Waits nest: the innermost returns first. Needs an application object (a QCoreApplication will do).
+/// Waits nest: the innermost returns first. Needs an application object (a QCoreApplication will
+/// do).
 class QtLoop final : public platform::EventLoop {
  public:
   QtLoop();

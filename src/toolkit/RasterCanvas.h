@@ -1,11 +1,10 @@
 // A canvas of pixels in memory: the plot of the screen and of pictures alike.
 #pragma once
 
-#include <functional>
-#include <string>
-
 #include <QImage>
 #include <QRect>
+#include <functional>
+#include <string>
 
 #include "toolkit/MappedCanvas.h"
 

@@ -14,8 +14,8 @@ class SvgCanvas final : public MappedCanvas {
   SvgCanvas(int width, int height);
   ~SvgCanvas() override;
 
-  /// What was painted since the last Cls, with the overlays that show. False when the file cannot be
-  /// written. The canvas can be painted and saved on.
+  /// What was painted since the last Cls, with the overlays that show. False when the file cannot
+  /// be written. The canvas can be painted and saved on.
   [[nodiscard]] bool Save(const std::string& path) const;
 
  protected:

@@ -1,0 +1,268 @@
+#include "toolkit/Desk.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "toolkit/PlotCanvas.h"
+#include "toolkit/Shadow.h"
+#include "toolkit/Theme.h"
+
+namespace torvane::toolkit {
+
+Desk::Desk(platform::EventLoop& loop) : loop_(loop) {
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMinimumSize(640, 480);
+  resize(metrics_.DeskWidth, metrics_.DeskHeight);
+}
+
+Desk::~Desk() {
+  // Forms that the desk owns take themselves off its lists while they still stand.
+  for (Form* form : std::vector<Form*>(stack_)) delete form;
+}
+
+void Desk::SetBackground(Colour colour) {
+  background_ = colour;
+  update();
+}
+
+void Desk::OpenFullScreen() {
+  setWindowFlag(Qt::FramelessWindowHint);
+  showFullScreen();
+  QWidget::setFocus();
+}
+
+void Desk::OpenWindow(int width, int height) {
+  resize(width, height);
+  show();
+  QWidget::setFocus();
+}
+
+void Desk::ShowModal(Form& form) {
+  if (std::find(modal_.begin(), modal_.end(), &form) != modal_.end()) return;
+  const QPointer<Form> below(active_);
+  const QPointer<Form> shownBefore(std::exchange(shownDuringModal_, nullptr));
+  const QPointer<Form> guard(&form);
+  {
+    struct Standing {
+      std::vector<Form*>& Modal;
+      Form* Mine;
+      ~Standing() { std::erase(Modal, Mine); }
+    } const standing{modal_, &form};
+    modal_.push_back(&form);
+    form.Show();
+    loop_.WaitUntil([&] { return !guard || !guard->Visible(); });
+  }
+  EndModal(below, shownBefore);
+}
+
+void Desk::EndModal(Form* below, Form* shownBefore) {
+  Form* const shown = std::exchange(shownDuringModal_, shownBefore);
+  const bool shownStands = shown && shown->Visible();
+  if (Form* modal = ModalForm()) {
+    if (shownStands) shownDuringModal_ = shown;
+    return SetActive(modal);
+  }
+  shownDuringModal_ = nullptr;
+  if (shownStands) return Activate(*shown);
+  if (below && below->Visible()) return SetActive(below);
+  if (Form* top = TopForm()) return Activate(*top);
+  SetActive(nullptr);
+}
+
+Form* Desk::ModalForm() const {
+  const auto standing = std::find_if(modal_.rbegin(), modal_.rend(),
+                                     [](const Form* form) { return form->Visible(); });
+  return standing == modal_.rend() ? nullptr : *standing;
+}
+
+Form* Desk::Find(const std::string& name) const {
+  const auto found = std::find_if(stack_.begin(), stack_.end(),
+                                  [&](const Form* form) { return form->Name() == name; });
+  return found == stack_.end() ? nullptr : *found;
+}
+
+Form* Desk::TopForm() const {
+  const auto top = std::find_if(stack_.rbegin(), stack_.rend(),
+                                [](const Form* form) { return form->Visible(); });
+  return top == stack_.rend() ? nullptr : *top;
+}
+
+void Desk::Refresh() {
+  for (Form* form : stack_) {
+    if (!form->Visible()) continue;
+    for (Control* control : form->Controls()) {
+      if (auto* plot = dynamic_cast<PlotCanvas*>(control)) plot->Flush();
+    }
+  }
+  repaint();
+}
+
+void Desk::SetBusy(bool busy) {
+  busy_ = std::max(0, busy_ + (busy ? 1 : -1));
+  if (busy_ == 0) return unsetCursor();
+  setCursor(Qt::WaitCursor);
+}
+
+void Desk::Beep() {
+  ++beeps_;
+  QApplication::beep();
+}
+
+void Desk::PressKey(const KeyStroke& stroke) {
+  Form* const modal = ModalForm();
+  Form* const target = modal ? modal : active_;
+  if (!target || !target->AcceptsInput()) return;
+  // A held key never overtakes the handler of its own last stroke.
+  if (stroke.Repeat && handled_.count(stroke.Code)) return;
+  if (!stroke.Repeat) held_[stroke.Code] = target;
+  const bool outermost = handled_.insert(stroke.Code).second;
+  struct Mark {
+    std::set<Key>& Handled;
+    Key Code;
+    bool Outermost;
+    ~Mark() {
+      if (Outermost) Handled.erase(Code);
+    }
+  } const mark{handled_, stroke.Code, outermost};
+  target->DeliverKeyDown(stroke);
+}
+
+void Desk::ReleaseKey(const KeyStroke& stroke) {
+  const auto held = held_.find(stroke.Code);
+  if (held == held_.end()) return;
+  const QPointer<Form> form = held->second;
+  held_.erase(held);
+  if (form) form->DeliverKeyUp(stroke);
+}
+
+void Desk::TypeKey(const KeyStroke& stroke) {
+  PressKey(stroke);
+  ReleaseKey(stroke);
+}
+
+void Desk::ReleaseKeysOf(const Form& form) {
+  std::vector<Key> keys;
+  for (const auto& [key, holder] : held_) {
+    if (holder == &form) keys.push_back(key);
+  }
+  for (const Key key : keys) ReleaseKey(KeyStroke(key));
+}
+
+bool Desk::SavePicture(const std::string& path) {
+  Refresh();
+  return grab().save(QString::fromLocal8Bit(path.c_str()));
+}
+
+void Desk::Add(Form& form) {
+  const std::vector<Form*> before = stack_;
+  stack_.push_back(&form);
+  ApplyStack(before);
+}
+
+void Desk::Remove(Form& form) {
+  std::erase(stack_, &form);
+  std::erase(modal_, &form);
+  if (shownDuringModal_ == &form) shownDuringModal_ = nullptr;
+  if (active_ != &form) return;
+  active_ = nullptr;
+  if (Form* modal = ModalForm()) active_ = modal;
+}
+
+void Desk::Activate(Form& form) {
+  if (Form* modal = ModalForm(); modal && modal != &form) {
+    shownDuringModal_ = &form;
+    return;
+  }
+  if (active_ == &form) return;
+  SetActive(&form);
+  form.RunActivate();
+}
+
+void Desk::SetActive(Form* form) {
+  if (active_ == form) return;
+  Form* const before = std::exchange(active_, form);
+  if (before && before->Focused()) before->Focused()->FocusChanged(false);
+  if (form && form->Focused()) form->Focused()->FocusChanged(true);
+}
+
+void Desk::RaiseInStack(Form& form) {
+  const std::vector<Form*> before = stack_;
+  std::erase(stack_, &form);
+  stack_.push_back(&form);
+  ApplyStack(before);
+}
+
+/// Backdrops at the bottom, modal forms on top in their own order, the rest as raised. Only forms
+/// above the first change are touched, so that nothing is painted without need.
+void Desk::ApplyStack(const std::vector<Form*>& before) {
+  const auto level = [this](const Form* form) {
+    if (form->Backdrop()) return -1L;
+    const auto at = std::find(modal_.begin(), modal_.end(), form);
+    return at == modal_.end() ? 0L : 1L + (at - modal_.begin());
+  };
+  std::stable_sort(stack_.begin(), stack_.end(),
+                   [&](const Form* a, const Form* b) { return level(a) < level(b); });
+  auto from = std::mismatch(stack_.begin(), stack_.end(), before.begin(), before.end()).first;
+  for (; from != stack_.end(); ++from) {
+    (*from)->shadow_->raise();
+    (*from)->raise();
+    if ((*from)->popup_) (*from)->popup_->raise();
+  }
+}
+
+void Desk::Hidden(Form& form) {
+  if (active_ != &form) return;
+  if (std::find(modal_.begin(), modal_.end(), &form) != modal_.end()) return SetActive(nullptr);
+  if (Form* modal = ModalForm()) return SetActive(modal);
+  SetActive(nullptr);
+  if (Form* top = TopForm()) Activate(*top);
+}
+
+bool Desk::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      keyPressEvent(static_cast<QKeyEvent*>(event));
+      return true;
+    case QEvent::ShortcutOverride:
+      event->accept();
+      return true;
+    case QEvent::WindowDeactivate:
+      for (const auto& [key, form] : std::map<Key, QPointer<Form>>(held_)) {
+        ReleaseKey(KeyStroke(key));
+      }
+      break;
+    default:
+      break;
+  }
+  return QWidget::event(event);
+}
+
+void Desk::keyPressEvent(QKeyEvent* event) {
+  event->accept();
+  PressKey(StrokeOf(*event));
+}
+
+void Desk::keyReleaseEvent(QKeyEvent* event) {
+  event->accept();
+  if (!event->isAutoRepeat()) ReleaseKey(StrokeOf(*event));
+}
+
+void Desk::paintEvent(QPaintEvent* event) {
+  QPainter(this).fillRect(event->rect(), ToQColor(background_));
+}
+
+void Desk::resizeEvent(QResizeEvent*) {
+  metrics_ = Metrics::For(width(), height());
+  for (Form* form : std::vector<Form*>(stack_)) form->Relayout();
+}
+
+void Desk::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (const auto handler = closeRequest_) handler();
+}
+
+}  // namespace torvane::toolkit

@@ -1,0 +1,54 @@
+#include "toolkit/QtSessionEnd.h"
+
+#include <QProcess>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
+namespace torvane::toolkit {
+
+namespace {
+
+#ifdef _WIN32
+/// The right to shut down is held but off until it is asked for.
+void TakeShutdownPrivilege() {
+  HANDLE token = nullptr;
+  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token)) return;
+  TOKEN_PRIVILEGES privileges{};
+  privileges.PrivilegeCount = 1;
+  privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
+  if (LookupPrivilegeValueA(nullptr, "SeShutdownPrivilege", &privileges.Privileges[0].Luid)) {
+    AdjustTokenPrivileges(token, FALSE, &privileges, 0, nullptr, nullptr);
+  }
+  CloseHandle(token);
+}
+
+void ShutDownMachine() {
+  TakeShutdownPrivilege();
+  ExitWindowsEx(EWX_SHUTDOWN, 0);
+}
+#else
+void ShutDownMachine() {
+  QProcess::startDetached(QStringLiteral("systemctl"), {QStringLiteral("poweroff")});
+}
+#endif
+
+}  // namespace
+
+QtSessionEnd::QtSessionEnd(QtLoop& loop, bool ownsMachine,
+                           std::function<std::string(std::string_view)> nativePath)
+    : loop_(loop), ownsMachine_(ownsMachine), nativePath_(std::move(nativePath)) {}
+
+void QtSessionEnd::EndSession() {
+  if (ownsMachine_) ShutDownMachine();
+}
+
+void QtSessionEnd::StartProgram(std::string_view path) {
+  const std::string native = nativePath_ ? nativePath_(path) : std::string(path);
+  QProcess::startDetached(QString::fromLocal8Bit(native.c_str()), {});
+}
+
+void QtSessionEnd::EndProcess() { loop_.End(0); }
+
+}  // namespace torvane::toolkit

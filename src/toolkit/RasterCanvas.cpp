@@ -1,0 +1,216 @@
+#include "toolkit/RasterCanvas.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "toolkit/OverlayPainter.h"
+#include "toolkit/Theme.h"
+
+namespace torvane::toolkit {
+
+namespace {
+
+QRgb PixelOf(platform::Colour colour) {
+  return qRgb(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
+              static_cast<int>((colour >> 16) & 0xFF));
+}
+
+/// Cuts the segment to [0, w] by [0, h] (Liang and Barsky). False when nothing is left.
+bool Clip(double& x1, double& y1, double& x2, double& y2, double w, double h) {
+  const double dx = x2 - x1;
+  const double dy = y2 - y1;
+  double from = 0;
+  double to = 1;
+  const double side[4][2] = {{-dx, x1}, {dx, w - x1}, {-dy, y1}, {dy, h - y1}};
+  for (const auto& [slope, room] : side) {
+    if (slope == 0) {
+      if (room < 0) return false;
+      continue;
+    }
+    const double at = room / slope;
+    if (slope < 0) {
+      from = std::max(from, at);
+    } else {
+      to = std::min(to, at);
+    }
+    if (from > to) return false;
+  }
+  const double startX = x1;
+  const double startY = y1;
+  if (to < 1) {
+    x2 = startX + to * dx;
+    y2 = startY + to * dy;
+  }
+  if (from > 0) {
+    x1 = startX + from * dx;
+    y1 = startY + from * dy;
+  }
+  return true;
+}
+
+/// The far edge of the view belongs to its last pixel. Numbers a hair under a whole pixel come from
+/// singles and the map's division, and mean that pixel.
+int PixelAtEdge(double at, int size) {
+  const int pixel = static_cast<int>(std::floor(at + 1e-6));
+  return std::clamp(pixel, 0, size - 1);
+}
+
+/// A pixel of a shape that may lie outside.
+int Place(double at) { return static_cast<int>(std::floor(std::clamp(at, -1e6, 1e6) + 1e-6)); }
+
+}  // namespace
+
+RasterCanvas::RasterCanvas(int width, int height)
+    : MappedCanvas(width, height), image_(PixelWidth(), PixelHeight(), QImage::Format_RGB32) {
+  image_.fill(Qt::black);
+}
+
+platform::Colour RasterCanvas::PixelAt(int x, int y) const {
+  if (!image_.valid(x, y)) return Background();
+  const QRgb pixel = image_.pixel(x, y);
+  return static_cast<platform::Colour>(qRed(pixel) | (qGreen(pixel) << 8) | (qBlue(pixel) << 16));
+}
+
+void RasterCanvas::Touch(const QRect& area) {
+  if (changed_) changed_(area);
+}
+
+void RasterCanvas::Resize(int width, int height) {
+  SetPixelSize(width, height);
+  if (image_.width() == PixelWidth() && image_.height() == PixelHeight()) return;
+  image_ = QImage(PixelWidth(), PixelHeight(), QImage::Format_RGB32);
+  PixelClear(Background());
+}
+
+void RasterCanvas::PixelClear(platform::Colour colour) {
+  image_.fill(PixelOf(colour));
+  Touch(image_.rect());
+}
+
+/// Bresenham, both ends included, all within the image.
+void RasterCanvas::Plain(int x1, int y1, int x2, int y2, QRgb pixel) {
+  auto* const bits = reinterpret_cast<QRgb*>(image_.bits());
+  const auto stride = static_cast<std::ptrdiff_t>(image_.bytesPerLine() / 4);
+  const int dx = std::abs(x2 - x1);
+  const int dy = std::abs(y2 - y1);
+  const std::ptrdiff_t stepX = x1 < x2 ? 1 : -1;
+  const std::ptrdiff_t stepY = y1 < y2 ? stride : -stride;
+  QRgb* at = bits + static_cast<std::ptrdiff_t>(y1) * stride + x1;
+  const bool flat = dx >= dy;
+  const int major = flat ? dx : dy;
+  const int minor = flat ? dy : dx;
+  const std::ptrdiff_t along = flat ? stepX : stepY;
+  const std::ptrdiff_t across = flat ? stepY : stepX;
+  int error = major / 2;
+  for (int i = 0;; ++i) {
+    *at = pixel;
+    if (i == major) break;
+    at += along;
+    error -= minor;
+    if (error < 0) {
+      at += across;
+      error += major;
+    }
+  }
+}
+
+void RasterCanvas::Penned(double x1, double y1, double x2, double y2, platform::Colour colour) {
+  QPainter painter(&image_);
+  QPen pen(ToQColor(colour), PenWidth());
+  pen.setCapStyle(Qt::RoundCap);
+  if (Style() == platform::PenStyle::Dotted) {
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setDashPattern({2.0, 2.0});
+  }
+  painter.setPen(pen);
+  painter.drawLine(QPoint(Place(x1), Place(y1)), QPoint(Place(x2), Place(y2)));
+}
+
+void RasterCanvas::PixelLine(double x1, double y1, double x2, double y2, platform::Colour colour) {
+  const int reach = PenWidth();
+  if (reach > 1 || Style() != platform::PenStyle::Solid) {
+    Penned(x1, y1, x2, y2, colour);
+    const QRect area(QPoint(Place(std::min(x1, x2)), Place(std::min(y1, y2))),
+                     QPoint(Place(std::max(x1, x2)), Place(std::max(y1, y2))));
+    return Touch(area.adjusted(-reach, -reach, reach, reach) & image_.rect());
+  }
+  if (!Clip(x1, y1, x2, y2, PixelWidth(), PixelHeight())) return;
+  const int ax = PixelAtEdge(x1, PixelWidth()), ay = PixelAtEdge(y1, PixelHeight());
+  const int bx = PixelAtEdge(x2, PixelWidth()), by = PixelAtEdge(y2, PixelHeight());
+  Plain(ax, ay, bx, by, PixelOf(colour));
+  if (!changed_) return;
+  changed_(QRect(QPoint(std::min(ax, bx), std::min(ay, by)),
+                 QPoint(std::max(ax, bx), std::max(ay, by))));
+}
+
+void RasterCanvas::PixelBox(double x1, double y1, double x2, double y2, platform::Colour colour) {
+  PixelLine(x1, y1, x2, y1, colour);
+  PixelLine(x2, y1, x2, y2, colour);
+  PixelLine(x2, y2, x1, y2, colour);
+  PixelLine(x1, y2, x1, y1, colour);
+}
+
+void RasterCanvas::PixelFill(double x1, double y1, double x2, double y2, platform::Colour colour) {
+  const QRect box(QPoint(Place(std::min(x1, x2)), Place(std::min(y1, y2))),
+                  QPoint(Place(std::max(x1, x2)), Place(std::max(y1, y2))));
+  const QRect area = box & image_.rect();
+  if (area.isEmpty()) return;
+  const QRgb pixel = PixelOf(colour);
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    auto* const line = reinterpret_cast<QRgb*>(image_.scanLine(y));
+    std::fill(line + area.left(), line + area.right() + 1, pixel);
+  }
+  Touch(area);
+}
+
+void RasterCanvas::PixelEllipse(double x, double y, double radiusX, double radiusY,
+                                platform::Colour colour) {
+  const double reach = 8.0 * (PixelWidth() + PixelHeight());
+  if (std::max({radiusX, radiusY, std::abs(x), std::abs(y)}) > 1000 * reach) return;
+  QPainter painter(&image_);
+  painter.setPen(QPen(ToQColor(colour), PenWidth()));
+  painter.drawEllipse(QPointF(std::floor(x + 1e-6), std::floor(y + 1e-6)), std::round(radiusX),
+                      std::round(radiusY));
+  const QRect area(QPoint(Place(x - radiusX), Place(y - radiusY)),
+                   QPoint(Place(x + radiusX), Place(y + radiusY)));
+  const int around = PenWidth() + 1;
+  Touch(area.adjusted(-around, -around, around, around) & image_.rect());
+}
+
+QRect RasterCanvas::OverlayArea(const platform::OverlayState& state) const {
+  const double x1 = ToPixelX(state.From.X), y1 = ToPixelY(state.From.Y);
+  const double x2 = ToPixelX(state.To.X), y2 = ToPixelY(state.To.Y);
+  if (!std::isfinite(x1) || !std::isfinite(y1) || !std::isfinite(x2) || !std::isfinite(y2)) {
+    return {};
+  }
+  const QRect area(QPoint(Place(std::min(x1, x2)), Place(std::min(y1, y2))),
+                   QPoint(Place(std::max(x1, x2)), Place(std::max(y1, y2))));
+  return area.adjusted(-2, -2, 2, 2) & image_.rect();
+}
+
+void RasterCanvas::OverlayChanged(const platform::OverlayState& before,
+                                  const platform::OverlayState& after) {
+  QRect area;
+  if (before.Visible) area |= OverlayArea(before);
+  if (after.Visible) area |= OverlayArea(after);
+  if (!area.isEmpty()) Touch(area);
+}
+
+void RasterCanvas::PaintOverlays(QPainter& painter) const {
+  toolkit::PaintOverlays(painter, *this);
+}
+
+QImage RasterCanvas::Compose() const {
+  QImage whole = image_.copy();
+  QPainter painter(&whole);
+  PaintOverlays(painter);
+  return whole;
+}
+
+bool RasterCanvas::Save(const std::string& path) const {
+  return Compose().save(QString::fromLocal8Bit(path.c_str()));
+}
+
+}  // namespace torvane::toolkit
