@@ -27,9 +27,8 @@ void TraceLine(platform::Canvas& canvas, double x1, double y1, double x2, double
   canvas.DrawStyle(PenStyle::Solid);
 }
 
-RealTimePlotter::RealTimePlotter(core::System& system, DrawingModule& drawing,
-                                 SingleQuery getRspnsSngl)
-    : system_(system), drawing_(drawing), getRspnsSngl_(std::move(getRspnsSngl)) {}
+RealTimePlotter::RealTimePlotter(core::System& system, DrawingModule& drawing, Links links)
+    : system_(system), drawing_(drawing), links_(std::move(links)) {}
 
 void RealTimePlotter::PlaceMovementIcon(int slot, double x, double y, bool show) {
   if (auto* const box = drawing_.PlotBox(slot)) {
@@ -48,7 +47,7 @@ void RealTimePlotter::RealTimePlot() {
   if (!system_.Link.TrioLinkEnabled || box == nullptr || !system_.Active().Selected) return;
 
   if (state.MachineRunning && !state.MachineWasRunning) drawing_.RefreshPlot(system_.ActiveSlot);
-  state.RunSeconds = getRspnsSngl_("VR(52)", 2);
+  state.RunSeconds = links_.GetRspnsSngl("VR(52)", 2);
   // The wait for the reply lets the operator in, who may have gone to the other slot.
   box = drawing_.PlotBox(system_.ActiveSlot);
   if (box == nullptr) return;

@@ -7,6 +7,7 @@
 #include "core/System.h"
 #include "graphics/DrawingModule.h"
 #include "platform/Canvas.h"
+#include "supervision/PollScreens.h"
 
 namespace torvane::graphics {
 
@@ -17,15 +18,22 @@ void TraceLine(platform::Canvas& canvas, double x1, double y1, double x2, double
 
 /// The stage of the poll that follows the head. It runs before the positions are read, so the trace
 /// runs one tick behind the figures.
-class RealTimePlotter {
+class RealTimePlotter final : public supervision::PlotStage {
  public:
-  /// A typed query: expression and decimals; 0 after a failure.
-  using SingleQuery = std::function<float(std::string_view expression, int decimals)>;
+  struct Links {
+    /// A typed query: expression and decimals; 0 after a failure.
+    std::function<float(std::string_view expression, int decimals)> GetRspnsSngl;
+    /// Brings the slot's canvas forward on the main screen.
+    std::function<void(int slot)> ShowPlotBox;
+  };
 
-  RealTimePlotter(core::System& system, DrawingModule& drawing, SingleQuery getRspnsSngl);
+  RealTimePlotter(core::System& system, DrawingModule& drawing, Links links);
 
   /// One tick. The start of a cycle repaints the plot, and only that wipes the trace before it.
-  void RealTimePlot();
+  void RealTimePlot() override;
+
+  void RefreshPlot(int slot) override { drawing_.RefreshPlot(slot); }
+  void ShowPlotBox(int slot) override { links_.ShowPlotBox(slot); }
 
   /// Moves the slot's icon to (x, y), mm, or hides it.
   void PlaceMovementIcon(int slot, double x, double y, bool show);
@@ -36,7 +44,7 @@ class RealTimePlotter {
 
   core::System& system_;
   DrawingModule& drawing_;
-  SingleQuery getRspnsSngl_;
+  Links links_;
 };
 
 }  // namespace torvane::graphics

@@ -22,11 +22,15 @@ using testing::RecordingCanvas;
 struct TraceSetting : PlotSetting {
   std::vector<std::string> Queries;
   float RunTime = 1.5F;
+  std::vector<int> ShownBoxes;
   RealTimePlotter Plotter{
-      System, Drawing, [this](std::string_view expression, int decimals) {
-        Queries.push_back(std::string(expression) + "/" + std::to_string(decimals));
-        return RunTime;
-      }};
+      System,
+      Drawing,
+      {[this](std::string_view expression, int decimals) {
+         Queries.push_back(std::string(expression) + "/" + std::to_string(decimals));
+         return RunTime;
+       },
+       [this](int slot) { ShownBoxes.push_back(slot); }}};
 
   TraceSetting() {
     Select(1, {Cut(0, 0, 100, 0)});
@@ -256,14 +260,27 @@ TEST(Trace, OperatorWhoChangesTheSlotDuringTheQueryFindsTheOtherCanvasServed) {
   TraceSetting setting;
   setting.Select(2, {});
   setting.System.State.MachineRunning = false;
-  RealTimePlotter plotter(setting.System, setting.Drawing, [&](std::string_view, int) {
-    setting.System.ActiveSlot = 2;
-    return 0.0F;
-  });
+  RealTimePlotter plotter(setting.System, setting.Drawing,
+                          {[&](std::string_view, int) {
+                             setting.System.ActiveSlot = 2;
+                             return 0.0F;
+                           },
+                           [](int) {}});
   setting.Plotter.PlaceMovementIcon(2, 5, 5, true);
   setting.System.State.MachineWasRunning = false;
   plotter.RealTimePlot();
   EXPECT_FALSE(setting.IconVisible(2));
+}
+
+TEST(PlotOfThePoll, RedrawsASlotAndBringsItsCanvasForward) {
+  TraceSetting setting;
+  supervision::PlotStage& stage = setting.Plotter;
+  setting.System.State.RunSeconds = 9;
+  stage.RefreshPlot(1);
+  EXPECT_EQ(setting.Box1.Calls().front().Kind, CanvasCallKind::Cls);
+  EXPECT_EQ(setting.System.State.RunSeconds, 0);
+  stage.ShowPlotBox(2);
+  EXPECT_EQ(setting.ShownBoxes, std::vector<int>{2});
 }
 
 TEST(TraceLine, LeavesAPlainPenAndANegativeStyleDrawsNothing) {
