@@ -1,0 +1,30 @@
+// The key pad: names and program lines.
+#pragma once
+
+#include <array>
+
+#include "console/PadForm.h"
+
+namespace torvane::console {
+
+class KeyboardForm final : public PadForm {
+ public:
+  static constexpr const char* ScreenName = "KeyboardForm";
+  static constexpr int KeyCount = 47;
+
+  KeyboardForm(ScreenSet& screens, PadEntry& entry);
+
+ private:
+  void Activated() override;
+  void OkPressed() override;
+  [[nodiscard]] char Typed(char character) const override;
+  /// A letter in the case of CAPS LOCK; anything else as it is.
+  [[nodiscard]] char InCase(char character) const;
+  void Layout(const toolkit::Metrics& metrics) override;
+  void LayoutRows(toolkit::Area rest, const toolkit::Metrics& metrics);
+
+  std::array<toolkit::Button*, KeyCount> keys_{};
+  toolkit::TwoStateButton* shift_ = nullptr;
+};
+
+}  // namespace torvane::console

@@ -1,0 +1,108 @@
+#include "console/PadForm.h"
+
+#include "console/EntryMode.h"
+#include "core/General.h"
+
+namespace torvane::console {
+
+using toolkit::Key;
+
+PadForm::PadForm(ScreenSet& screens, PadEntry& entry, ScreenTraits traits, const char* boxName)
+    : Screen(screens, std::move(traits)), entry_(entry), mode_(entry.EntryResult) {
+  box_ = new toolkit::EntryBox(&Body());  // owned by the panel
+  Adopt(*box_, boxName, Role::Entry);
+  MakeCommonKeys();
+  SetHome(*box_);
+  // Typed keys go the way of the pad's keys; Backspace and Enter are dealt with before.
+  Window().OnKeyPress([this](char character) -> char {
+    const int code = static_cast<unsigned char>(character);
+    if (code != BackspaceCharacter && code != EnterCharacter)
+      Insert(static_cast<unsigned char>(Typed(character)));
+    return 0;
+  });
+}
+
+void PadForm::MakeCommonKeys() {
+  cursorButtons_[0] =
+      &AddButton(Body(), "CursorButton(1)", "<<<", Role::SubKey, [this] { Apply(MoveLeft); });
+  cursorButtons_[1] =
+      &AddButton(Body(), "CursorButton(2)", ">>>", Role::SubKey, [this] { Apply(MoveRight); });
+  deleteButtons_[0] = &AddButton(Body(), "DeleteButton(0)", "&CLEAR ALT+C", Role::SubKey,
+                                 [this] { Show(ClearText(Current())); });
+  deleteButtons_[1] =
+      &AddButton(Body(), "DeleteButton(1)", "DEL", Role::SubKey, [this] { Apply(DeleteLeft); });
+  ok_ = &AddButton(Body(), "OkButton", "OK", Role::General, [this] { OkPressed(); });
+  cancel_ = &AddButton(Body(), "ExitButton", "CANCEL", Role::General, [this] {
+    entry_.EntryResult = 0;
+    Unload();
+  });
+}
+
+toolkit::Button& PadForm::AddPadKey(const std::string& name, const std::string& caption, Role role,
+                                    std::function<int()> character) {
+  return AddButton(Body(), name, caption, role,
+                   [this, character = std::move(character)] { Insert(character()); });
+}
+
+void PadForm::Activated() {
+  const PadText opened = OpenPad(entry_.EntryText);
+  Show(opened);
+  box_->SetSelectionLength(opened.SelectionLength);
+}
+
+PadText PadForm::Current() const { return {box_->Text(), box_->Cursor(), box_->SelectionLength()}; }
+
+void PadForm::Show(const PadText& text) {
+  box_->SetText(text.Text);
+  box_->SetCursor(text.Cursor);
+  box_->SetSelectionLength(text.SelectionLength);
+}
+
+void PadForm::Apply(PadText (*edit)(PadText)) { Show(edit(Current())); }
+
+void PadForm::Insert(int character) {
+  const PadText before = Current();
+  const int accepted = FilterKey(character, mode_, before.Text, before.SelectionLength);
+  if (accepted == 0) Screens().Desk().Beep();
+  Show(InsertCharacter(before, accepted));
+}
+
+std::string PadForm::TrimmedText() const { return std::string(core::Trim(box_->Text())); }
+
+void PadForm::Accept(const std::string& text) {
+  entry_.EntryResult = -1;
+  entry_.EntryText = text;
+  Unload();
+}
+
+bool PadForm::OtherKey(const toolkit::KeyStroke& stroke) {
+  switch (stroke.Code) {
+    case Key::Backspace:
+      Apply(DeleteLeft);
+      return true;
+    case Key::Delete:
+      Apply(DeleteRight);
+      return true;
+    case Key::Enter:
+      ok_->Press();
+      return true;
+    case Key::C:
+      if (!stroke.Alt) return false;
+      deleteButtons_[0]->Press();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void PadForm::PlaceCommon(const PadAreas& areas) {
+  box_->Place(areas.Box);
+  cursorButtons_[0]->Place(areas.CursorLeft);
+  cursorButtons_[1]->Place(areas.CursorRight);
+  deleteButtons_[0]->Place(areas.Clear);
+  deleteButtons_[1]->Place(areas.Delete);
+  ok_->Place(areas.Ok);
+  cancel_->Place(areas.Cancel);
+}
+
+}  // namespace torvane::console

@@ -1,0 +1,36 @@
+// Entry of a number or a text on the pads: one call, one value back.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "console/ScreenSet.h"
+
+namespace torvane::console {
+
+/// What goes into a pad and comes out of it. The screens of the pads hold a reference to it.
+struct PadEntry {
+  std::string EntryText;  ///< in: the initial text; out: the entered text, unchanged on CANCEL
+  int EntryResult = 0;    ///< in: the entry mode; out: -1 after OK, 0 after CANCEL
+};
+
+class Pads {
+ public:
+  /// Registers both pads with the screens.
+  explicit Pads(ScreenSet& screens);
+
+  /// The number pad. After CANCEL the initial text's own value comes back, so a caller always
+  /// writes the result.
+  [[nodiscard]] double EnterNumber(std::string_view initialText, int mode);
+
+  /// The key pad. After CANCEL the initial text comes back.
+  [[nodiscard]] std::string EnterText(std::string_view initialText, int mode);
+
+ private:
+  std::string Enter(const char* screen, std::string_view initialText, int mode);
+
+  ScreenSet& screens_;
+  PadEntry entry_;
+};
+
+}  // namespace torvane::console

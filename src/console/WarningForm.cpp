@@ -1,0 +1,121 @@
+#include "console/WarningForm.h"
+
+#include <algorithm>
+
+#include "console/ScreenSet.h"
+
+namespace torvane::console {
+
+using supervision::WarningImages;
+using toolkit::MarkKind;
+
+namespace {
+
+/// Lines that the box always has room for: with the line feeds of its callers a message of one or
+/// two lines then stands in the middle.
+constexpr int LeastLines = 5;
+
+int LineCount(const std::string& text) {
+  return 1 + static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+}  // namespace
+
+WarningForm::WarningForm(ScreenSet& screens, supervision::WarningBox& box)
+    : Screen(screens, {.Name = ScreenName,
+                       .PanelName = "WarningPanel",
+                       .Title = supervision::WarningHeader,
+                       .Keys = GlobalKeys::None,
+                       .Current = false,
+                       .Accelerators = false}),
+      box_(box) {
+  MakeMarks();
+  label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Bold,
+                     toolkit::Alignment::Centre);
+  label_->SetAtTop(true);
+  label_->SetPlainText(true);
+  for (int button = 0; button < 3; ++button) {
+    buttons_[static_cast<std::size_t>(button)] =
+        &AddButton(Body(), "WarningButton(" + std::to_string(button) + ")", "", Role::General,
+                   [this, button] { Answer(button); });
+  }
+}
+
+void WarningForm::MakeMarks() {
+  struct MarkRow {
+    WarningImages Images;
+    MarkKind Kind;
+    const char* Name;
+  };
+  static constexpr std::array<MarkRow, 3> Rows = {{
+      {WarningImages::Warning, MarkKind::Warning, "WarningImage"},
+      {WarningImages::Question, MarkKind::Question, "QuestionImage"},
+      {WarningImages::Information, MarkKind::Information, "InformationImage"},
+  }};
+  for (std::size_t i = 0; i < Rows.size(); ++i) {
+    marks_[i].Images = Rows[i].Images;
+    for (std::size_t side = 0; side < 2; ++side) {
+      auto* mark = new toolkit::ImageMark(&Body(), Rows[i].Kind);  // owned by the panel
+      Adopt(*mark, std::string(Rows[i].Name) + "(" + std::to_string(side) + ")", Role::Bold);
+      mark->SetVisible(false);
+      marks_[i].Marks[side] = mark;
+    }
+  }
+}
+
+void WarningForm::Answer(int button) {
+  box_.Press(button);
+  Unload();
+}
+
+void WarningForm::Activated() {
+  for (MarkPair& pair : marks_) {
+    for (toolkit::ImageMark* mark : pair.Marks) mark->SetVisible(pair.Images == box_.Images());
+  }
+  label_->SetText(box_.Text());
+  const supervision::WarningLayout& layout = box_.Layout();
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    const bool shown = layout.Visible(static_cast<int>(i));
+    buttons_[i]->SetVisible(shown);
+    SetCaption(*buttons_[i], shown ? layout.Captions[i] : "");
+  }
+  Window().SetDefaultButton(buttons_[static_cast<std::size_t>(layout.DefaultButton)]);
+  SetHome(*buttons_[static_cast<std::size_t>(layout.FocusButton)]);
+  Window().Relayout();
+  Screens().Desk().Beep();
+}
+
+void WarningForm::Unloaded() {
+  for (MarkPair& pair : marks_) {
+    for (toolkit::ImageMark* mark : pair.Marks) mark->SetVisible(false);
+  }
+  label_->SetText("");
+}
+
+bool WarningForm::OtherKey(const toolkit::KeyStroke& stroke) {
+  const int code = static_cast<int>(stroke.Code);
+  if (code < 'A' || code > 'Z') return false;
+  if (const auto button = supervision::WarningKeyButton(static_cast<char>(code), box_.Layout()))
+    Answer(*button);
+  return true;
+}
+
+void WarningForm::Layout(const toolkit::Metrics& metrics) {
+  const int lines = std::max(LeastLines, LineCount(label_->Text()));
+  const int text = lines * metrics.Px(30);
+  toolkit::Area rest =
+      PlaceBody(metrics, metrics.Px(680), text + metrics.KeyHeight + 3 * metrics.Margin);
+  auto keys = toolkit::TakeBottom(rest, metrics.KeyHeight, metrics.Margin);
+  const auto cells = toolkit::Columns(keys, 3, metrics.Gap);
+  for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->Place(cells[i]);
+  const int side = metrics.Px(72);
+  const toolkit::Area left = toolkit::TakeLeft(rest, side, metrics.Gap);
+  const toolkit::Area right = toolkit::TakeRight(rest, side, metrics.Gap);
+  for (MarkPair& pair : marks_) {
+    pair.Marks[0]->Place(left);
+    pair.Marks[1]->Place(right);
+  }
+  label_->Place(rest);
+}
+
+}  // namespace torvane::console

@@ -1,0 +1,36 @@
+// The window of the one modal question.
+#pragma once
+
+#include <array>
+
+#include "console/Screen.h"
+#include "supervision/WarningBox.h"
+
+namespace torvane::console {
+
+/// Shows what the box holds, and tells it which button was pressed.
+class WarningForm final : public Screen {
+ public:
+  static constexpr const char* ScreenName = "WarningForm";
+
+  WarningForm(ScreenSet& screens, supervision::WarningBox& box);
+
+ private:
+  void MakeMarks();
+  void Answer(int button);
+  void Activated() override;
+  void Unloaded() override;
+  bool OtherKey(const toolkit::KeyStroke& stroke) override;
+  void Layout(const toolkit::Metrics& metrics) override;
+
+  supervision::WarningBox& box_;
+  struct MarkPair {
+    supervision::WarningImages Images;
+    std::array<toolkit::ImageMark*, 2> Marks;
+  };
+  std::array<MarkPair, 3> marks_{};
+  toolkit::Label* label_ = nullptr;
+  std::array<toolkit::Button*, 3> buttons_{};
+};
+
+}  // namespace torvane::console
