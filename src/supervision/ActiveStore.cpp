@@ -1,0 +1,152 @@
+#include "supervision/ActiveStore.h"
+
+#include "core/Directories.h"
+#include "core/General.h"
+#include "core/LastFile.h"
+#include "core/SettingsModule.h"
+#include "core/SlotFiles.h"
+#include "link/Variables.h"
+#include "platform/RuntimeFault.h"
+#include "supervision/SlotHeader.h"
+
+namespace torvane::supervision {
+
+namespace {
+
+namespace Variable = link::Variable;
+
+/// The busy pointer for as long as something runs.
+class Busying {
+ public:
+  explicit Busying(OperatorDialogs& dialogs) : dialogs_(dialogs) { dialogs_.BusyPointer(true); }
+  ~Busying() { dialogs_.BusyPointer(false); }
+  Busying(const Busying&) = delete;
+  Busying& operator=(const Busying&) = delete;
+
+ private:
+  OperatorDialogs& dialogs_;
+};
+
+}  // namespace
+
+std::string ProgramCaption(std::string_view programName, int slot) {
+  const std::string name =
+      programName.empty() ? "PROGRAM " + std::to_string(slot) : std::string(programName);
+  return name + "   F1" + std::to_string(slot - 1);
+}
+
+core::ActiveProgram& ActiveStore::Slot(int slot) const {
+  return parts_.System.Programs.at(static_cast<std::size_t>(slot));
+}
+
+void ActiveStore::ShowCaption(int slot) {
+  parts_.Screens.SetProgramCaption(slot, ProgramCaption(Slot(slot).ProgramName, slot));
+}
+
+void ActiveStore::PressActiveButton() {
+  const FlagGuard guard(programChangeGuard_);
+  parts_.Screens.PressProgramButton(parts_.System.ActiveSlot);
+}
+
+void ActiveStore::ClearSlot(int slot) {
+  core::EmptySlot(Slot(slot), parts_.System.Machine.LoadPositionY);
+  core::DeleteSlotFiles(parts_.Files, parts_.System.Directories, slot);
+  parts_.Plot.RefreshPlot(slot);
+  parts_.System.State.RunSeconds = 0;
+  ShowCaption(slot);
+}
+
+void ActiveStore::ReadSlotFiles(int slot) {
+  auto& files = parts_.Files;
+  const auto& directories = parts_.System.Directories;
+  core::ActiveProgram program;
+  core::LoadSlotConfig(files, directories, slot, program);
+  program.Selected = true;
+  program.Marker = "!";
+  program.Note.clear();
+  core::LoadLaserFile(files, directories, core::SlotFile(directories, slot, "lsr"),
+                      parts_.System.LaserNames, program.LaserSettings);
+  TakeDrawHeader(ReadSlotHeader(files, directories, slot, "drw"), program);
+  TakeKerfHeader(ReadSlotHeader(files, directories, slot, "krw"), program);
+  core::LoadProgramStatus(files, directories, slot, program.Totals);
+  core::LoadBatch(files, directories, slot, program.BatchCounters);
+  Slot(slot) = program;
+}
+
+void ActiveStore::LoadSlot(int slot) {
+  auto& system = parts_.System;
+  if (core::SlotFilesExist(parts_.Files, system.Directories, slot)) {
+    ReadSlotFiles(slot);
+    parts_.Plot.RefreshPlot(slot);
+    system.State.RunSeconds = 0;
+    parts_.Downloads.DownTable(static_cast<std::int16_t>(slot), system.TableSent,
+                               system.Link.TableFillLines, false);
+  } else {
+    ClearSlot(slot);
+  }
+  ShowCaption(slot);
+}
+
+void ActiveStore::LoadActivePrograms() {
+  auto& system = parts_.System;
+  const Busying pointer(parts_.Dialogs);
+  try {
+    // Once, before both slots: the second goes on with the count of the first, so that it sends
+    // only what is left below the fill.
+    system.TableSent = 0;
+    LoadSlot(1);
+    LoadSlot(2);
+    if (system.ActiveSlot != 1 && system.ActiveSlot != 2) system.ActiveSlot = 1;
+    SendTableInForce();
+    parts_.Trio.Download(
+        link::Assignment(Variable::ProgramCode, core::IntegerText(system.Active().ProgramCode)));
+    SendLoadPosition();
+    SendActiveValues();
+    if (!system.Active().DirectoryName.empty()) {
+      core::SetProgramDirectory(system.Directories, system.Active().DirectoryName);
+    }
+  } catch (const platform::RuntimeFault&) {
+    GiveUp();
+  }
+  parts_.Poll.ForgetShownBlock();
+  PressActiveButton();
+}
+
+void ActiveStore::GiveUp() {
+  ClearSlot(1);
+  ClearSlot(2);
+  parts_.System.ActiveSlot = 1;
+  SendTableInForce();
+  SendLoadPosition();
+  SendActiveValues();
+}
+
+void ActiveStore::SendActiveProgram() {
+  auto& system = parts_.System;
+  system.TableSent = 0;
+  parts_.Downloads.DownTable(system.ActiveSlot, system.TableSent, system.Link.TableFillLines, true);
+  parts_.Poll.ForgetShownBlock();
+  SendTableInForce();
+  SendLoadPosition();
+  SendActiveValues();
+}
+
+void ActiveStore::SendTableInForce() {
+  parts_.Trio.Download(
+      link::Assignment(Variable::TableInForce, core::IntegerText(parts_.System.ActiveSlot)));
+}
+
+void ActiveStore::SendLoadPosition() {
+  parts_.Trio.Download(link::Assignment(Variable::LoadPositionAY,
+                                        core::NumberText(parts_.System.Active().LoadY, 2)));
+}
+
+void ActiveStore::SendActiveValues() {
+  auto& system = parts_.System;
+  if (system.Machine.MachineVariant > 0) {
+    parts_.Downloads.DownToolOffsets(system.ActiveStation);
+  }
+  parts_.Downloads.DownBatch(system.Active().BatchCounters);
+}
+
+}  // namespace torvane::supervision

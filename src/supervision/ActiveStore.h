@@ -1,0 +1,59 @@
+// The two slots of selected programs, and what the controller is told of the one in force.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "supervision/FlagGuard.h"
+#include "supervision/ProgramParts.h"
+
+namespace torvane::supervision {
+
+/// "PROGRAM 1   F10" for an empty slot 1, the program's name in the same form otherwise.
+[[nodiscard]] std::string ProgramCaption(std::string_view programName, int slot);
+
+class ActiveStore {
+ public:
+  explicit ActiveStore(const ProgramParts& parts) : parts_(parts) {}
+
+  /// At start: rebuilds both slots from their files, sends the first table lines and what belongs
+  /// to the slot in force. A slot that lacks a file is cleared; a damaged file empties the whole
+  /// store, without a message.
+  void LoadActivePrograms();
+
+  /// Empties a slot, 1 or 2: its record, its files, its plot and its caption.
+  void ClearSlot(int slot);
+
+  /// Puts a slot's table in force from its first line: the order of a change and of a selection.
+  void SendActiveProgram();
+
+  /// Presses the button of the slot in force, without the event of the button.
+  void PressActiveButton();
+
+  /// The caption of a slot's button, from its record.
+  void ShowCaption(int slot);
+
+  /// True while the system itself presses a program button.
+  [[nodiscard]] bool ProgramChangeGuard() const { return programChangeGuard_; }
+
+  /// A change or a selection is under way and sends its lines: no second one may begin. The console
+  /// lives on in those waits.
+  [[nodiscard]] bool Busy() const { return busy_; }
+  [[nodiscard]] bool& BusyFlag() { return busy_; }
+
+ private:
+  void LoadSlot(int slot);
+  void ReadSlotFiles(int slot);
+  void GiveUp();
+  void SendTableInForce();
+  void SendLoadPosition();
+  /// Tool offsets, on a machine that has them, and the batch counters.
+  void SendActiveValues();
+  [[nodiscard]] core::ActiveProgram& Slot(int slot) const;
+
+  ProgramParts parts_;
+  bool programChangeGuard_ = false;
+  bool busy_ = false;
+};
+
+}  // namespace torvane::supervision

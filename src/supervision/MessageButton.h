@@ -1,0 +1,20 @@
+// The colours of the button that leads to the messages: while the list is closed they alone tell
+// the operator that something stands.
+#pragma once
+
+#include <cstdint>
+
+#include "core/ColourTable.h"
+
+namespace torvane::supervision {
+
+struct ButtonColours {
+  core::ColourName Background;
+  core::ColourName Text;
+};
+
+/// From the status word and from whether received programs wait. A feed hold is critical whatever
+/// stands beside it; an error and received programs are warnings.
+[[nodiscard]] ButtonColours MessageButtonColours(std::int32_t statusWord, bool newProgramsReceived);
+
+}  // namespace torvane::supervision

@@ -1,0 +1,199 @@
+#include "supervision/PollTrio.h"
+
+#include <array>
+#include <utility>
+
+#include "core/General.h"
+#include "link/Variables.h"
+#include "supervision/FlagGuard.h"
+#include "supervision/MachineStatus.h"
+#include "supervision/MessageButton.h"
+#include "supervision/RunTime.h"
+
+namespace torvane::supervision {
+
+namespace {
+
+namespace Variable = link::Variable;
+
+/// What the read-out of a mode queries for X, Y and the third axis.
+struct DemandMode {
+  std::int16_t Mode;
+  const link::AxisExpressions& Expressions;
+  bool WithOffset;  ///< a following error is a difference and has no offset
+};
+constexpr std::array<DemandMode, 3> DemandModes = {{
+    {1, link::DemandPosition, true},
+    {2, link::EndOfMove, true},
+    {3, link::FollowingError, false},
+}};
+
+}  // namespace
+
+Poll::Poll(core::System& system, link::Trio& trio, link::Downloads& downloads,
+           platform::FileSystem& files, PollScreens& screens, PlotStage& plot,
+           MessageList& messages)
+    : system_(system),
+      trio_(trio),
+      downloads_(downloads),
+      files_(files),
+      screens_(screens),
+      plot_(plot),
+      messages_(messages) {}
+
+void Poll::PollTrio() {
+  if (inTick_) return;
+  const FlagGuard tick(inTick_);
+  ReadStatus();
+  plot_.RealTimePlot();
+  ReadPositions();
+  ReadFeeds();
+  ReadRunningBlock();
+  RefreshMessageButton();
+  if (screens_.Visible(PolledForm::MachineForm)) RefreshMachineForm(false);
+  if (screens_.Visible(PolledForm::LaserStatusForm)) RefreshLaserStatus();
+  if (screens_.Visible(PolledForm::SetupForm)) RefreshRunTime();
+  TopUpTable();
+  if (screens_.Visible(PolledForm::BatchForm) || RunEnded(system_.State)) RefreshBatch();
+  if (system_.Link.PollLogEnabled) trio_.RotateLog();
+}
+
+void Poll::ReadStatus() {
+  const std::int32_t word = trio_.GetRspnsLng(Variable::Status);
+  DecodeStatus(system_.State, word, system_.Machine.MachineVariant);
+}
+
+void Poll::ShowFigure(PolledBoxes boxes, int index, float value, int places) {
+  screens_.ShowFigure(boxes, index, core::NumberText(value, places));
+}
+
+float Poll::ReadAxis(std::string_view expression, float scale, float offset) {
+  double value = trio_.GetRspnsSngl(expression);
+  if (scale != 0) value /= scale;
+  return static_cast<float>(value + offset);
+}
+
+void Poll::ReadPositions() {
+  if (!system_.Link.TrioLinkEnabled) return;
+  auto& state = system_.State;
+  state.LastXPosition = state.XPosition;
+  state.LastYPosition = state.YPosition;
+  state.LastZPosition = state.ZPosition;
+  state.XPosition = ReadAxis(link::MeasuredPosition[0], state.XScale, state.XOffset);
+  state.YPosition = ReadAxis(link::MeasuredPosition[1], state.YScale, state.YOffset);
+  state.ZPosition = ReadAxis(link::MeasuredPosition[2], state.ZScale, state.ZOffset);
+  ShowFigure(PolledBoxes::MainPosition, 1, state.XPosition, 1);
+  ShowFigure(PolledBoxes::MainPosition, 2, state.YPosition, 1);
+  ShowFigure(PolledBoxes::MainPosition, 3, state.ZPosition, 1);
+  if (screens_.Visible(PolledForm::XYJogForm)) {
+    ShowFigure(PolledBoxes::Jog, 1, state.XPosition, 2);
+    ShowFigure(PolledBoxes::Jog, 2, state.YPosition, 2);
+  }
+  if (screens_.Visible(PolledForm::XYPositionForm)) ShowDemandPositions();
+}
+
+void Poll::ShowDemandPositions() {
+  const auto& state = system_.State;
+  std::array<float, 3> shown = {state.XPosition, state.YPosition, state.ZPosition};
+  for (const auto& mode : DemandModes) {
+    if (mode.Mode != state.PositionDisplayMode) continue;
+    const std::array<float, 3> scales = {state.XScale, state.YScale, state.ZScale};
+    const std::array<float, 3> offsets = {state.XOffset, state.YOffset, state.ZOffset};
+    for (std::size_t axis = 0; axis < shown.size(); ++axis) {
+      shown[axis] =
+          ReadAxis(mode.Expressions[axis], scales[axis], mode.WithOffset ? offsets[axis] : 0.0F);
+    }
+    break;
+  }
+  for (std::size_t axis = 0; axis < shown.size(); ++axis) {
+    ShowFigure(PolledBoxes::XYPosition, static_cast<int>(axis) + 1, shown[axis], 2);
+  }
+}
+
+void Poll::ReadFeeds() {
+  auto& state = system_.State;
+  state.FeedOverride = trio_.GetRspnsSngl(Variable::FeedOverride, 0);
+  state.FeedRate = trio_.GetRspnsSngl(Variable::FeedRate, 0);
+  ShowFigure(PolledBoxes::MainPosition, 5, state.FeedOverride, 0);
+  ShowFigure(PolledBoxes::MainPosition, 6, state.FeedRate, 0);
+}
+
+void Poll::ReadRunningBlock() {
+  auto& state = system_.State;
+  {
+    const FlagGuard silent(system_.Link.ReportCommsErrors, false);
+    state.RunningBlock = trio_.GetRspnsInt(Variable::RunningRecord);
+  }
+  if (!screens_.Visible(PolledForm::ViewProgForm)) return;
+  if (state.RunningBlock == state.RunningBlockShown &&
+      system_.ActiveSlot == state.RunningSlotShown) {
+    return;
+  }
+  ShowRunningBlock(system_.ActiveSlot, state.RunningBlock);
+  state.RunningBlockShown = state.RunningBlock;
+  state.RunningSlotShown = system_.ActiveSlot;
+}
+
+void Poll::ShowRunningBlock(int slot, int block) {
+  screens_.ShowListing(
+      supervision::ShowRunningBlock(files_, system_.Directories, system_.Programs, slot, block));
+}
+
+void Poll::ForgetShownBlock() {
+  system_.State.RunningBlockShown = -1;
+  system_.State.RunningSlotShown = -1;
+}
+
+void Poll::RefreshMessageButton() {
+  const auto names =
+      MessageButtonColours(system_.State.StatusWord, system_.Console.NewProgramsReceived);
+  const std::uint32_t background = system_.Colours[names.Background];
+  if (screens_.MessageButtonBackground() != background) {
+    screens_.PaintMessageButton(background, system_.Colours[names.Text]);
+  }
+  if (screens_.Visible(PolledForm::MessageForm)) RefreshMessages();
+}
+
+void Poll::RefreshMessages() {
+  const std::int32_t vr16 = trio_.GetRspnsLng(Variable::IoMessage);
+  const std::int32_t vr17 = trio_.GetRspnsLng(Variable::LogicMessages);
+  if (messages_.Refresh(vr16, vr17, system_.Console.NewProgramsReceived, system_.Messages,
+                        system_.Directories)) {
+    screens_.ShowMessages(messages_);
+  }
+}
+
+void Poll::RefreshMachineForm(bool force) {
+  auto& state = system_.State;
+  ShowFigure(PolledBoxes::MachineFeed, 1, state.FeedOverride, 0);
+  const bool rollersOn = (state.StatusWord & core::StatusBit::RollersOn) != 0;
+  if (rollersOn == state.RollersOn && !force) return;
+  {
+    const FlagGuard guard(rollerGuard_);
+    screens_.SetRollerButton(rollersOn);
+  }
+  state.RollersOn = rollersOn;
+}
+
+void Poll::RefreshRunTime() {
+  screens_.ShowFigure(PolledBoxes::RunTime, 1, RunTimeText(system_.State.RunSeconds));
+}
+
+void Poll::TopUpTable() {
+  if (toppingUp_) return;
+  {
+    const FlagGuard guard(toppingUp_);
+    downloads_.TopUpTable(system_.ActiveSlot, system_.State.RunningBlock, system_.TableSent);
+  }
+  for (const auto& job : std::exchange(waiting_, {})) job();
+}
+
+void Poll::RunOutsideTopUp(std::function<void()> job) {
+  if (toppingUp_) {
+    waiting_.push_back(std::move(job));
+  } else {
+    job();
+  }
+}
+
+}  // namespace torvane::supervision

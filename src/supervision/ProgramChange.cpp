@@ -1,0 +1,48 @@
+#include "supervision/ProgramChange.h"
+
+#include <algorithm>
+
+#include "core/Directories.h"
+#include "core/SlotFiles.h"
+#include "supervision/CycleRules.h"
+
+namespace torvane::supervision {
+
+void ProgramChange::ChangeActiveProgram(int slot) {
+  if (store_.ProgramChangeGuard()) return;
+  parts_.Poll.RunOutsideTopUp([this, slot] {
+    if (Allowed() &&
+        !RefuseAction(CycleAction::ChangeProgram, parts_.System.State, parts_.Dialogs)) {
+      Change(slot);
+    }
+    store_.PressActiveButton();
+  });
+}
+
+bool ProgramChange::Allowed() const {
+  const auto& console = parts_.System.Console;
+  if (console.FormsLocked || store_.Busy()) return false;
+  const auto visible = parts_.Screens.VisibleForms();
+  const bool blocked = std::any_of(visible.begin(), visible.end(), [](const std::string& name) {
+    return std::find(ChangeBlockingForms.begin(), ChangeBlockingForms.end(), name) !=
+           ChangeBlockingForms.end();
+  });
+  return !blocked && !console.PlotKeysActive && console.PlotKeyMode < 1;
+}
+
+void ProgramChange::Change(int slot) {
+  auto& system = parts_.System;
+  const FlagGuard busy(store_.BusyFlag());
+  parts_.Poll.RefreshBatch();
+  core::SaveBatch(parts_.Files, system.Directories, system.ActiveSlot,
+                  system.Active().BatchCounters);
+  system.ActiveSlot = slot == 2 ? 2 : 1;
+  if (!system.Active().DirectoryName.empty()) {
+    core::SetProgramDirectory(system.Directories, system.Active().DirectoryName);
+  }
+  core::SaveControlFile(parts_.Files, system.Directories, system.ActiveSlot);
+  parts_.Plot.ShowPlotBox(system.ActiveSlot);
+  store_.SendActiveProgram();
+}
+
+}  // namespace torvane::supervision

@@ -1,0 +1,35 @@
+// The change between the two programs that stand ready: F10, F11 and the program buttons.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "supervision/ActiveStore.h"
+#include "supervision/ProgramParts.h"
+
+namespace torvane::supervision {
+
+/// Screens that forbid the change while they are visible, without a message. Some installations
+/// know the names of screens that this one does not have; they do no harm.
+inline constexpr std::array<std::string_view, 11> ChangeBlockingForms = {
+    "ProgramForm",  "EditProgForm", "BlockStartForm",    "RestartForm",
+    "ProgListForm", "SearchForm",   "LaserSettingsForm", "MachineStatusForm",
+    "ViewProgForm", "SetupForm",    "BatchForm"};
+
+class ProgramChange {
+ public:
+  ProgramChange(const ProgramParts& parts, ActiveStore& store) : parts_(parts), store_(store) {}
+
+  /// Puts slot 2 in force if `slot` is 2, otherwise slot 1. A refused change snaps the buttons back
+  /// to the slot in force.
+  void ChangeActiveProgram(int slot);
+
+ private:
+  [[nodiscard]] bool Allowed() const;
+  void Change(int slot);
+
+  ProgramParts parts_;
+  ActiveStore& store_;
+};
+
+}  // namespace torvane::supervision

@@ -1,0 +1,71 @@
+#include "supervision/WarningBox.h"
+
+namespace torvane::supervision {
+
+namespace {
+
+constexpr std::array<WarningLayout, 3> Layouts = {{
+    {{nullptr, "&OK", nullptr}, 1, 1, 1},
+    {{"&CANCEL", nullptr, "&OK"}, 2, 0, 2},
+    {{"&NO", nullptr, "&YES"}, 2, 0, 2},
+}};
+
+/// Clears the mark however the window went.
+struct MarkUp {
+  bool& Up;
+  std::string& Text;
+  ~MarkUp() {
+    Text.clear();
+    Up = false;
+  }
+};
+
+}  // namespace
+
+const WarningLayout& WarningLayoutOf(int mode) {
+  const bool known = mode >= WarningMode::Ok && mode <= WarningMode::YesNo;
+  return Layouts[static_cast<std::size_t>(known ? mode - 1 : 0)];
+}
+
+std::optional<int> WarningKeyButton(char letter, const WarningLayout& layout) {
+  switch (letter) {
+    case 'O':
+    case 'Y':
+      return layout.Visible(2) ? 2 : 1;
+    case 'C':
+    case 'N':
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+WarningImages WarningImagesOf(int style) {
+  switch (style) {
+    case WarningStyle::Warning:
+      return WarningImages::Warning;
+    case WarningStyle::Question:
+      return WarningImages::Question;
+    case WarningStyle::Information:
+      return WarningImages::Information;
+    default:
+      return WarningImages::None;
+  }
+}
+
+bool WarningBox::ShowWarning(std::string_view text, int mode, int style,
+                             const std::function<void()>& showModal) {
+  if (up_) return false;
+  up_ = true;
+  text_ = text;
+  mode_ = mode;
+  style_ = style;
+  pressed_ = 0;
+  const MarkUp mark{up_, text_};
+  showModal();
+  return pressed_ != 0;
+}
+
+void WarningBox::Press(int button) { pressed_ = button >= 0 && button <= 2 ? button : 0; }
+
+}  // namespace torvane::supervision
