@@ -75,7 +75,7 @@ void SimulatedPort::Write(std::string_view bytes) {
 
 void SimulatedPort::CatchUp() {
   MoveTo(static_cast<double>(loop_.NowMs()));
-  CollectAnswers();
+  CollectAnswers(nowMs_);
   Schedule();
 }
 
@@ -85,24 +85,24 @@ void SimulatedPort::MoveTo(double ms) {
   nowMs_ = ms;
 }
 
-void SimulatedPort::CollectAnswers() {
+void SimulatedPort::CollectAnswers(double fromMs) {
   std::string answer = controller_.TakeOutput();
   if (answer.empty()) return;
-  const double at = Book(nowMs_, answer.size());
+  const double at = Book(fromMs, answer.size());
   toFrontEnd_.push_back({at, std::move(answer)});
 }
 
 void SimulatedPort::Carry() {
   const double now = static_cast<double>(loop_.NowMs());
   while (!toController_.empty() && toController_.front().AtMs <= now + Tiny) {
-    MoveTo(toController_.front().AtMs);
-    const std::string bytes = std::move(toController_.front().Bytes);
+    const Transfer transfer = std::move(toController_.front());
     toController_.pop_front();
-    controller_.Receive(bytes);
-    CollectAnswers();
+    MoveTo(transfer.AtMs);
+    controller_.Receive(transfer.Bytes);
+    CollectAnswers(transfer.AtMs);
   }
   MoveTo(now);
-  CollectAnswers();
+  CollectAnswers(nowMs_);
 }
 
 void SimulatedPort::Deliver() {

@@ -59,7 +59,8 @@ class SimulatedPort final : public platform::SerialPort {
   /// Books the line from `fromMs` on for `bytes` and gives the time when they are through.
   double Book(double fromMs, std::size_t bytes);
   void MoveTo(double ms);
-  void CollectAnswers();
+  /// Puts what the controller has answered on the line, from `fromMs` on.
+  void CollectAnswers(double fromMs);
   /// Hands the controller what has reached it by now.
   void Carry();
   /// From the loop: carries, then hands over what has arrived.
