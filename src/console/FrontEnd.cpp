@@ -180,11 +180,6 @@ const std::string& FrontEnd::PositionText(int index) const {
   return positionTexts_[Index(index)]->Text();
 }
 
-void FrontEnd::SetMessageRole(Role role) {
-  if (messageButton_->Background() != Colours()[ColoursOf(role).Background])
-    Paint(*messageButton_, role, Colours());
-}
-
 void FrontEnd::SetProgramCaption(int slot, const std::string& caption) {
   programButtons_[Slot(slot)]->SetCaption(caption);
 }

@@ -53,8 +53,10 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
   void SetPositionText(int index, const std::string& text);
   [[nodiscard]] const std::string& PositionText(int index) const;
 
-  /// The role gives the message button its colours; it is repainted only when they differ.
-  void SetMessageRole(Role role);
+  [[nodiscard]] std::uint32_t MessageBackground() const { return messageButton_->Background(); }
+  void PaintMessageButton(std::uint32_t background, std::uint32_t text) {
+    messageButton_->SetColours(background, text);
+  }
 
   void SetProgramCaption(int slot, const std::string& caption);
   /// Presses the slot's program button without its event and lets the other up.

@@ -28,6 +28,9 @@ class ScreenSet {
   void Register(const std::string& name, Factory factory);
   [[nodiscard]] bool Known(const std::string& name) const { return factories_.count(name) != 0; }
 
+  /// Makes a screen without showing it; null for a name that nothing makes.
+  Screen* Load(const std::string& name);
+
   /// Shows a screen modeless, loading it if need be. False for a name that nothing makes.
   bool Show(const std::string& name);
 
@@ -67,7 +70,6 @@ class ScreenSet {
 
  private:
   friend class Screen;
-  Screen* Load(const std::string& name);
   /// The screen was unloaded: out of the table now, destroyed when its handlers have returned.
   void Retire(Screen& screen);
   void Reap();

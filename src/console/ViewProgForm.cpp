@@ -22,20 +22,11 @@ ViewProgForm::ViewProgForm(ScreenSet& screens, std::function<void()> refresh)
   exit_ = &AddExitButton(Body());
 }
 
-void ViewProgForm::SetRow(int index, const std::string& text, bool chosen) {
-  if (index < 1 || index > RowCount) return;
-  toolkit::Label& row = *rows_[static_cast<std::size_t>(index - 1)];
-  Paint(row, chosen ? Role::EntryInverse : Role::Entry, Colours());
-  row.SetText(text);
-}
-
-const std::string& ViewProgForm::RowText(int index) const {
-  return rows_[static_cast<std::size_t>(index - 1)]->Text();
-}
-
-bool ViewProgForm::RowChosen(int index) const {
-  return rows_[static_cast<std::size_t>(index - 1)]->Background() ==
-         Colours()[core::ColourName::Text];
+void ViewProgForm::ShowListing(const supervision::ListingView& rows) {
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    Paint(*rows_[i], rows[i].Inverse ? Role::EntryInverse : Role::Entry, Colours());
+    rows_[i]->SetText(rows[i].Text);
+  }
 }
 
 void ViewProgForm::Activated() { refresh_(); }

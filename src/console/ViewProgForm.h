@@ -6,22 +6,21 @@
 #include <string>
 
 #include "console/Screen.h"
+#include "supervision/RunningBlock.h"
 
 namespace torvane::console {
 
 class ViewProgForm final : public Screen {
  public:
   static constexpr const char* ScreenName = "ViewProgForm";
-  static constexpr int RowCount = 18;
+  static constexpr int RowCount = supervision::ListingRows;
 
   /// `refresh` runs when the screen comes to the front: the listing from its top, both shown values
   /// stale, the running record read.
   ViewProgForm(ScreenSet& screens, std::function<void()> refresh);
 
-  /// Row 1 to 18. A chosen row has text and background exchanged.
-  void SetRow(int index, const std::string& text, bool chosen);
-  [[nodiscard]] const std::string& RowText(int index) const;
-  [[nodiscard]] bool RowChosen(int index) const;
+  /// A highlighted row has text and background exchanged.
+  void ShowListing(const supervision::ListingView& rows);
 
  private:
   void Activated() override;

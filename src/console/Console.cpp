@@ -1,0 +1,139 @@
+#include "console/Console.h"
+
+#include "console/ProgramForm.h"
+#include "console/ShutdownForm.h"
+#include "console/SplashForm.h"
+#include "console/StatusMenuForm.h"
+#include "console/ViewProgForm.h"
+
+namespace torvane::console {
+
+Console::Console(const ConsoleParts& parts)
+    : parts_(parts),
+      screens_(parts.System, parts.Desk, parts.Files,
+               [this](toolkit::Key key) { HandleFunctionKey(key); }),
+      trio_(parts.Desk.Loop(), parts.Port, parts.Files, parts.System.Link, parts.System.Directories,
+            screens_),
+      downloads_(trio_, parts.Files, parts.System.Directories, parts.System.Programs),
+      poll_(parts.System, trio_, downloads_, parts.Files, screens_, *this, screens_.Messages()),
+      programs_{parts.System, trio_, downloads_, parts.Files, screens_, screens_, *this, poll_},
+      store_(programs_),
+      change_(programs_, store_),
+      selection_(programs_, store_, split_, parts.Clock),
+      entries_(parts.System, parts.Files, parts.Drives, screens_) {
+  screens_.SetFrontEndActions(*this);
+  trio_.SetPollTick([this] { poll_.PollTrio(); });
+  RegisterScreens();
+}
+
+Console::~Console() = default;
+
+void Console::SetExits(ConsoleExits exits) {
+  exits_ = std::move(exits);
+  screens_.SetShutdownToService(exits_.ShutdownToService);
+}
+
+void Console::RegisterScreens() {
+  ScreenSet& set = screens_.Set();
+  set.Register(ProgramForm::ScreenName, [this](ScreenSet& screens) {
+    return std::make_unique<ProgramForm>(screens, entries_, selection_, screens_.EntryPads());
+  });
+  set.Register(StatusMenuForm::ScreenName, [this](ScreenSet& screens) {
+    return std::make_unique<StatusMenuForm>(screens, trio_);
+  });
+  set.Register(ViewProgForm::ScreenName, [this](ScreenSet& screens) {
+    return std::make_unique<ViewProgForm>(screens, [this] { ShowListing(); });
+  });
+  set.Register(ShutdownForm::ScreenName, [this](ScreenSet& screens) {
+    return std::make_unique<ShutdownForm>(screens,
+                                          ShutdownActions{[this] { exits_.ShutdownSystem(); },
+                                                          [this] { exits_.ShutdownToService(); }});
+  });
+}
+
+void Console::Open() {
+  FrontEnd& main = screens_.Main();
+  drawing_ = std::make_unique<graphics::DrawingModule>(
+      parts_.System, parts_.Files,
+      std::array<platform::Canvas*, 2>{&main.PlotBox(1).Canvas(), &main.PlotBox(2).Canvas()});
+  plotter_ = std::make_unique<graphics::RealTimePlotter>(
+      parts_.System, *drawing_,
+      graphics::RealTimePlotter::Links{
+          [this](std::string_view expression, int decimals) {
+            return trio_.GetRspnsSngl(expression, decimals);
+          },
+          [this](int slot) { screens_.Main().BringPlotForward(slot); }});
+}
+
+void Console::LoadPlotConfig() {
+  if (drawing_) drawing_->LoadPlotConfig(screens_.Main());
+}
+
+void Console::RealTimePlot() {
+  if (plotter_) plotter_->RealTimePlot();
+}
+
+void Console::RefreshPlot(int slot) {
+  if (plotter_) plotter_->RefreshPlot(slot);
+}
+
+void Console::ShowPlotBox(int slot) {
+  if (plotter_) plotter_->ShowPlotBox(slot);
+}
+
+void Console::MainScreenShown() {
+  screens_.Set().Unload(SplashForm::ScreenName);
+  trio_.StartPolling(true);
+}
+
+void Console::KerfButtonChanged(bool pressed) {
+  if (drawing_) drawing_->KerfButtonChanged(pressed);
+}
+
+void Console::LimitsButtonChanged(bool pressed) {
+  if (drawing_) drawing_->LimitsButtonChanged(pressed);
+}
+
+void Console::RedrawPlot(int slot) {
+  if (drawing_) drawing_->LoadPlot(slot);
+}
+
+void Console::ShowListing() {
+  poll_.ShowRunningBlock(parts_.System.ActiveSlot, 0);
+  poll_.ForgetShownBlock();
+  poll_.ReadRunningBlock();
+}
+
+void Console::HandleFunctionKey(toolkit::Key key) {
+  const KeyAction action = FunctionKeyAction(key, parts_.System.Console);
+  FrontEnd& main = screens_.Main();
+  switch (action.Command) {
+    case KeyCommand::None:
+      return;
+    case KeyCommand::OpenScreen:
+      return main.OpenMain(action.Number);
+    case KeyCommand::EnterGraphics:
+      return main.EnterGraphics(true);
+    case KeyCommand::OpenMessages:
+      return main.OpenMessages();
+    case KeyCommand::ChangeProgram:
+      return ChangeActiveProgram(action.Number);
+    case KeyCommand::Shutdown:
+      return screens_.Set().ShowModal(ShutdownForm::ScreenName);
+    case KeyCommand::GraphicsButton:
+      main.GraphicsButton(action.Number).Press();
+      return;
+    case KeyCommand::FlipLimits:
+      return main.FlipLimits();
+    case KeyCommand::FlipKerf:
+      return main.FlipKerf();
+    case KeyCommand::LeaveGraphics:
+    case KeyCommand::LeaveRestart:
+      return main.LeaveGraphics();
+    case KeyCommand::PathButton:
+      main.PathButton(action.Number).Press();
+      return;
+  }
+}
+
+}  // namespace torvane::console

@@ -1,0 +1,97 @@
+// The console put together: the screens, the plot on the main screen, and what the keys lead to.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "console/ConsoleScreens.h"
+#include "graphics/DrawingModule.h"
+#include "graphics/RealTimePlot.h"
+#include "link/Downloads.h"
+#include "link/Trio.h"
+#include "partprogram/SplittingModule.h"
+#include "platform/Clock.h"
+#include "platform/Drives.h"
+#include "supervision/ActiveStore.h"
+#include "supervision/PollTrio.h"
+#include "supervision/ProgramChange.h"
+#include "supervision/ProgramEntries.h"
+#include "supervision/ProgramSelection.h"
+
+namespace torvane::console {
+
+/// What the console works with; all of it outlives the console.
+struct ConsoleParts {
+  core::System& System;
+  platform::FileSystem& Files;
+  platform::SerialPort& Port;
+  const platform::Clock& Clock;
+  const platform::Drives& Drives;
+  toolkit::Desk& Desk;
+};
+
+/// The ways out, given by the program that owns the console.
+struct ConsoleExits {
+  std::function<void()> ShutdownSystem;
+  std::function<void()> ShutdownToService;
+};
+
+/// Made before the start-up begins. `Open` comes after the colours have been read: only then are
+/// there screens with the right faces.
+class Console final : public supervision::PlotStage, private FrontEndActions {
+ public:
+  explicit Console(const ConsoleParts& parts);
+  ~Console() override;
+
+  void SetExits(ConsoleExits exits);
+
+  /// Loads the main screen with its canvases, without showing it.
+  void Open();
+
+  [[nodiscard]] ConsoleScreens& Screens() { return screens_; }
+  [[nodiscard]] link::Trio& Trio() { return trio_; }
+  [[nodiscard]] link::Downloads& Downloads() { return downloads_; }
+  [[nodiscard]] supervision::Poll& Poll() { return poll_; }
+  [[nodiscard]] supervision::ActiveStore& Store() { return store_; }
+  [[nodiscard]] supervision::ProgramSelection& Selection() { return selection_; }
+  [[nodiscard]] graphics::DrawingModule* Drawing() { return drawing_.get(); }
+
+  /// Plot.cfg, and the plot's switches as they stand at every start.
+  void LoadPlotConfig();
+
+  /// The global keys of all screens.
+  void HandleFunctionKey(toolkit::Key key);
+
+  // supervision::PlotStage; nothing before Open
+  void RealTimePlot() override;
+  void RefreshPlot(int slot) override;
+  void ShowPlotBox(int slot) override;
+
+ private:
+  // FrontEndActions
+  void ChangeActiveProgram(int slot) override { change_.ChangeActiveProgram(slot); }
+  void MainScreenShown() override;
+  void KerfButtonChanged(bool pressed) override;
+  void LimitsButtonChanged(bool pressed) override;
+  void RedrawPlot(int slot) override;
+
+  void RegisterScreens();
+  void ShowListing();
+
+  ConsoleParts parts_;
+  ConsoleExits exits_;
+  ConsoleScreens screens_;
+  link::Trio trio_;
+  link::Downloads downloads_;
+  supervision::Poll poll_;
+  supervision::ProgramParts programs_;
+  supervision::ActiveStore store_;
+  supervision::ProgramChange change_;
+  partprogram::SplitCycle split_;
+  supervision::ProgramSelection selection_;
+  supervision::ProgramEntries entries_;
+  std::unique_ptr<graphics::DrawingModule> drawing_;
+  std::unique_ptr<graphics::RealTimePlotter> plotter_;
+};
+
+}  // namespace torvane::console

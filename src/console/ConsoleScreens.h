@@ -1,0 +1,82 @@
+// The console as the floors under it see it: dialogs, the lock, figures, captions, rows.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "console/FrontEnd.h"
+#include "console/Pads.h"
+#include "console/ScreenSet.h"
+#include "link/Trio.h"
+#include "platform/FileSystem.h"
+#include "supervision/OperatorDialogs.h"
+#include "supervision/PollScreens.h"
+#include "supervision/ProgramScreens.h"
+#include "supervision/WarningBox.h"
+
+namespace torvane::console {
+
+/// Knows which screen a figure belongs to, and passes over screens that are not loaded. It starts
+/// nothing by itself.
+class ConsoleScreens final : public link::LinkScreens,
+                             public supervision::OperatorDialogs,
+                             public supervision::PollScreens,
+                             public supervision::ProgramScreens {
+ public:
+  /// `functionKey` takes the global keys.
+  ConsoleScreens(core::System& system, toolkit::Desk& desk, platform::FileSystem& files,
+                 std::function<void(toolkit::Key)> functionKey);
+
+  [[nodiscard]] ScreenSet& Set() { return set_; }
+  [[nodiscard]] Pads& EntryPads() { return pads_; }
+  [[nodiscard]] supervision::MessageList& Messages() { return messages_; }
+
+  /// The main screen, loaded on first use; its actions must have been given before.
+  [[nodiscard]] FrontEnd& Main();
+  void SetFrontEndActions(FrontEndActions& actions);
+
+  /// What the link's failure dialog leads to when it is answered with OK.
+  void SetShutdownToService(std::function<void()> shutdown) {
+    shutdownToService_ = std::move(shutdown);
+  }
+
+  // link::LinkScreens and supervision::OperatorDialogs
+  bool ShowWarning(std::string_view text, int mode, int style) override;
+  void LockForms(bool locked, std::string_view exempt) override { set_.LockForms(locked, exempt); }
+  void ShutdownToService() override;
+  void BusyPointer(bool busy) override { set_.Desk().SetBusy(busy); }
+  void Beep() override { set_.Desk().Beep(); }
+
+  // supervision::PollScreens
+  [[nodiscard]] bool Visible(supervision::PolledForm form) const override;
+  void ShowFigure(supervision::PolledBoxes boxes, int index, std::string_view text) override;
+  [[nodiscard]] std::uint32_t MessageButtonBackground() const override;
+  void PaintMessageButton(std::uint32_t background, std::uint32_t text) override;
+  void SetRollerButton(bool on) override;
+  void ShowListing(const supervision::ListingView& rows) override;
+  void ShowMessages(const supervision::MessageList& messages) override;
+  [[nodiscard]] bool BatchEditing() const override { return false; }
+  void ShowBatch(const core::Batch& batch) override;
+
+  // supervision::ProgramScreens
+  [[nodiscard]] std::vector<std::string> VisibleForms() const override {
+    return set_.VisibleNames();
+  }
+  void SetProgramCaption(int slot, std::string_view caption) override;
+  void PressProgramButton(int slot) override;
+  void OpenSetupForm() override { set_.Open("SetupForm"); }
+  void UnloadProgramForm() override { set_.Unload("ProgramForm"); }
+
+ private:
+  /// Null before the main screen was loaded and after it has gone.
+  [[nodiscard]] FrontEnd* LoadedMain() const { return set_.Find<FrontEnd>(FrontEnd::ScreenName); }
+
+  ScreenSet set_;
+  supervision::WarningBox warning_;
+  supervision::MessageList messages_;
+  Pads pads_;
+  std::function<void()> shutdownToService_;
+};
+
+}  // namespace torvane::console
