@@ -5,6 +5,7 @@
 #include "core/General.h"
 #include "partprogram/Block.h"
 #include "partprogram/Passes.h"
+#include "partprogram/Pipeline.h"
 #include "partprogram/WordValues.h"
 
 namespace torvane::partprogram {
@@ -89,6 +90,16 @@ class BodyFilter {
 };
 
 }  // namespace
+
+std::string SqueezeProgram(std::string_view program) {
+  std::string squeezed;
+  squeezed.reserve(program.size() + 2);
+  for (const std::string_view whole : core::SplitLines(program)) {
+    const std::string_view line = core::Trim(whole);
+    if (!line.empty()) squeezed.append(line).append("\r\n");
+  }
+  return squeezed;
+}
 
 IntermediateText MakeIntermediateFiles(std::string_view program, const core::MachineData& machine) {
   IntermediateText text;
