@@ -1,0 +1,124 @@
+#include "link/Downloads.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "core/General.h"
+#include "core/LastFile.h"
+#include "link/Variables.h"
+#include "platform/RuntimeFault.h"
+
+namespace torvane::link {
+
+namespace {
+
+/// The front end's own parameters in a parameter file: never sent.
+constexpr std::string_view SystemWord = "SYS";
+
+struct SystemParameter {
+  std::string_view Key;
+  void (*Store)(core::LinkSettings& link, double value);
+};
+
+constexpr std::array<SystemParameter, 3> SystemParameters = {{
+    {"SYS(1)",
+     [](core::LinkSettings& link, double value) { link.Sys1 = static_cast<float>(value); }},
+    {"SYS(2)",
+     [](core::LinkSettings& link, double value) { link.Sys2 = static_cast<float>(value); }},
+    {"SYS(3)", [](core::LinkSettings& link, double value) { link.JogMaxSpeed = value; }},
+}};
+
+bool Holds(std::string_view text, std::string_view word) {
+  return text.find(word) != std::string_view::npos;
+}
+
+/// The plain value behind `key` and the equals sign; -999 where there is none.
+double SystemValue(std::string_view line, std::string_view key) {
+  std::string_view rest = core::Trim(line.substr(line.find(key) + key.size()));
+  if (rest.starts_with('=')) rest = core::Trim(rest.substr(1));
+  constexpr std::string_view Sign = "=";
+  return core::GetPlainValue(std::string(Sign).append(rest), Sign).Value;
+}
+
+}  // namespace
+
+void Downloads::DownParameters(std::string_view directory, std::string_view fileName) {
+  if (!trio_.Settings().TrioLinkEnabled) return;
+  const std::string_view name = core::Trim(fileName);
+  const std::string path = std::string(core::Trim(directory)).append(name);
+  if (!files_.FileExists(path)) return;
+  const BulkSend bulk(trio_);
+  core::NoteLastFile(files_, directories_, path);
+  const std::string text = files_.ReadFile(path);
+  for (const std::string_view line : core::SplitLines(text)) SendParameterLine(line);
+  trio_.LogTrioExchange("DownParameters", name, {}, false);
+}
+
+void Downloads::SendParameterLine(std::string_view line) {
+  const std::string upper = core::UpperCase(core::Trim(line));
+  const std::string_view command = core::SemicolonPart(upper);
+  if (command.empty()) return;
+  if (Holds(command, SystemWord)) {
+    for (const auto& parameter : SystemParameters) {
+      if (!Holds(command, parameter.Key)) continue;
+      parameter.Store(trio_.Settings(), SystemValue(command, parameter.Key));
+    }
+  } else if (!Holds(command, "!")) {
+    trio_.Download(command);
+  }
+}
+
+void Downloads::DownTable(std::int16_t slot, std::int16_t& sent, std::int16_t target,
+                          bool pausePoll) {
+  if (!trio_.Settings().TrioLinkEnabled) return;
+  if (slot != 1 && slot != 2) return;
+  const std::int16_t last = std::min(target, programs_[static_cast<std::size_t>(slot)].TableLines);
+  if (sent >= last) return;
+  if (pausePoll) trio_.StopPolling(false);
+  const std::string path =
+      directories_.RootDirectory + "Actvprg" + core::IntegerText(slot) + ".tbl";
+  SendRecords(path, sent, last);
+  if (pausePoll && trio_.Settings().PollingWanted) trio_.StartPolling(false);
+}
+
+void Downloads::SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target) {
+  core::NoteLastFile(files_, directories_, path);
+  const auto records = files_.OpenRecords(path, TableRecordSize);
+  std::array<char, TableRecordSize> record{};
+  const int before = std::max<int>(sent, 0);
+  for (int number = before + 1; number <= target; ++number) {
+    if (!records->Read(static_cast<std::uint32_t>(number), record)) {
+      throw platform::RuntimeFault(path, "record " + std::to_string(number) + " is missing");
+    }
+    trio_.Download({record.data(), record.size()});
+    if (sent < before) return;
+  }
+  sent = target;
+}
+
+void Downloads::TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent) {
+  const int wanted = int{running} + trio_.Settings().TableLeadLines;
+  const int gap = wanted - sent;
+  if (gap <= 0) return;
+  constexpr int Most = std::numeric_limits<std::int16_t>::max();
+  DownTable(activeSlot, sent, static_cast<std::int16_t>(std::min(wanted, Most)), true);
+}
+
+void Downloads::DownBatch(const core::Batch& counters) {
+  if (!trio_.Settings().TrioLinkEnabled) return;
+  const BulkSend bulk(trio_);
+  trio_.Download(Assignment(Variable::PartsPerSheet, core::LongText(counters.PartsPerSheet)));
+  trio_.Download(Assignment(Variable::PartsRequired, core::LongText(counters.PartsRequired)));
+  trio_.Download(Assignment(Variable::SheetsRequired, core::LongText(counters.SheetsRequired)));
+  trio_.Download(Assignment(Variable::SheetsCompleted, core::LongText(counters.SheetsCompleted)));
+}
+
+void Downloads::DownToolOffsets(const core::Station& activeStation) {
+  if (!trio_.Settings().TrioLinkEnabled) return;
+  const BulkSend bulk(trio_);
+  trio_.Download(Assignment(Variable::HeadOffsetX, core::NumberText(activeStation.OffsetX, -1)));
+  trio_.Download(Assignment(Variable::HeadOffsetY, core::NumberText(activeStation.OffsetY, -1)));
+  trio_.Download(Assignment(Variable::HeadOffsetZ, core::NumberText(activeStation.OffsetZ, -1)));
+}
+
+}  // namespace torvane::link

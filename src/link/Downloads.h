@@ -1,0 +1,59 @@
+// Bulk sends: the parameter file, the table of a program in its window, batch counters, offsets.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/ActiveProgram.h"
+#include "core/DirectorySet.h"
+#include "core/MachineData.h"
+#include "link/Trio.h"
+#include "platform/FileSystem.h"
+
+namespace torvane::link {
+
+/// Bytes of one record of a ".tbl" file.
+inline constexpr std::size_t TableRecordSize = 80;
+
+/// Every line goes through Trio::Download; a failed one is reported there and not sent again.
+/// With the link off nothing here does anything.
+class Downloads {
+ public:
+  /// `programs` by slot 1 and 2.
+  Downloads(Trio& trio, platform::FileSystem& files, const core::DirectorySet& directories,
+            const std::array<core::ActiveProgram, 3>& programs)
+      : trio_(trio), files_(files), directories_(directories), programs_(programs) {}
+
+  /// Sends a ".prm" file line by line, screens locked and poll stopped. Lines with "SYS" set the
+  /// front end's own parameters, lines with "!" are kept back, ";" begins a comment. Nothing for a
+  /// file that is not there.
+  void DownParameters(std::string_view directory, std::string_view fileName);
+
+  /// Sends records `sent` + 1 to `target` (held to the slot's TableLines) of the slot's table, then
+  /// sets `sent` to `target`, whatever failed. `pausePoll` stops the poll meanwhile. A table that
+  /// is missing or too short is a RuntimeFault. If another handler starts a new table inside a wait
+  /// (`sent` falls), the rest of the old one stays where it is.
+  void DownTable(std::int16_t slot, std::int16_t& sent, std::int16_t target, bool pausePoll);
+
+  /// Keeps the controller TableLeadLines ahead of the `running` record; on every tick.
+  void TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent);
+
+  /// The first four batch counters.
+  void DownBatch(const core::Batch& counters);
+
+  /// The head's offsets, mm; only for machines that have one (MachineVariant above 0).
+  void DownToolOffsets(const core::Station& activeStation);
+
+ private:
+  void SendParameterLine(std::string_view line);
+  void SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target);
+
+  Trio& trio_;
+  platform::FileSystem& files_;
+  const core::DirectorySet& directories_;
+  const std::array<core::ActiveProgram, 3>& programs_;
+};
+
+}  // namespace torvane::link
