@@ -1,0 +1,109 @@
+#include "partprogram/KerfJoin.h"
+
+#include <cmath>
+
+#include "partprogram/Binding.h"
+#include "partprogram/Tangent.h"
+
+namespace torvane::partprogram {
+
+namespace {
+
+constexpr std::size_t LengthValue = 0;
+constexpr std::size_t RadiusValue = 0;
+constexpr std::size_t AngleValue = 9;
+constexpr std::size_t SweepValue = 10;
+
+constexpr double HalfCircleTolerance = 45.0;  ///< degrees
+
+core::Polar PolarBetween(core::Vector2 from, core::Vector2 to) {
+  return core::XYToPolar(to.X - from.X, to.Y - from.Y);
+}
+
+core::Vector2 Flat(Point3 point) { return {point.X, point.Y}; }
+
+void Place(Point3& point, core::Vector2 place) {
+  point.X = static_cast<float>(place.X);
+  point.Y = static_cast<float>(place.Y);
+}
+
+Point3& EndOf(DrawRecord& record, ElementEnd end) {
+  return end == ElementEnd::Start ? record.StartPoint : record.EndPoint;
+}
+
+}  // namespace
+
+void TrimLine(DrawRecord& record, core::Vector2 point, ElementEnd end) {
+  Place(EndOf(record, end), point);
+  const core::Polar polar = PolarBetween(Flat(record.StartPoint), Flat(record.EndPoint));
+  record.Values[LengthValue] = static_cast<float>(polar.Length);
+  record.Values[AngleValue] = static_cast<float>(polar.Angle);
+  record.Code = RecordCode::LineProfile;
+  record.Name = PadText<18>("Line Profile");
+  record.ProfileStart = record.StartPoint;
+  record.ProfileEnd = record.EndPoint;
+  record.KerfSide = 0;
+  FinishRecord(record);
+}
+
+void TrimArc(DrawRecord& record, core::Vector2 point, ElementEnd end) {
+  const double oldSweep = record.Values[SweepValue];
+  double startAngle = record.Values[AngleValue];
+  double endAngle = core::NormaliseAngle(startAngle + oldSweep);
+  const double angle = PolarBetween(Flat(record.CentrePoint), point).Angle;
+  (end == ElementEnd::Start ? startAngle : endAngle) = angle;
+  double sweep = endAngle - startAngle;
+  if (oldSweep < 0 && sweep > 0) sweep -= 360.0;
+  if (oldSweep >= 0 && sweep < 0) sweep += 360.0;
+  Place(EndOf(record, end), point);
+  record.Values[AngleValue] = static_cast<float>(startAngle);
+  record.Values[SweepValue] = static_cast<float>(sweep);
+  FinishRecord(record);
+}
+
+void TrimElement(DrawRecord& record, core::Vector2 point, ElementEnd end) {
+  record.Code == RecordCode::ArcProfile ? TrimArc(record, point, end)
+                                        : TrimLine(record, point, end);
+}
+
+double HalfCircleSweep(double startAngle, double sweep, const DrawRecord& previous) {
+  const double tangent = ArcTangent(startAngle, sweep);
+  const double exit = previous.Code == RecordCode::ArcProfile
+                          ? ArcExit(previous.Values[AngleValue], previous.Values[SweepValue])
+                          : core::NormaliseAngle(previous.Values[AngleValue]);
+  return WithinAngle(tangent, exit, HalfCircleTolerance) ? sweep : 360.0 - sweep;
+}
+
+DrawRecord MakeCornerArc(const DrawRecord& previous, const DrawRecord& current, Point3 corner,
+                         double kerfWidth, double feedPercent) {
+  DrawRecord arc;
+  arc.BlockNumber = previous.BlockNumber;
+  arc.SubNumber = previous.SubNumber;
+  arc.SubBlock = previous.SubBlock;
+  arc.RecordIndex = previous.RecordIndex;
+  arc.SkipLevel = previous.SkipLevel;
+  arc.BeamState1 = previous.BeamState1;
+  arc.BeamState2 = previous.BeamState2;
+  arc.Settings = previous.Settings;
+  arc.StartPoint = previous.EndPoint;
+  arc.EndPoint = current.StartPoint;
+  arc.CentrePoint = corner;
+  const double startAngle = PolarBetween(Flat(corner), Flat(arc.StartPoint)).Angle;
+  const double endAngle = PolarBetween(Flat(corner), Flat(arc.EndPoint)).Angle;
+  double sweep = core::RoundPlaces(endAngle - startAngle, 4);
+  const double start = core::RoundPlaces(startAngle, 4);
+  if (std::fabs(sweep) == 180.0) sweep = HalfCircleSweep(start, sweep, previous);
+  if (std::fabs(sweep) > 180.0) sweep += sweep < 0 ? 360.0 : -360.0;
+  arc.Values[RadiusValue] = static_cast<float>(std::fabs(kerfWidth));
+  arc.Values[AngleValue] = static_cast<float>(start);
+  arc.Values[SweepValue] = static_cast<float>(sweep);
+  arc.Code = RecordCode::ArcProfile;
+  arc.Name = PadText<18>("Arc Profile");
+  arc.Flags[CornerArcFlag] = -1;
+  arc.KerfSide = 0;
+  arc.Feed = static_cast<float>(previous.Feed / 100.0 * (feedPercent > 0 ? feedPercent : 100.0));
+  FinishRecord(arc);
+  return arc;
+}
+
+}  // namespace torvane::partprogram
