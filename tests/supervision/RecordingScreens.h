@@ -1,0 +1,126 @@
+// Screens, dialogs and a plot that write down in one list what was asked of them.
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "supervision/OperatorDialogs.h"
+#include "supervision/PollScreens.h"
+#include "supervision/ProgramScreens.h"
+#include "supervision/QuietScreens.h"
+
+namespace torvane::supervision {
+
+using Events = std::vector<std::string>;
+
+class RecordingDialogs final : public OperatorDialogs {
+ public:
+  explicit RecordingDialogs(Events& events) : events_(events) {}
+
+  bool Answer = false;
+
+  bool ShowWarning(std::string_view text, int mode, int style) override {
+    events_.push_back("warning " + std::to_string(mode) + " " + std::to_string(style) + " " +
+                      std::string(text));
+    return Answer;
+  }
+  void BusyPointer(bool busy) override { events_.emplace_back(busy ? "busy" : "idle"); }
+  void Beep() override { events_.emplace_back("beep"); }
+
+ private:
+  Events& events_;
+};
+
+class RecordingPollScreens final : public PollScreens {
+ public:
+  explicit RecordingPollScreens(Events& events) : events_(events) {}
+
+  std::set<PolledForm> Shown;
+  std::uint32_t ButtonBackground = 0;
+  std::uint32_t ButtonText = 0;
+  int Paints = 0;
+  bool Editing = false;
+  core::Batch LastBatch;
+  ListingView Listing;
+  int Listings = 0;
+  std::function<void(bool)> OnRoller;
+
+  [[nodiscard]] bool Visible(PolledForm form) const override { return Shown.count(form) != 0; }
+  void ShowFigure(PolledBoxes boxes, int index, std::string_view text) override {
+    static const std::vector<std::string> names = {
+        "Main", "Jog", "XY", "MachineFeed", "LaserFeed", "LaserPower", "LaserStatus", "RunTime"};
+    events_.push_back(names.at(static_cast<std::size_t>(boxes)) + " " + std::to_string(index) +
+                      "=" + std::string(text));
+  }
+  [[nodiscard]] std::uint32_t MessageButtonBackground() const override { return ButtonBackground; }
+  void PaintMessageButton(std::uint32_t background, std::uint32_t text) override {
+    ButtonBackground = background;
+    ButtonText = text;
+    ++Paints;
+  }
+  void SetRollerButton(bool on) override {
+    events_.emplace_back(on ? "roller down" : "roller up");
+    if (OnRoller) OnRoller(on);
+  }
+  void ShowListing(const ListingView& rows) override {
+    Listing = rows;
+    ++Listings;
+  }
+  void ShowMessages(const MessageList& messages) override {
+    events_.push_back("messages " + std::to_string(messages.Count()));
+  }
+  [[nodiscard]] bool BatchEditing() const override { return Editing; }
+  void ShowBatch(const core::Batch& batch) override {
+    LastBatch = batch;
+    events_.emplace_back("batch shown");
+  }
+
+ private:
+  Events& events_;
+};
+
+class RecordingProgramScreens final : public ProgramScreens {
+ public:
+  explicit RecordingProgramScreens(Events& events) : events_(events) {}
+
+  std::vector<std::string> Forms;
+  std::function<void(int)> OnPress;  ///< the event of the button
+
+  [[nodiscard]] std::vector<std::string> VisibleForms() const override { return Forms; }
+  void SetProgramCaption(int slot, std::string_view caption) override {
+    events_.push_back("caption " + std::to_string(slot) + " " + std::string(caption));
+  }
+  void PressProgramButton(int slot) override {
+    events_.push_back("press " + std::to_string(slot));
+    if (OnPress) OnPress(slot);
+  }
+  void OpenSetupForm() override { events_.emplace_back("open SetupForm"); }
+  void UnloadProgramForm() override { events_.emplace_back("unload ProgramForm"); }
+
+ private:
+  Events& events_;
+};
+
+class RecordingPlot final : public QuietPlot {
+ public:
+  RecordingPlot(core::System& system, link::Trio& trio, Events& events)
+      : QuietPlot(system, trio), events_(events) {}
+
+  void RealTimePlot() override {
+    events_.emplace_back("trace");
+    QuietPlot::RealTimePlot();
+  }
+  void RefreshPlot(int slot) override {
+    events_.push_back("plot " + std::to_string(slot));
+    QuietPlot::RefreshPlot(slot);
+  }
+  void ShowPlotBox(int slot) override { events_.push_back("plotbox " + std::to_string(slot)); }
+
+ private:
+  Events& events_;
+};
+
+}  // namespace torvane::supervision
