@@ -1,0 +1,105 @@
+#include "tools/ConsoleProgram.h"
+
+#include <QGuiApplication>
+#include <QMessageBox>
+
+#include "console/SplashForm.h"
+#include "graphics/FrontEndControls.h"
+
+namespace torvane::tools {
+
+namespace {
+
+std::unique_ptr<SimulatedMachine> MachineFor(const TorvaneOptions& options, toolkit::QtLoop& loop,
+                                             const platform::FileSystem& files) {
+  if (!options.Simulate) return nullptr;
+  return std::make_unique<SimulatedMachine>(loop, files, options.Speed);
+}
+
+/// Without a screen nobody could close a message box.
+bool OperatorLooksOn() { return QGuiApplication::platformName() != "offscreen"; }
+
+}  // namespace
+
+ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
+    : options_(options),
+      files_(options.Root, options.Drives),
+      drives_(options.Drives),
+      machine_(MachineFor(options, loop_, files_)),
+      serial_(options.Simulate ? nullptr
+                               : std::make_unique<toolkit::QtSerialPort>(loop_, options.Devices)),
+      session_(loop_, options.OwnsMachine,
+               [this](std::string_view path) { return files_.NativePath(path); }),
+      desk_(loop_),
+      console_({system_, files_, Port(), clock_, drives_, desk_}),
+      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, session_}) {
+  console_.SetExits(
+      {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
+  desk_.setWindowTitle(graphics::FrontEndCaption);
+  desk_.OnCloseRequest([this] { console_.HandleFunctionKey(toolkit::Key::F12); });
+}
+
+ConsoleProgram::~ConsoleProgram() = default;
+
+platform::SerialPort& ConsoleProgram::Port() {
+  if (machine_) return machine_->Port();
+  return *serial_;
+}
+
+int ConsoleProgram::Run() {
+  loop_.Post([this] {
+    app::StartUp(
+        {system_, loop_, files_, console_.Trio(), console_.Downloads(), console_.Store(), *this});
+  });
+  const int ended = loop_.Run();
+  return status_ != 0 ? status_ : ended;
+}
+
+void ConsoleProgram::ShutDown() { shutdown_.ShutdownSystem(true); }
+
+void ConsoleProgram::ShowSplash() {
+  if (options_.Window) {
+    desk_.OpenWindow(options_.Window->Width, options_.Window->Height);
+  } else if (OperatorLooksOn()) {
+    desk_.OpenFullScreen();
+  } else {
+    desk_.OpenWindow(WindowSize{}.Width, WindowSize{}.Height);
+  }
+  console_.Open();
+  console_.Screens().Set().Show(console::SplashForm::ScreenName);
+  desk_.Refresh();
+}
+
+void ConsoleProgram::UnloadSplash() {
+  console_.Screens().Set().Unload(console::SplashForm::ScreenName);
+}
+
+void ConsoleProgram::SystemMessageBox(std::string_view title, std::string_view text) {
+  if (!OperatorLooksOn()) {
+    std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(title.size()), title.data(),
+                 static_cast<int>(text.size()), text.data());
+    return;
+  }
+  QMessageBox box(
+      QMessageBox::Warning, QString::fromLatin1(title.data(), static_cast<int>(title.size())),
+      QString::fromLatin1(text.data(), static_cast<int>(text.size())), QMessageBox::Ok, &desk_);
+  bool closed = false;
+  QObject::connect(&box, &QMessageBox::finished, [&closed] { closed = true; });
+  box.open();
+  loop_.WaitUntil([&closed] { return closed; });
+}
+
+void ConsoleProgram::ShowFrontEnd() {
+  console_.Screens().Set().Show(console::FrontEnd::ScreenName);
+}
+
+bool ConsoleProgram::FrontEndVisible() const {
+  return const_cast<console::Console&>(console_).Screens().Set().Visible(
+      console::FrontEnd::ScreenName);
+}
+
+void ConsoleProgram::UnloadFrontEnd() {
+  console_.Screens().Set().Unload(console::FrontEnd::ScreenName);
+}
+
+}  // namespace torvane::tools

@@ -1,0 +1,72 @@
+// The console as a program: its parts made, its start, its end.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "app/Shutdown.h"
+#include "app/StartScreens.h"
+#include "app/StartUp.h"
+#include "console/Console.h"
+#include "core/System.h"
+#include "platform/Clock.h"
+#include "platform/DiskFileSystem.h"
+#include "toolkit/Desk.h"
+#include "toolkit/QtDrives.h"
+#include "toolkit/QtLoop.h"
+#include "toolkit/QtSerialPort.h"
+#include "toolkit/QtSessionEnd.h"
+#include "tools/SimulatedMachine.h"
+#include "tools/TorvaneOptions.h"
+
+namespace torvane::tools {
+
+/// Needs an application object. Faults of required files come out of Run.
+class ConsoleProgram final : private app::StartScreens {
+ public:
+  explicit ConsoleProgram(const TorvaneOptions& options);
+  ~ConsoleProgram() override;
+
+  /// Starts, runs to the end of the program and gives its exit status.
+  int Run();
+
+  /// The exit status when the program ends by itself.
+  void SetStatus(int status) { status_ = status; }
+  /// As the operator's &OK on the shutdown question.
+  void ShutDown();
+
+  [[nodiscard]] toolkit::QtLoop& Loop() { return loop_; }
+  [[nodiscard]] toolkit::Desk& Desk() { return desk_; }
+  [[nodiscard]] core::System& System() { return system_; }
+  [[nodiscard]] console::Console& Console() { return console_; }
+  /// Null without --simulate.
+  [[nodiscard]] SimulatedMachine* Machine() { return machine_.get(); }
+
+ private:
+  // app::StartScreens
+  void ShowSplash() override;
+  void UnloadSplash() override;
+  void SystemMessageBox(std::string_view title, std::string_view text) override;
+  void ShowFrontEnd() override;
+  [[nodiscard]] bool FrontEndVisible() const override;
+  void UnloadFrontEnd() override;
+  void LoadPlotConfig() override { console_.LoadPlotConfig(); }
+
+  [[nodiscard]] platform::SerialPort& Port();
+
+  TorvaneOptions options_;
+  toolkit::QtLoop loop_;
+  platform::DiskFileSystem files_;
+  platform::SystemClock clock_;
+  toolkit::QtDrives drives_;
+  core::System system_;
+  std::unique_ptr<SimulatedMachine> machine_;
+  std::unique_ptr<toolkit::QtSerialPort> serial_;
+  toolkit::QtSessionEnd session_;
+  toolkit::Desk desk_;
+  console::Console console_;
+  app::Shutdown shutdown_;
+  int status_ = 0;
+};
+
+}  // namespace torvane::tools

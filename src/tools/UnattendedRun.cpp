@@ -1,0 +1,172 @@
+#include "tools/UnattendedRun.h"
+
+#include <cstdio>
+#include <filesystem>
+
+#include <unistd.h>
+
+#include "console/FrontEnd.h"
+#include "console/WarningForm.h"
+#include "core/General.h"
+#include "supervision/RunTime.h"
+#include "toolkit/Label.h"
+
+namespace torvane::tools {
+
+namespace {
+
+constexpr int LookMs = 50;
+constexpr int StartWaitMs = 10000;
+constexpr int StatusLineMs = 1000;
+/// The last tick of the poll reads the counters; the pictures come after it.
+constexpr int SettleMs = 400;
+/// Long enough for a piece of the trace to be seen.
+constexpr int RunningPictureMs = 1500;
+
+bool NamesPicture(const std::string& path) {
+  return std::filesystem::path(path).extension() == ".png";
+}
+
+}  // namespace
+
+UnattendedRun::UnattendedRun(ConsoleProgram& program, const TorvaneOptions& options)
+    : program_(program), options_(options), timer_(program.Loop().MakeTimer([this] { Look(); })) {
+  timer_->Start(LookMs);
+}
+
+void UnattendedRun::Look() {
+  if (program_.System().ShuttingDown) {
+    timer_->Stop();
+    return;
+  }
+  if (options_.ExitAfterRun) AnswerDialogs();
+  switch (phase_) {
+    case Phase::WaitingForMain:
+      if (program_.Console().Screens().Set().Visible(console::FrontEnd::ScreenName))
+        Enter(Phase::Selecting);
+      return;
+    case Phase::Selecting:
+      return Select();
+    case Phase::Starting:
+      return WatchStart();
+    case Phase::Running:
+      return WatchRun();
+    case Phase::Ending:
+      return End();
+    case Phase::Idle:
+      return;
+  }
+}
+
+void UnattendedRun::Enter(Phase phase) {
+  phase_ = phase;
+  enteredMs_ = program_.Loop().NowMs();
+}
+
+void UnattendedRun::AnswerDialogs() {
+  auto* warning = program_.Console().Screens().Set().Find(console::WarningForm::ScreenName);
+  if (warning == nullptr || !warning->Visible()) return;
+  if (auto* label = dynamic_cast<toolkit::Label*>(warning->Window().Find("WarningLabel"))) {
+    std::fprintf(stderr, "%s\n", std::string(core::Trim(label->Text())).c_str());
+  }
+  program_.SetStatus(RunStatus::Refused);
+  program_.Desk().TypeKey(toolkit::KeyStroke(toolkit::Key::C));
+}
+
+void UnattendedRun::Select() {
+  TakePicture("main");
+  if (!options_.SelectProgram.empty()) {
+    // The timer does not fire again while this runs: the dialogs of a refusal need another eye.
+    auto eye = program_.Loop().MakeTimer([this] {
+      if (options_.ExitAfterRun) AnswerDialogs();
+    });
+    eye->Start(LookMs);
+    const bool selected = program_.Console().Selection().SelectProgram(options_.SelectDirectory,
+                                                                       options_.SelectProgram);
+    if (!selected) {
+      return Fail(RunStatus::Refused,
+                  options_.SelectDirectory + "/" + options_.SelectProgram + " was not selected");
+    }
+    TakePicture("selected");
+  }
+  if (options_.Start) {
+    PressStart();
+    Enter(Phase::Starting);
+  } else {
+    Enter(options_.ExitAfterRun && options_.SelectProgram.empty() ? Phase::Ending
+                                                                  : Phase::Starting);
+  }
+}
+
+void UnattendedRun::PressStart() {
+  // The information screen would hide the trace in the pictures.
+  program_.Console().Screens().Set().Unload("SetupForm");
+  program_.Machine()->Controller().TheMachine().CycleStart();
+}
+
+void UnattendedRun::WatchStart() {
+  if (program_.System().State.MachineRunning) {
+    Enter(Phase::Running);
+  } else if (options_.Start && program_.Loop().NowMs() - enteredMs_ > StartWaitMs) {
+    Fail(RunStatus::NotStarted, "the machine did not take the cycle start");
+  }
+}
+
+void UnattendedRun::WatchRun() {
+  const std::int64_t now = program_.Loop().NowMs();
+  if (now - statusShownMs_ >= StatusLineMs) ShowStatusLine();
+  if (pictures_ == 2 && now - enteredMs_ > RunningPictureMs) TakePicture("running");
+  // A programmed stop waits for cycle start; nobody else is there to press it.
+  if (program_.Machine() != nullptr && options_.Start &&
+      program_.Machine()->Controller().TheMachine().AwaitingStart()) {
+    program_.Machine()->Controller().TheMachine().CycleStart();
+  }
+  if (!program_.System().State.MachineRunning) Enter(Phase::Ending);
+}
+
+void UnattendedRun::End() {
+  if (program_.Loop().NowMs() - enteredMs_ < SettleMs) return;
+  ShowStatusLine();
+  std::printf("\n");
+  TakePicture("ended");
+  if (NamesPicture(options_.Screenshot) && !program_.Desk().SavePicture(options_.Screenshot)) {
+    std::fprintf(stderr, "%s: the picture can not be written\n", options_.Screenshot.c_str());
+    program_.SetStatus(RunStatus::Refused);
+  }
+  Enter(Phase::Idle);
+  if (options_.ExitAfterRun) program_.ShutDown();
+}
+
+void UnattendedRun::Fail(int status, const std::string& sentence) {
+  std::fprintf(stderr, "torvane: %s\n", sentence.c_str());
+  program_.SetStatus(status);
+  Enter(Phase::Ending);
+}
+
+void UnattendedRun::TakePicture(const std::string& moment) {
+  ++pictures_;
+  if (options_.Screenshot.empty() || NamesPicture(options_.Screenshot)) return;
+  const std::string path =
+      options_.Screenshot + "/" + std::to_string(pictures_) + "-" + moment + ".png";
+  program_.Desk().Refresh();
+  if (!program_.Desk().SavePicture(path))
+    std::fprintf(stderr, "%s: the picture can not be written\n", path.c_str());
+}
+
+void UnattendedRun::ShowStatusLine() {
+  statusShownMs_ = program_.Loop().NowMs();
+  const core::System& system = program_.System();
+  const core::MachineState& state = system.State;
+  const core::ActiveProgram& slot = program_.System().Active();
+  const bool terminal = isatty(STDOUT_FILENO) != 0;
+  std::printf("%s%s/%s  %s  line %d of %d  X %.1f  Y %.1f  F %.0f  %s  sheets %d%s",
+              terminal ? "\r" : "", slot.DirectoryName.c_str(), slot.ProgramName.c_str(),
+              state.MachineRunning ? (state.MachineFeedhold ? "held   " : "running") : "stopped",
+              state.RunningBlock, slot.TableLines, static_cast<double>(state.XPosition),
+              static_cast<double>(state.YPosition), static_cast<double>(state.FeedRate),
+              supervision::RunTimeText(state.RunSeconds).c_str(),
+              slot.BatchCounters.SheetsCompleted, terminal ? "   " : "\n");
+  std::fflush(stdout);
+}
+
+}  // namespace torvane::tools

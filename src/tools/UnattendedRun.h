@@ -1,0 +1,57 @@
+// The console driven without an operator: select, start, watch, picture, end.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/EventLoop.h"
+#include "tools/ConsoleProgram.h"
+
+namespace torvane::tools {
+
+/// Exit statuses of a driven run.
+namespace RunStatus {
+inline constexpr int Good = 0;
+inline constexpr int Refused = 1;     ///< the program was not selected
+inline constexpr int NotStarted = 3;  ///< the machine did not take the cycle start
+}  // namespace RunStatus
+
+/// Looks at the console from a timer, as a person would, and acts on what it sees.
+///
+///   WaitingForMain --main screen up--------------> Selecting
+///   Selecting      --selected, or nothing to-----> Starting
+///   Selecting      --refused---------------------> Ending (status Refused)
+///   Starting       --machine runs----------------> Running
+///   Starting       --no run within a while-------> Ending (status NotStarted)
+///   Running        --machine has stopped---------> Ending
+///   Ending         --pictures taken--------------> shut down, with --exit-after-run; else Idle
+class UnattendedRun {
+ public:
+  UnattendedRun(ConsoleProgram& program, const TorvaneOptions& options);
+
+ private:
+  enum class Phase { WaitingForMain, Selecting, Starting, Running, Ending, Idle };
+
+  void Look();
+  void AnswerDialogs();
+  void Select();
+  void PressStart();
+  void WatchStart();
+  void WatchRun();
+  void End();
+  void Fail(int status, const std::string& sentence);
+  void Enter(Phase phase);
+  void TakePicture(const std::string& moment);
+  void ShowStatusLine();
+
+  ConsoleProgram& program_;
+  TorvaneOptions options_;
+  std::unique_ptr<platform::Timer> timer_;
+  Phase phase_ = Phase::WaitingForMain;
+  bool selecting_ = false;
+  std::int64_t enteredMs_ = 0;
+  std::int64_t statusShownMs_ = 0;
+  int pictures_ = 0;
+};
+
+}  // namespace torvane::tools
