@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -46,6 +47,9 @@ std::string BehindLinks(const std::string& native) {
   return error ? native : target.string();
 }
 
+/// How many names beside a file are tried, each left behind by a power cut or in use elsewhere.
+constexpr int BesideNames = 100;
+
 }  // namespace
 
 void ThrowFileFault(std::string_view path, int error) {
@@ -64,6 +68,16 @@ DiskFile::DiskFile(std::string_view path, const std::string& native, int flags, 
   ::close(descriptor_);
   if (directory) ThrowFileFault(path_, EISDIR);
   throw RuntimeFault(path_, "is no file");
+}
+
+DiskFile DiskFile::Beside(std::string_view path, const std::string& target, std::string& name) {
+  for (int number = 0; number < BesideNames; ++number) {
+    name = target + (number == 0 ? std::string() : "." + std::to_string(number)) + ".new~";
+    const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor >= 0) return DiskFile(path, descriptor);
+    if (errno != EEXIST) break;
+  }
+  ThrowFileFault(path, errno);
 }
 
 DiskFile::~DiskFile() {
@@ -113,9 +127,9 @@ void ReplaceWhole(std::string_view path, const std::string& native, std::string_
   struct stat old {};
   const bool was = ::stat(target.c_str(), &old) == 0;
   if (was && S_ISDIR(old.st_mode)) ThrowFileFault(path, EISDIR);
-  const std::string beside = target + ".new~";
+  std::string beside;
+  DiskFile file = DiskFile::Beside(path, target, beside);
   try {
-    DiskFile file(path, beside, O_WRONLY | O_CREAT | O_TRUNC);
     if (was) static_cast<void>(::fchmod(file.Descriptor(), old.st_mode & 07777U));
     file.WriteAll(bytes);
     file.Flush();

@@ -16,6 +16,9 @@ class DiskFile {
  public:
   /// `flags` as for open(2). A directory is refused.
   DiskFile(std::string_view path, const std::string& native, int flags, unsigned mode = 0666);
+  /// A new file for writing beside `target`, with a name that nobody else uses now.
+  [[nodiscard]] static DiskFile Beside(std::string_view path, const std::string& target,
+                                       std::string& name);
   ~DiskFile();
   DiskFile(const DiskFile&) = delete;
   DiskFile& operator=(const DiskFile&) = delete;
@@ -33,6 +36,8 @@ class DiskFile {
   [[nodiscard]] int Descriptor() const { return descriptor_; }
 
  private:
+  DiskFile(std::string_view path, int descriptor) : path_(path), descriptor_(descriptor) {}
+
   std::string path_;
   int descriptor_ = -1;
 };

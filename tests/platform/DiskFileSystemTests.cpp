@@ -2,6 +2,7 @@
 #include <array>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -156,6 +157,27 @@ TEST_F(DiskFiles, ReplaceLeavesNothingBesideAndTheOldReaderTheOldFile) {
   EXPECT_EQ(std::string(record.data(), 3), "old") << "a reader never sees half of both";
   EXPECT_EQ(Files.ReadFile("Actvprg1.tbl"), "new");
   EXPECT_EQ(Files.ListFiles("*"), Names{"Actvprg1.tbl"});
+}
+
+TEST_F(DiskFiles, WhatAPowerCutLeftBesideAFileIsPassedOver) {
+  Temp.Put("Control.cfg", "old");
+  Temp.Put("Control.cfg.new~", "half a fi");
+  Files.ReplaceFile("Control.cfg", "new");
+  EXPECT_EQ(Files.ReadFile("Control.cfg"), "new");
+  EXPECT_EQ(Temp.Get("Control.cfg.new~"), "half a fi");
+}
+
+TEST_F(DiskFiles, TwoWhoReplaceAtOnceLeaveTheWholeFileOfOneOfThem) {
+  const std::string a(100000, 'a');
+  const std::string b(100000, 'b');
+  std::thread other([&] {
+    for (int i = 0; i < 50; ++i) Files.ReplaceFile("Reverse.txt", b);
+  });
+  for (int i = 0; i < 50; ++i) Files.ReplaceFile("Reverse.txt", a);
+  other.join();
+  const std::string left = Files.ReadFile("Reverse.txt");
+  EXPECT_TRUE(left == a || left == b);
+  EXPECT_EQ(Files.ListFiles("*"), Names{"Reverse.txt"});
 }
 
 TEST_F(DiskFiles, AReplaceThatFailsLeavesTheOldFile) {
