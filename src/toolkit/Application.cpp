@@ -2,34 +2,70 @@
 
 #include <QDir>
 #include <QEvent>
+#include <QFile>
 #include <QFontDatabase>
 #include <array>
+#include <utility>
 
 namespace torvane::toolkit {
 
 namespace {
 
-/// Where distributions put the font, for systems whose font service does not list it.
+/// Where distributions put the font.
 constexpr std::array FontDirectories = {"/usr/share/fonts/opentype/b612",
                                         "/usr/share/fonts/truetype/b612",
                                         "/usr/local/share/fonts/b612"};
 
-void LoadFont(const QString& family) {
-  if (QFontDatabase::families().contains(family)) return;
+/// Number of bytes, high byte first; 0 behind the end.
+quint32 Number(const QByteArray& file, quint32 at, int bytes) {
+  quint32 value = 0;
+  for (int i = 0; i < bytes; ++i) {
+    const auto place = static_cast<qsizetype>(at) + i;
+    value = value << 8 | (place < file.size() ? static_cast<quint8>(file.at(place)) : 0);
+  }
+  return value;
+}
+
+/// The fixed-pitch cut of the font calls itself by the same family and would stand in for the
+/// regular one. Under a name of its own, in memory, the right cut cannot be missed: the letter B of
+/// the family's name becomes a T wherever it stands in the font's table of names.
+QByteArray Renamed(QByteArray file) {
+  const quint32 tables = Number(file, 4, 2);
+  for (quint32 i = 0; i < tables; ++i) {
+    const quint32 entry = 12 + 16 * i;
+    if (file.mid(entry, 4) != "name") continue;
+    const auto from = static_cast<qsizetype>(Number(file, entry + 8, 4));
+    const auto length = static_cast<qsizetype>(Number(file, entry + 12, 4));
+    QByteArray names = file.mid(from, length);
+    names.replace("B612", "T612");
+    names.replace(QByteArray("B\0006\0001\0002", 7), QByteArray("T\0006\0001\0002", 7));
+    file.replace(from, names.size(), names);
+  }
+  return file;
+}
+
+/// The family that the cuts of the screen were loaded under; empty when the font is not installed.
+QString LoadFont() {
+  QString family;
   for (const char* name : FontDirectories) {
     const QDir directory(QString::fromLatin1(name));
-    for (const QString& file : directory.entryList({"B612-*.otf", "B612-*.ttf"}, QDir::Files)) {
-      QFontDatabase::addApplicationFont(directory.filePath(file));
+    const QStringList cuts = {"B612-Regular.otf", "B612-Bold.otf", "B612-Regular.ttf",
+                              "B612-Bold.ttf"};
+    for (const QString& cut : directory.entryList(cuts, QDir::Files)) {
+      QFile file(directory.filePath(cut));
+      if (!file.open(QIODevice::ReadOnly)) continue;
+      const int id = QFontDatabase::addApplicationFontFromData(Renamed(file.readAll()));
+      if (id >= 0) family = QFontDatabase::applicationFontFamilies(id).value(0);
     }
   }
+  return family;
 }
 
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
-  const QString family = QStringLiteral("B612");
-  LoadFont(family);
-  if (!QFontDatabase::families().contains(family)) return;
+  const QString family = LoadFont();
+  if (family.isEmpty()) return;
   QFont font(family);
   font.setPixelSize(16);
   setFont(font);

@@ -114,7 +114,7 @@ int ListBox::VisibleLines() const {
 int ListBox::RowHeight() const {
   const int inside = height() - 2 * Measures().Hairline;
   if (fixedLines_ > 0) return std::max(1, inside / fixedLines_);
-  return std::max(1, Measures().Px(32));
+  return std::max(1, Measures().Px(40));
 }
 
 int ListBox::LineAt(int y) const {
@@ -123,7 +123,7 @@ int ListBox::LineAt(int y) const {
 }
 
 void ListBox::ShowCurrent() {
-  if (current_ < 0) return;
+  if (current_ < 0 || height() < RowHeight()) return;
   const int before = top_;
   if (current_ < top_) SetTopLine(current_);
   if (current_ >= top_ + VisibleLines()) SetTopLine(current_ - VisibleLines() + 1);
@@ -227,6 +227,7 @@ void ListBox::PlaceChanged() {
   Area rest = Area{0, 0, width(), height()}.Inset(m.Hairline);
   bar_.Place(TakeRight(rest, std::min(m.ScrollWidth, width() / 3)));
   ItemsChanged();
+  ShowCurrent();
 }
 
 void ListBox::LookChanged() {

@@ -79,7 +79,7 @@ void PickBox::OpenList() {
   const int lines = std::min(MostLines, Count());
   list_->SetColours(Background(), Foreground());
   list_->SetVisibleLines(lines);
-  const int height = lines * m.Px(40) + 2 * m.Hairline;
+  const int height = lines * m.Px(48) + 2 * m.Hairline;
   QWidget* const ground = list_->parentWidget();
   const QPoint below = mapTo(ground, QPoint(0, this->height() + 2));
   const bool fits = below.y() + height <= ground->height();

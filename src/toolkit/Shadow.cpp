@@ -9,7 +9,7 @@ namespace torvane::toolkit {
 namespace {
 
 /// How dark it is at the form's edge, of 255.
-constexpr double Darkest = 130;
+constexpr double Darkest = 175;
 
 }  // namespace
 

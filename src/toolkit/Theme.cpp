@@ -64,33 +64,41 @@ int Widest(const std::vector<CaptionLine>& lines, const QFont& font) {
   return widest;
 }
 
-/// Breaks the line at the blank nearest to its middle; one line when it has none.
+bool BreaksAt(char c) { return c == ' ' || c == '-' || c == '_'; }
+
+/// Breaks the line at the blank, or behind the hyphen, nearest to its middle; one line when it has
+/// none.
 std::vector<CaptionLine> Broken(const CaptionLine& line) {
-  const auto middle = static_cast<long>(line.Text.size() / 2);
+  const auto size = static_cast<long>(line.Text.size());
   long best = -1;
-  for (long i = 0; i < static_cast<long>(line.Text.size()); ++i) {
-    if (line.Text[static_cast<std::size_t>(i)] != ' ') continue;
-    if (best < 0 || std::labs(i - middle) < std::labs(best - middle)) best = i;
+  for (long i = 0; i + 1 < size; ++i) {
+    if (!BreaksAt(line.Text[static_cast<std::size_t>(i)])) continue;
+    if (best < 0 || std::labs(i - size / 2) < std::labs(best - size / 2)) best = i;
   }
   if (best < 0) return {line};
-  CaptionLine first{line.Text.substr(0, static_cast<std::size_t>(best)), -1};
+  const bool blank = line.Text[static_cast<std::size_t>(best)] == ' ';
+  const auto kept = static_cast<std::size_t>(blank ? best : best + 1);
+  CaptionLine first{line.Text.substr(0, kept), -1};
   CaptionLine second{line.Text.substr(static_cast<std::size_t>(best) + 1), -1};
-  if (line.Underlined >= 0 && line.Underlined < best) first.Underlined = line.Underlined;
+  if (line.Underlined >= 0 && line.Underlined <= best) first.Underlined = line.Underlined;
   if (line.Underlined > best) second.Underlined = line.Underlined - static_cast<int>(best) - 1;
   return {first, second};
 }
 
-FittedCaption Fit(std::vector<CaptionLine> lines, QFont font, int width, bool mayBreak) {
-  if (Widest(lines, font) <= width) return {lines, font};
-  if (mayBreak && lines.size() == 1) {
-    auto broken = Broken(lines[0]);
-    if (broken.size() > 1 && Widest(broken, font) <= width) return {broken, font};
-  }
+/// Smaller first, down to eight tenths, then on two lines, then smaller again.
+FittedCaption Fit(std::vector<CaptionLine> lines, QFont font, int width) {
   const int full = font.pixelSize();
-  for (int size = full - 1; size >= std::max(10, full * 6 / 10); --size) {
+  const int wrapAt = full * 8 / 10;
+  const int least = std::max(10, full * 6 / 10);
+  for (int size = full; size >= least; --size) {
     font.setPixelSize(size);
     if (Widest(lines, font) <= width) return {lines, font};
-    if (size == full * 8 / 10 && mayBreak && lines.size() == 1) lines = Broken(lines[0]);
+    if (size != wrapAt || lines.size() != 1) continue;
+    lines = Broken(lines[0]);
+    for (int larger = full; larger >= wrapAt && lines.size() > 1; --larger) {
+      font.setPixelSize(larger);
+      if (Widest(lines, font) <= width) return {lines, font};
+    }
   }
   return {lines, font};
 }
@@ -146,7 +154,8 @@ void PaintFace(QPainter& painter, const QRect& area, Colour face, const FaceLook
   const double corner = metrics.Corner;
   const bool flat = !look.Enabled || look.Sunk || look.Ringed;
   if (flat) {
-    painter.setBrush(ToQColor(look.Sunk ? Mix(face, Black, 0.12) : face));
+    const bool low = look.Enabled && (look.Sunk || look.Ringed);
+    painter.setBrush(ToQColor(low ? Mix(face, Black, 0.15) : face));
     painter.drawRoundedRect(whole, corner, corner);
   } else {
     painter.setBrush(ToQColor(DarkEdge(face)));
@@ -227,8 +236,7 @@ void PaintCaption(QPainter& painter, const QRect& area, const CaptionText& capti
     key = names.back();
     names.pop_back();
   }
-  const FittedCaption fitted =
-      Fit(std::move(names), FontOf(metrics, TypeStyle::Key), area.width(), !caption.NameOverKey);
+  const FittedCaption fitted = Fit(std::move(names), FontOf(metrics, TypeStyle::Key), area.width());
   const QFont keyFont = FontOf(metrics, TypeStyle::Small);
   const int nameHeight = static_cast<int>(fitted.Font.pixelSize() * 1.35);
   const int keyHeight = caption.NameOverKey ? static_cast<int>(keyFont.pixelSize() * 1.45) : 0;
