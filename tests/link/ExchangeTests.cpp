@@ -138,6 +138,18 @@ TEST_F(Exchanges, AWaitSleepsUntilSomethingHappens) {
   EXPECT_LE(Loop.EventsHandled() - before, 2U * 11U);
 }
 
+TEST_F(Exchanges, EightQueriesTakeTheLinesOwnTimeAndNoMore) {
+  Controller.ByteDelayMs = 1;
+  std::int64_t bytes = 0;
+  for (const char* expression : {"VR(19)", "VR(52)", "MPOS AXIS(0)", "MPOS AXIS(1)", "MPOS AXIS(4)",
+                                 "VR(98)", "VR(25)", "VR(81)"}) {
+    Controller.Values[expression] = "1234.5";
+    bytes += static_cast<std::int64_t>(Controller.Reply("? " + std::string(expression)).size());
+    EXPECT_EQ(Link.GetRspnsSngl(expression), 1234.5F);
+  }
+  EXPECT_EQ(Loop.NowMs(), bytes);
+}
+
 TEST_F(Exchanges, AFaultOfAnotherHandlerInsideTheWaitLeavesTheLineFree) {
   Controller.ByteDelayMs = 10;
   Loop.After(15, [] { throw platform::RuntimeFault("X.dat", "is damaged"); });

@@ -115,6 +115,26 @@ TEST_F(OpenPort, ClosingInsideAWaitEndsTheWaitWithoutAReport) {
   EXPECT_TRUE(Screens.Calls.empty());
 }
 
+TEST_F(OpenPort, ClosingBehindAnErrorMarkLeavesItUnreportedAndUntraced) {
+  Link.OpenTrioPort(Settings.TrioLinkEnabled);
+  Settings.PollLogEnabled = true;
+  Controller.Replies["VR(1)=X"] = "VR(1)=X\r\n%";
+  Loop.After(30, [this] { Link.CloseTrioPort(); });
+  Link.Download("VR(1)=X");
+  EXPECT_EQ(Loop.NowMs(), 30);
+  EXPECT_TRUE(Screens.Calls.empty());
+  EXPECT_EQ(PollLog(), "(no file)");
+}
+
+TEST_F(OpenPort, WithoutATimeoutTheStartWaitsForTheController) {
+  Settings.ReplyTimeoutMs = 0;
+  Controller.Silent = true;
+  Loop.After(3'600'000, [this] { Port.Deliver(">>"); });
+  Link.OpenTrioPort(Settings.TrioLinkEnabled);
+  EXPECT_TRUE(Settings.TrioLinkEnabled);
+  EXPECT_EQ(Loop.NowMs(), 3'600'000);
+}
+
 TEST_F(OpenPort, APortThatWasClosedCanBeOpenedAgain) {
   Link.OpenTrioPort(Settings.TrioLinkEnabled);
   Link.CloseTrioPort();
