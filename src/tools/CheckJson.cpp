@@ -1,0 +1,92 @@
+// The report of a check for another program to read.
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "core/General.h"
+#include "tools/CheckText.h"
+
+namespace torvane::tools {
+
+namespace {
+
+QString Text(std::string_view latin1) {
+  return QString::fromLatin1(latin1.data(), static_cast<qsizetype>(latin1.size()));
+}
+
+/// The single's own shortest number: 12.3 stays 12.3.
+double Number(float value) { return core::LeadingNumber(core::NumberText(value, -1)); }
+
+QJsonArray Clamps(const core::ActiveProgram& slot) {
+  QJsonArray clamps;
+  for (const float clamp : slot.Clamps) clamps.append(Number(clamp));
+  return clamps;
+}
+
+QJsonObject Kinds(const CheckCounts& counts) {
+  QJsonObject kinds;
+  for (const auto& kind : counts.Programmed) {
+    if (kind.Count > 0) kinds[Text(kind.Name)] = kind.Count;
+  }
+  return kinds;
+}
+
+QJsonArray Errors(const CheckResult& result) {
+  QJsonArray errors;
+  for (const auto& error : result.Errors) {
+    errors.append(QJsonObject{{"level", error.Critical ? "critical" : "warning"},
+                              {"message", Text(core::Trim(error.Message))},
+                              {"block", Text(error.Block)},
+                              {"blockNumber", error.BlockNumber}});
+  }
+  return errors;
+}
+
+const char* Verdict(const CheckResult& result) {
+  if (!result.Fault.empty()) return "not checked";
+  return result.Good() ? "good" : "refused";
+}
+
+QJsonObject Program(const CheckResult& result) {
+  QJsonObject object{{"directory", Text(result.Directory)},
+                     {"program", Text(result.Program)},
+                     {"verdict", Verdict(result)}};
+  if (!result.Good()) object["reason"] = Text(RefusalText(result));
+  if (!result.Fault.empty()) return object;
+  const auto& slot = result.Slot;
+  object["material"] = Text(slot.Material);
+  object["sheet"] = QJsonArray{Number(slot.SheetX), Number(slot.SheetY)};
+  object["clamps"] = Clamps(slot);
+  object["imperial"] = slot.Imperial;
+  object["kerfWidth"] = Number(slot.KerfWidth);
+  object["loadY"] = Number(slot.LoadY);
+  object["cutLength"] = core::RoundPlaces(result.Counts.CutLength, 4);
+  object["moveLength"] = Number(slot.Totals.MoveLength);
+  object["profileTotal"] = Number(slot.Totals.ProfileLength);
+  object["programmedRecords"] = slot.DrawRecords;
+  object["compensatedRecords"] = slot.KerfRecords;
+  object["recordsByKind"] = Kinds(result.Counts);
+  object["elements"] = result.Counts.Elements;
+  object["cornerArcs"] = result.Counts.CornerArcs;
+  object["blends"] = result.Counts.Blends;
+  object["tableLines"] = slot.TableLines;
+  object["bodyLines"] = slot.BodyLines;
+  object["errors"] = Errors(result);
+  return object;
+}
+
+}  // namespace
+
+std::string JsonText(const std::vector<CheckResult>& results) {
+  QJsonArray programs;
+  int good = 0;
+  for (const auto& result : results) {
+    programs.append(Program(result));
+    good += result.Good() ? 1 : 0;
+  }
+  const QJsonObject whole{
+      {"programs", programs}, {"checked", static_cast<int>(results.size())}, {"good", good}};
+  return QJsonDocument(whole).toJson(QJsonDocument::Indented).toStdString();
+}
+
+}  // namespace torvane::tools

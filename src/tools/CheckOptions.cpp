@@ -1,0 +1,120 @@
+#include "tools/CheckOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+
+#include "core/General.h"
+#include "platform/NativePaths.h"
+#include "tools/CheckPlot.h"
+
+namespace torvane::tools {
+
+namespace {
+
+/// Largest side of a picture, pixels.
+constexpr int LargestPicture = 20000;
+
+template <typename Number>
+bool ReadWhole(std::string_view text, Number& value) {
+  const auto* const end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, value);
+  return error == std::errc() && stopped == end;
+}
+
+/// Both sides of the first `divider`; false where there is none or a side is no number.
+template <typename Number>
+bool ReadPair(std::string_view text, char divider, Number& first, Number& second) {
+  const auto at = text.find(divider);
+  return at != std::string_view::npos && ReadWhole(text.substr(0, at), first) &&
+         ReadWhole(text.substr(at + 1), second);
+}
+
+void ReadPictureSize(const std::string& text, CheckOptions& options) {
+  const bool read = ReadPair(text, 'x', options.PlotWidth, options.PlotHeight);
+  const auto fits = [](int side) { return side > 0 && side <= LargestPicture; };
+  if (!read || !fits(options.PlotWidth) || !fits(options.PlotHeight)) {
+    throw WrongUse("--size takes a width and a height in pixels, such as 1200x900, not " + text);
+  }
+}
+
+/// The name as the system keeps it, without ".prg".
+std::string ProgramName(const std::string& argument) {
+  auto name = platform::ToSystemName(argument);
+  constexpr std::string_view Extension = ".prg";
+  if (name.size() > Extension.size() &&
+      core::EqualNoCase(std::string_view(name).substr(name.size() - Extension.size()), Extension)) {
+    name.resize(name.size() - Extension.size());
+  }
+  return name;
+}
+
+struct Texts {
+  std::string Load;
+  std::string Size;
+};
+
+void DescribeOptions(CLI::App& app, CheckOptions& options, Texts& texts) {
+  app.add_option("DIRECTORY", options.Directory, "Directory under the programs root")->required();
+  app.add_option("PROGRAM", options.Programs, "Programs of it; without any, all of them");
+  app.add_option("--root", options.Root, "The installation: the folder with Control.cfg")
+      ->capture_default_str();
+  app.add_option("--slot", options.Slot, "Slot that the table lines are made for")
+      ->check(CLI::Range(1, 2))
+      ->capture_default_str();
+  app.add_option("--load", texts.Load, "Load position X,Y in mm, in place of Machine.dat's");
+  app.add_option("--out", options.Out,
+                 "Folder for the slot's files and Reverse.txt; of several programs, one folder "
+                 "each in it");
+  app.add_option("--plot", options.Plot,
+                 "Draws the plot to this .png or .svg; of several programs, with the program in "
+                 "the name");
+  app.add_flag("--kerf", options.PlotKerf, "Draws the compensated path over the plot");
+  app.add_option("--size", texts.Size, "Size of the plot in pixels, 1200x900 unless told");
+  app.add_flag("--json", options.Json, "Prints JSON in place of the report");
+  app.add_flag("--report", options.Report, "Prints Reverse.txt behind each program");
+  app.add_option("--jobs", options.Jobs, "Programs checked at once; 0: one a core")
+      ->check(CLI::Range(0, 1024))
+      ->capture_default_str();
+  app.footer("Exit status: 0 every program is good, 1 at least one is refused, 2 wrong use.");
+}
+
+}  // namespace
+
+LoadPoint ReadLoadPoint(const std::string& text) {
+  LoadPoint point;
+  if (!ReadPair(text, ',', point.X, point.Y) || !std::isfinite(point.X) ||
+      !std::isfinite(point.Y)) {
+    throw WrongUse("--load takes X,Y in mm, such as 1250,0, not " + text);
+  }
+  return point;
+}
+
+CheckOptions ReadCheckOptions(std::vector<std::string> arguments, std::string& help) {
+  CheckOptions options;
+  Texts texts;
+  CLI::App app("Checks part programs by the same passes as the console, without a machine.",
+               "torvane-check");
+  DescribeOptions(app, options, texts);
+  try {
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(arguments);
+  } catch (const CLI::CallForHelp&) {
+    help = app.help();
+    return options;
+  } catch (const CLI::ParseError& fault) {
+    throw WrongUse(fault.what());
+  }
+  options.Directory = platform::ToSystemName(options.Directory);
+  for (auto& program : options.Programs) program = ProgramName(program);
+  if (!texts.Load.empty()) options.Load = ReadLoadPoint(texts.Load);
+  if (!texts.Size.empty()) ReadPictureSize(texts.Size, options);
+  if (!options.Plot.empty() && !IsPictureName(options.Plot)) {
+    throw WrongUse("--plot takes the name of a .png or an .svg file, not " + options.Plot);
+  }
+  return options;
+}
+
+}  // namespace torvane::tools

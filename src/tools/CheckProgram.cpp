@@ -1,0 +1,104 @@
+#include "tools/CheckProgram.h"
+
+#include <filesystem>
+
+#include "core/Directories.h"
+#include "core/SettingsModule.h"
+#include "core/SlotFiles.h"
+#include "partprogram/Pipeline.h"
+#include "platform/DiskFileSystem.h"
+#include "platform/RuntimeFault.h"
+#include "tools/CheckPlot.h"
+#include "tools/ReadOnlyFiles.h"
+
+namespace torvane::tools {
+
+namespace {
+
+/// A native directory as a system path with its backslash.
+std::string SystemDirectory(const std::string& native) {
+  auto path = platform::DiskFileSystem::ToSystemPath(std::filesystem::absolute(native).string());
+  if (!path.ends_with('\\')) path += '\\';
+  return path;
+}
+
+/// The slot's files in a directory of their own, which takes the place of the root.
+void WriteFiles(const std::string& native, const CheckOptions& options, std::string_view squeezed,
+                const partprogram::PassResult& passes, const core::ActiveProgram& slot) {
+  core::DirectorySet places;
+  places.RootDirectory = SystemDirectory(native);
+  places.ServiceDirectory = places.RootDirectory;
+  places.SubsDirectory = {"", places.RootDirectory + "Subs\\One\\",
+                          places.RootDirectory + "Subs\\Two\\"};
+  const auto& subs = places.SubsDirectory[static_cast<std::size_t>(options.Slot)];
+
+  std::error_code error;
+  platform::DiskFileSystem files(".");
+  std::filesystem::create_directories(files.NativePath(subs), error);
+  if (error) throw platform::RuntimeFault(native, "cannot be made: " + error.message());
+  core::DeleteSlotFiles(files, places, options.Slot);
+  for (const auto& name : files.ListFiles(subs + "*.sub")) files.DeleteFile(subs + name);
+
+  files.ReplaceFile(core::SlotFile(places, options.Slot, "prg"), squeezed);
+  partprogram::WriteSlotFiles(files, places, options.Slot, passes);
+  if (passes.Outcome != partprogram::PassOutcome::Good) return;
+  core::SaveSlotConfig(files, places, options.Slot, slot);
+  core::SaveProgramStatus(files, places, options.Slot, slot.Totals);
+  core::SaveBatch(files, places, options.Slot, slot.BatchCounters);
+}
+
+void RunCheck(const Installation& installation, const CheckOptions& options,
+              const CheckPlaces& places, const platform::Clock& clock, CheckResult& result) {
+  const platform::DiskFileSystem files(options.Root);
+  const auto directory = core::ProgramDirectoryPath(installation.Directories, options.Directory);
+  const auto squeezed =
+      partprogram::SqueezeProgram(files.ReadFile(directory + result.Program + ".prg"));
+  const auto passes = partprogram::RunPasses(
+      squeezed, {result.Program, result.Directory, options.Slot, &installation.Machine,
+                 &installation.ActiveStation, clock.Now()});
+
+  auto& slot = result.Slot;
+  slot.ProgramName = result.Program;
+  slot.DirectoryName = result.Directory;
+  slot.SourcePath = directory + result.Program;
+  partprogram::FillSlot(passes, slot);
+  result.Outcome = passes.Outcome;
+  result.Errors = passes.Conversion.Errors;
+  result.Report = passes.Conversion.Report;
+  result.Counts = CountRecords(passes.Conversion.Records, passes.Kerf);
+
+  if (!places.Out.empty()) WriteFiles(places.Out, options, squeezed, passes, slot);
+  if (!places.Plot.empty()) {
+    SavePlot(places.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
+             installation.Machine,
+             {slot.SheetX, slot.SheetY, passes.Conversion.Records,
+              options.PlotKerf ? passes.Kerf : std::span<const partprogram::DrawRecord>()});
+  }
+}
+
+}  // namespace
+
+Installation ReadInstallation(const platform::FileSystem& files) {
+  ReadOnlyFiles looking(files);
+  core::System system;
+  core::LoadDirectories(looking, system.Directories, system.ActiveSlot);
+  core::LoadColours(looking, system.Directories, system.Colours);
+  core::LoadMachineData(looking, system);
+  return {system.Directories, system.Machine, system.ActiveStation, system.Colours};
+}
+
+CheckResult CheckProgram(const Installation& installation, const CheckOptions& options,
+                         const std::string& program, const CheckPlaces& places,
+                         const platform::Clock& clock) {
+  CheckResult result;
+  result.Directory = options.Directory;
+  result.Program = program;
+  try {
+    RunCheck(installation, options, places, clock, result);
+  } catch (const platform::RuntimeFault& fault) {
+    result.Fault = fault.what();
+  }
+  return result;
+}
+
+}  // namespace torvane::tools

@@ -1,0 +1,39 @@
+// The check of one program: the passes, the files they leave, and its plot.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/System.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "tools/CheckOptions.h"
+#include "tools/CheckResult.h"
+
+namespace torvane::tools {
+
+/// The machine that programs are checked for. Read once, then shared by all threads unchanged.
+struct Installation {
+  core::DirectorySet Directories;
+  core::MachineData Machine;
+  core::Station ActiveStation;
+  core::ColourTable Colours;
+};
+
+/// Reads an installation without leaving a trace in it. Throws RuntimeFault for a required file
+/// that is missing or damaged.
+[[nodiscard]] Installation ReadInstallation(const platform::FileSystem& files);
+
+/// Where the files of one program go; empty: nowhere. Native paths.
+struct CheckPlaces {
+  std::string Out;
+  std::string Plot;
+};
+
+/// Runs the passes over `<programs root><directory>\<program>.prg`. Whatever goes wrong on the way
+/// stands in the result.
+[[nodiscard]] CheckResult CheckProgram(const Installation& installation,
+                                       const CheckOptions& options, const std::string& program,
+                                       const CheckPlaces& places, const platform::Clock& clock);
+
+}  // namespace torvane::tools

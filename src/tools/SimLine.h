@@ -1,0 +1,47 @@
+// The simulated controller's end of a line: a pseudo-terminal with a link to it, or a device.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace torvane::tools {
+
+/// An open line. Reads and writes never block.
+class SimLine {
+ public:
+  /// Makes a pseudo-terminal whose other end stands at `link`. A link of that name is replaced;
+  /// anything else of that name is left alone. Throws RuntimeFault.
+  [[nodiscard]] static SimLine OnPseudoTerminal(const std::string& link);
+
+  /// Opens a serial device at `baud`, eight bits, no parity, one stop bit. Throws RuntimeFault.
+  [[nodiscard]] static SimLine OnDevice(const std::string& path, int baud);
+
+  SimLine(SimLine&& other) noexcept;
+  SimLine(const SimLine&) = delete;
+  SimLine& operator=(const SimLine&) = delete;
+  SimLine& operator=(SimLine&&) = delete;
+  /// Closes, and takes the link away if it still leads here.
+  ~SimLine();
+
+  /// What to wait on.
+  [[nodiscard]] int Handle() const { return handle_; }
+  [[nodiscard]] bool WantsToWrite() const { return !unsent_.empty(); }
+
+  /// All that waits. Throws RuntimeFault where the device has gone.
+  [[nodiscard]] std::string Read();
+
+  /// Sends, keeping what the line does not take yet. Bytes that nobody reads for long are dropped.
+  void Write(std::string_view bytes);
+
+ private:
+  SimLine() = default;
+
+  std::string path_;    ///< for messages
+  std::string link_;    ///< empty for a device
+  std::string target_;  ///< where the link leads
+  std::string unsent_;
+  int handle_ = -1;
+  int otherEnd_ = -1;  ///< keeps a pseudo-terminal alive while nobody has it open
+};
+
+}  // namespace torvane::tools

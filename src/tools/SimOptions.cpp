@@ -1,0 +1,102 @@
+#include "tools/SimOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace torvane::tools {
+
+namespace {
+
+constexpr int Rates[] = {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
+constexpr double FastestMachine = 100000;
+constexpr double LongestDelayMs = 600000;
+
+struct Texts {
+  std::vector<std::string> Faults;
+  std::vector<std::string> Presets;
+  double LateMs = 2000;
+  double ReplyMs = 0;
+};
+
+void DescribeOptions(CLI::App& app, bool panel, SimOptions& options, Texts& texts) {
+  auto* line = app.add_option_group("line", "Where the controller listens");
+  line->add_option("--pty", options.PtyLink, "Makes a pseudo-terminal and this link to it");
+  line->add_option("--device", options.Device, "Listens on this serial device");
+  line->require_option(1);
+  app.add_option("--baud", options.Baud, "Rate of the device, bits per second")
+      ->check(CLI::IsMember(std::vector<int>(std::begin(Rates), std::end(Rates))))
+      ->capture_default_str();
+  app.add_option("--root", options.Root,
+                 "Installation whose programs run: the machine follows their path");
+  app.add_option("--speed", options.Controller.Speed, "How many times faster than time it works")
+      ->check(CLI::Range(0.001, FastestMachine))
+      ->capture_default_str();
+  app.add_option("--fault", texts.Faults,
+                 "KIND=RATE, a rate from 0 to 1: lose or noise for each byte; pieces, percent, "
+                 "silence or late for each line");
+  app.add_option("--seed", options.Controller.Faults.Seed, "The same seed gives the same faults")
+      ->capture_default_str();
+  app.add_option("--late-ms", texts.LateMs, "How late a late answer comes")
+      ->check(CLI::Range(0.0, LongestDelayMs))
+      ->capture_default_str();
+  app.add_option("--reply-ms", texts.ReplyMs, "What the controller takes for each answer")
+      ->check(CLI::Range(0.0, LongestDelayMs))
+      ->capture_default_str();
+  app.add_option("--set", texts.Presets, "N=VALUE: a variable that stands so from the start");
+  if (panel) app.add_flag("--panel", options.Panel, "Shows the operator panel in a window");
+  app.footer(
+      "Commands on standard input: start, hold, release, stop, error CODE, bit N, clear, "
+      "beam [on|off], state, quit. Events come on standard output.");
+}
+
+template <typename Number>
+bool ReadWhole(std::string_view text, Number& value) {
+  const auto* const end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, value);
+  return error == std::errc() && stopped == end;
+}
+
+PresetVariable ReadPreset(const std::string& text) {
+  PresetVariable preset;
+  const auto equals = text.find('=');
+  const std::string_view all = text;
+  if (equals == std::string::npos || !ReadWhole(all.substr(0, equals), preset.Number) ||
+      !ReadWhole(all.substr(equals + 1), preset.Value) || !std::isfinite(preset.Value) ||
+      !simulator::ControllerMemory::IsVariable(preset.Number)) {
+    throw WrongUse("--set takes a variable and its value, such as 59=1000, not " + text);
+  }
+  return preset;
+}
+
+}  // namespace
+
+SimOptions ReadSimOptions(std::vector<std::string> arguments, bool panel, std::string& help) {
+  constexpr double MsPerSecond = 1000;
+  SimOptions options;
+  Texts texts;
+  CLI::App app("Plays the motion controller and its machine at the other end of a serial line.",
+               "torvane-sim");
+  DescribeOptions(app, panel, options, texts);
+  try {
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(arguments);
+  } catch (const CLI::CallForHelp&) {
+    help = app.help();
+    return options;
+  } catch (const CLI::ParseError& fault) {
+    throw WrongUse(fault.what());
+  }
+  for (const auto& fault : texts.Faults) {
+    if (!simulator::ParseFault(fault, options.Controller.Faults)) {
+      throw WrongUse("--fault takes a kind and a rate, such as lose=0.001, not " + fault);
+    }
+  }
+  for (const auto& preset : texts.Presets) options.Presets.push_back(ReadPreset(preset));
+  options.Controller.Faults.LateSeconds = texts.LateMs / MsPerSecond;
+  options.Controller.ReplySeconds = texts.ReplyMs / MsPerSecond;
+  return options;
+}
+
+}  // namespace torvane::tools

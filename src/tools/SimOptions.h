@@ -1,0 +1,34 @@
+// What the simulated controller is started with, from its command line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "simulator/SimulatedController.h"
+#include "tools/CheckOptions.h"
+
+namespace torvane::tools {
+
+/// A variable that stands at a value from the start.
+struct PresetVariable {
+  int Number = 0;
+  double Value = 0;
+};
+
+struct SimOptions {
+  std::string PtyLink;  ///< native path of the link to the pseudo-terminal; empty: none
+  std::string Device;   ///< native path of a serial device; empty: none
+  int Baud = 9600;      ///< of the device
+  std::string Root;     ///< native directory of an installation; empty: none
+  bool Panel = false;   ///< the operator panel in a window, where there is one
+  std::vector<PresetVariable> Presets;
+  simulator::ControllerOptions Controller;
+};
+
+/// The options of a command line, given without the name of the program. Where help is asked for,
+/// `help` takes its text and the options mean nothing. Exactly one of --pty and --device must be
+/// given. `panel`: --panel is offered. Throws WrongUse.
+[[nodiscard]] SimOptions ReadSimOptions(std::vector<std::string> arguments, bool panel,
+                                        std::string& help);
+
+}  // namespace torvane::tools
