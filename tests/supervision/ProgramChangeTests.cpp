@@ -1,0 +1,204 @@
+#include <gtest/gtest.h>
+
+#include "Bench.h"
+
+namespace torvane::supervision {
+namespace {
+
+const std::string Refusal = "warning 1 1 \nCan Not Change Program\nWhile Machine Is Running !";
+
+class ProgramChangeTest : public ::testing::Test, public Bench {
+ protected:
+  ProgramChangeTest() {
+    Select(1, "ONE", 3);
+    Select(2, "TWO", 30);
+    System.Programs[2].DirectoryName = "NEST";
+    System.Programs[2].BatchCounters = {1, 2, 3, 4, 5};
+    Controller.Values = {{"VR(82)", "11"}, {"VR(83)", "12"}, {"VR(84)", "13"}, {"VR(85)", "14"}};
+  }
+  void ExpectRefused() {
+    EXPECT_EQ(Happened(), (Events{"press 1"}));
+    EXPECT_EQ(System.ActiveSlot, 1);
+    EXPECT_EQ(Sent(), Lines{});
+  }
+};
+
+const Lines BatchQueries = {"? VR(82)", "? VR(83)", "? VR(84)", "? VR(85)"};
+
+TEST_F(ProgramChangeTest, BringsTheOtherProgramInForceInItsOrder) {
+  System.TableSent = 17;
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(Sent(),
+            Join({BatchQueries,
+                  Table(2, 1, 20),
+                  {"VR(91)=2", "VR(87)=125.50", "VR(82)=1", "VR(83)=2", "VR(84)=3", "VR(85)=4"}}));
+  EXPECT_EQ(System.ActiveSlot, 2);
+  EXPECT_EQ(System.TableSent, 20);
+  EXPECT_EQ(System.Programs[1].BatchCounters.PartsPerSheet, 11);
+  EXPECT_EQ(Temp.Get("Actvprg1.btc"), "11\r\n12\r\n13\r\n14\r\n-1\r\n******\r\n")
+      << "the old slot's counters are saved";
+  EXPECT_EQ(System.Directories.ProgramDirectoryName, "NEST");
+  EXPECT_EQ(System.Directories.ProgramDirectory, "C:\\Programs\\NEST\\");
+  EXPECT_EQ(Temp.Get("Control.cfg"), "C:\\\r\nC:\\Programs\\\r\nNEST\r\n2\r\n******\r\n");
+  EXPECT_EQ(System.State.RunningBlockShown, -1);
+  EXPECT_EQ(System.State.RunningSlotShown, -1);
+}
+
+TEST_F(ProgramChangeTest, ShowsThePlotBeforeTheLinesAndTheButtonLast) {
+  Change.ChangeActiveProgram(2);
+  const auto happened = Happened();
+  const auto at = [&](const std::string& event) {
+    return std::find(happened.begin(), happened.end(), event) - happened.begin();
+  };
+  EXPECT_LT(at("batch shown"), at("plotbox 2"));
+  EXPECT_LT(at("plotbox 2"), at("> TABLE(2,1)"));
+  EXPECT_EQ(happened.back(), "press 2");
+}
+
+TEST_F(ProgramChangeTest, TheSlotInForceGoesThroughTheWholeChangeAgain) {
+  Change.ChangeActiveProgram(1);
+  EXPECT_EQ(
+      Sent(),
+      Join({BatchQueries,
+            Table(1, 1, 3),
+            {"VR(91)=1", "VR(87)=125.50", "VR(82)=11", "VR(83)=12", "VR(84)=13", "VR(85)=14"}}));
+  EXPECT_TRUE(Temp.Has("Actvprg1.btc"));
+}
+
+TEST_F(ProgramChangeTest, AnyOtherNumberIsSlotOne) {
+  System.ActiveSlot = 2;
+  Change.ChangeActiveProgram(9);
+  EXPECT_EQ(System.ActiveSlot, 1);
+}
+
+TEST_F(ProgramChangeTest, AMachineWithAHeadGetsItsOffsetsBeforeTheBatch) {
+  System.Machine.MachineVariant = 3;
+  Change.ChangeActiveProgram(2);
+  const auto sent = Sent();
+  const auto tail = Lines(sent.end() - 9, sent.end());
+  EXPECT_EQ(tail, (Lines{"VR(91)=2", "VR(87)=125.50", "M848=0", "M849=0", "M850=0", "VR(82)=1",
+                         "VR(83)=2", "VR(84)=3", "VR(85)=4"}));
+}
+
+TEST_F(ProgramChangeTest, AnEmptySlotKeepsTheDirectory) {
+  Store.ClearSlot(2);
+  Happened();
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(System.Directories.ProgramDirectoryName, "SHOP");
+  EXPECT_EQ(Sent(),
+            Join({BatchQueries,
+                  {"VR(91)=2", "VR(87)=77.25", "VR(82)=0", "VR(83)=0", "VR(84)=0", "VR(85)=0"}}));
+}
+
+TEST_F(ProgramChangeTest, WhileRunningOnTheMainScreenAloneShowsTheWarning) {
+  System.State.MachineRunning = true;
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(Happened(), (Events{Refusal, "press 1"}));
+  EXPECT_EQ(Sent(), Lines{});
+}
+
+TEST_F(ProgramChangeTest, WhileRunningWithABlockingScreenShowsNothing) {
+  System.State.MachineRunning = true;
+  ProgramScreens.Forms = {"SetupForm"};
+  Change.ChangeActiveProgram(2);
+  ExpectRefused();
+}
+
+TEST_F(ProgramChangeTest, EveryBlockingScreenRefusesWithoutAWord) {
+  for (const auto name : ChangeBlockingForms) {
+    ProgramScreens.Forms = {"FrontEnd", std::string(name)};
+    Change.ChangeActiveProgram(2);
+    ExpectRefused();
+  }
+  EXPECT_EQ(ChangeBlockingForms.size(), 11U);
+}
+
+TEST_F(ProgramChangeTest, OtherScreensDoNotBlock) {
+  ProgramScreens.Forms = {"FrontEnd",    "LaserStatusForm", "StatusMenuForm", "MachineForm",
+                          "MessageForm", "UserForm",        "XYPositionForm", "FileHandleForm"};
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(System.ActiveSlot, 2);
+}
+
+TEST_F(ProgramChangeTest, LockedScreensAndPlotKeysRefuseWithoutAWord) {
+  System.Console.FormsLocked = true;
+  Change.ChangeActiveProgram(2);
+  ExpectRefused();
+  System.Console.FormsLocked = false;
+  System.Console.PlotKeysActive = true;
+  Change.ChangeActiveProgram(2);
+  ExpectRefused();
+  System.Console.PlotKeysActive = false;
+  System.Console.PlotKeyMode = 1;
+  Change.ChangeActiveProgram(2);
+  ExpectRefused();
+  System.Console.PlotKeyMode = 0;
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(System.ActiveSlot, 2);
+}
+
+TEST_F(ProgramChangeTest, FeedHoldAndAnOpenCycleDoNotRefuse) {
+  System.State.MachineFeedhold = true;
+  System.State.MachineCycleBit = true;
+  System.State.MachineInError = 4096;
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(System.ActiveSlot, 2);
+}
+
+TEST_F(ProgramChangeTest, TheButtonsOwnEventDoesNotChangeAgain) {
+  int presses = 0;
+  ProgramScreens.OnPress = [&](int slot) {
+    ++presses;
+    Change.ChangeActiveProgram(slot);
+  };
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(presses, 1);
+}
+
+TEST_F(ProgramChangeTest, ASecondPressWhileTheLinesGoOutIsRefused) {
+  bool pressed = false;
+  Controller.OnLine = [&](const std::string& line) {
+    if (line != "TABLE(2,5)" || pressed) return;
+    pressed = true;
+    Change.ChangeActiveProgram(1);
+  };
+  Change.ChangeActiveProgram(2);
+  EXPECT_TRUE(pressed);
+  EXPECT_EQ(System.ActiveSlot, 2);
+  EXPECT_EQ(System.TableSent, 20);
+  EXPECT_EQ(Sent(),
+            Join({BatchQueries,
+                  Table(2, 1, 20),
+                  {"VR(91)=2", "VR(87)=125.50", "VR(82)=1", "VR(83)=2", "VR(84)=3", "VR(85)=4"}}));
+}
+
+TEST_F(ProgramChangeTest, APressInTheMiddleOfARefillWaitsForItsEnd) {
+  Select(1, "ONE", 60);
+  System.TableSent = 20;
+  System.State.RunningBlock = 10;
+  bool pressed = false;
+  Controller.OnLine = [&](const std::string& line) {
+    if (line != "TABLE(1,22)" || pressed) return;
+    pressed = true;
+    Change.ChangeActiveProgram(2);
+    EXPECT_EQ(System.ActiveSlot, 1) << "not yet";
+  };
+  Poll.TopUpTable();
+  EXPECT_EQ(System.ActiveSlot, 2);
+  EXPECT_EQ(System.TableSent, 20);
+  EXPECT_EQ(Sent(),
+            Join({Table(1, 21, 25),
+                  BatchQueries,
+                  Table(2, 1, 20),
+                  {"VR(91)=2", "VR(87)=125.50", "VR(82)=1", "VR(83)=2", "VR(84)=3", "VR(85)=4"}}));
+}
+
+TEST_F(ProgramChangeTest, OfflineTheSlotsChangeAndNothingGoesOut) {
+  System.Link.TrioLinkEnabled = false;
+  Change.ChangeActiveProgram(2);
+  EXPECT_EQ(System.ActiveSlot, 2);
+  EXPECT_EQ(Sent(), Lines{});
+}
+
+}  // namespace
+}  // namespace torvane::supervision
