@@ -67,7 +67,7 @@ void Desk::EndModal(Form* below, Form* shownBefore) {
     return SetActive(modal);
   }
   shownDuringModal_ = nullptr;
-  if (shownStands) return Activate(*shown);
+  if (shownStands && shown != below) return Activate(*shown);
   if (below && below->Visible()) return SetActive(below);
   if (Form* top = TopForm()) return Activate(*top);
   SetActive(nullptr);
