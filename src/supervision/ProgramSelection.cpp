@@ -1,5 +1,7 @@
 #include "supervision/ProgramSelection.h"
 
+#include <memory>
+
 #include "core/General.h"
 #include "core/LastFile.h"
 #include "core/SettingsModule.h"
@@ -27,8 +29,14 @@ std::string ProgramSelection::SlotFile(std::string_view extension) const {
 }
 
 bool ProgramSelection::SelectProgram(std::string_view directoryText, std::string_view programText) {
-  const std::string directory(core::Trim(directoryText));
-  const std::string program(core::Trim(programText));
+  const auto selected = std::make_shared<bool>(false);
+  parts_.Poll.RunOutsideTopUp(
+      [this, selected, directory = std::string(core::Trim(directoryText)),
+       program = std::string(core::Trim(programText))] { *selected = Select(directory, program); });
+  return *selected;
+}
+
+bool ProgramSelection::Select(const std::string& directory, const std::string& program) {
   if (store_.Busy() || !Accept(directory, program)) return false;
   const FlagGuard busy(store_.BusyFlag());
   try {

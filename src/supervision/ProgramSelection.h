@@ -21,10 +21,12 @@ class ProgramSelection {
   /// Selects a program into the slot in force. The texts are those of the two boxes, as typed. True
   /// when the slot holds the program and its first lines are with the controller. Every refusal has
   /// had its dialog; those behind the first tests leave the slot empty, as does a fault of the
-  /// disk, which is thrown on (RuntimeFault).
+  /// disk, which is thrown on (RuntimeFault). In the middle of a refill of the table the selection
+  /// begins behind the refill, and false is returned at once.
   bool SelectProgram(std::string_view directoryText, std::string_view programText);
 
  private:
+  [[nodiscard]] bool Select(const std::string& directory, const std::string& program);
   /// The first tests; false after a dialog.
   [[nodiscard]] bool Accept(const std::string& directory, const std::string& program);
   [[nodiscard]] bool FillSlot(const std::string& directory, const std::string& program);

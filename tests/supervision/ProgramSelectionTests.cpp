@@ -154,7 +154,7 @@ TEST_F(ProgramSelectionTest, WhatIsSelectedIsWhatTheNextStartFinds) {
   System.Programs[1] = {};
   Store.LoadActivePrograms();
   const auto& found = System.Programs[1];
-  EXPECT_EQ(core::ActiveProgram(found).Selected, true);
+  EXPECT_TRUE(found.Selected);
   EXPECT_EQ(found.SourcePath, selected.SourcePath);
   EXPECT_EQ(found.Material, selected.Material);
   EXPECT_EQ(found.Clamps, selected.Clamps);
@@ -278,7 +278,6 @@ TEST_F(ProgramSelectionTest, TheOtherSlotIsNotTouched) {
 
 TEST_F(ProgramSelectionTest, AFaultOfTheDiskLeavesTheSlotEmptyAndGoesOn) {
   Select(1, "EARLIER", 3);
-  Temp.MakeDirectory("Actvprg1.krw.new");
   Temp.MakeDirectory("Service/Reverse.txt");  // no file can stand there
   EXPECT_THROW(SelectProgram("SHOP", "PART"), platform::RuntimeFault);
   EXPECT_FALSE(System.Programs[1].Selected);
@@ -296,6 +295,25 @@ TEST_F(ProgramSelectionTest, ASecondSelectionWhileTheLinesGoOutIsRefused) {
   };
   EXPECT_TRUE(SelectProgram("SHOP", "PART"));
   EXPECT_TRUE(pressed);
+}
+
+TEST_F(ProgramSelectionTest, ASelectionInTheMiddleOfARefillBeginsBehindIt) {
+  Bench::Select(1, "EARLIER", 60);
+  System.TableSent = 20;
+  System.State.RunningBlock = 10;
+  bool pressed = false;
+  Controller.OnLine = [&](const std::string& line) {
+    if (line != "TABLE(1,22)" || std::exchange(pressed, true)) return;
+    EXPECT_FALSE(SelectProgram("SHOP", "PART"));
+    EXPECT_EQ(System.Programs[1].ProgramName, "EARLIER") << "not yet";
+  };
+  Poll.TopUpTable();
+  EXPECT_TRUE(System.Programs[1].Selected);
+  EXPECT_EQ(System.Programs[1].ProgramName, "PART");
+  EXPECT_EQ(System.TableSent, System.Programs[1].TableLines);
+  const auto sent = Sent();
+  EXPECT_EQ(Lines(sent.begin(), sent.begin() + 5), Table(1, 21, 25));
+  EXPECT_EQ(sent[5].substr(0, 10), "TABLE(500,");
 }
 
 TEST_F(ProgramSelectionTest, OfflineAProgramIsSelectedAllTheSame) {
