@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <rapidcheck/gtest.h>
 
 #include "Bench.h"
 
@@ -195,6 +197,30 @@ TEST_F(ActiveStoreTest, ClearSlotEmptiesRecordFilesPlotAndCaption) {
   EXPECT_EQ(SlotFiles(1), std::vector<std::string>{"Actvprg1.cnv"});
   EXPECT_EQ(System.State.RunSeconds, 0);
   EXPECT_EQ(Happened(), (Events{"plot 2", "caption 2 PROGRAM 2   F11"}));
+}
+
+RC_GTEST_PROP(ActiveStore, DamagedFilesGiveAWholeStoreOrAnEmptyOne, ()) {
+  static const std::vector<std::string> extensions = {"cfg", "rnd", "drw", "krw",
+                                                      "tbl", "lsr", "sts", "btc"};
+  Bench bench;
+  bench.System.LaserNames = {"HEAD"};
+  bench.PutSlot(1, "ONE", 3);
+  bench.PutSlot(2, "TWO", 3);
+  const auto name = SlotMaker::Name(*rc::gen::inRange(1, 3), *rc::gen::elementOf(extensions));
+  std::string bytes = bench.Temp.Has(name) ? bench.Temp.Get(name) : std::string("1\r\n2\r\n3\r\n");
+  for (int change = *rc::gen::inRange(0, 6); change > 0 && !bytes.empty(); --change) {
+    bytes[*rc::gen::inRange<std::size_t>(0, bytes.size())] = *rc::gen::arbitrary<char>();
+  }
+  bytes.resize(*rc::gen::inRange<std::size_t>(0, bytes.size() + 1));
+  bench.Temp.Put(name, bytes);
+  bench.Store.LoadActivePrograms();
+  const bool first = bench.System.Programs[1].Selected;
+  RC_ASSERT(first == bench.System.Programs[2].Selected);
+  RC_ASSERT(bench.SlotFiles(1).empty() == !first);
+  RC_ASSERT(bench.SlotFiles(2).empty() == !first);
+  RC_ASSERT(!bench.Sent().empty());
+  // Whatever was taken over can be shown.
+  for (int block = -1; block < 4; ++block) bench.Poll.ShowRunningBlock(1, block);
 }
 
 }  // namespace
