@@ -61,9 +61,11 @@ std::string_view NamePart(std::string_view path) {
 
 bool TakeLine(std::string_view& rest, std::string_view& line) {
   if (rest.empty()) return false;
-  const auto end = rest.find_first_of("\r\n");
+  const auto found =
+      std::find_if(rest.begin(), rest.end(), [](char c) { return c == '\n' || c == '\r'; });
+  const auto end = static_cast<std::size_t>(found - rest.begin());
   line = rest.substr(0, end);
-  if (end == std::string_view::npos) {
+  if (end == rest.size()) {
     rest = {};
     return true;
   }
@@ -74,6 +76,7 @@ bool TakeLine(std::string_view& rest, std::string_view& line) {
 
 std::vector<std::string_view> SplitLines(std::string_view text) {
   std::vector<std::string_view> lines;
+  lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
   for (std::string_view line; TakeLine(text, line);) lines.push_back(line);
   return lines;
 }

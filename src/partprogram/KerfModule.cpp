@@ -8,6 +8,7 @@
 #include "partprogram/KerfJoin.h"
 #include "partprogram/OffsetElements.h"
 #include "partprogram/Passes.h"
+#include "platform/LargePages.h"
 
 namespace torvane::partprogram {
 
@@ -50,6 +51,7 @@ class KerfPass {
     if (draw_.empty()) return std::move(result_);
     // Room for a corner arc behind every element: the records never move.
     kerf.reserve(std::min(2 * draw_.size(), MostRecords + 2));
+    platform::PreferLargePages(kerf.data(), kerf.capacity() * sizeof(DrawRecord));
     kerf.push_back(draw_.front());
     result_.IllegalWidth = !std::isfinite(kerfWidth_);
     for (std::size_t i = 1; i < draw_.size(); ++i) {
