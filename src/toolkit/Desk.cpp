@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
@@ -98,7 +99,9 @@ void Desk::Refresh() {
       if (auto* plot = dynamic_cast<PlotCanvas*>(control)) plot->Flush();
     }
   }
-  repaint();
+  // What is dirty, and no more, is painted here and now.
+  QEvent now(QEvent::UpdateRequest);
+  QCoreApplication::sendEvent(this, &now);
 }
 
 void Desk::SetBusy(bool busy) {
@@ -112,10 +115,21 @@ void Desk::Beep() {
   QApplication::beep();
 }
 
-void Desk::PressKey(const KeyStroke& stroke) {
+/// A function key pressed while the active form is locked goes to the highest form that is not, so
+/// that the keys which are live at any time stay so.
+Form* Desk::TargetOf(const KeyStroke& stroke) const {
   Form* const modal = ModalForm();
-  Form* const target = modal ? modal : active_;
-  if (!target || !target->AcceptsInput()) return;
+  Form* const first = modal ? modal : active_;
+  if (first && first->AcceptsInput()) return first;
+  if (!IsFunctionKey(stroke.Code)) return nullptr;
+  const auto free = std::find_if(stack_.rbegin(), stack_.rend(),
+                                 [](const Form* form) { return form->AcceptsInput(); });
+  return free == stack_.rend() ? nullptr : *free;
+}
+
+void Desk::PressKey(const KeyStroke& stroke) {
+  Form* const target = TargetOf(stroke);
+  if (!target) return;
   // A held key never overtakes the handler of its own last stroke.
   if (stroke.Repeat && handled_.count(stroke.Code)) return;
   if (!stroke.Repeat) held_[stroke.Code] = target;

@@ -82,6 +82,7 @@ class Desk : public QWidget {
 
  private:
   [[nodiscard]] Form* TopForm() const;
+  [[nodiscard]] Form* TargetOf(const KeyStroke& stroke) const;
   void SetActive(Form* form);
   void ApplyStack(const std::vector<Form*>& before);
   void EndModal(Form* below, Form* shownBefore);

@@ -253,6 +253,22 @@ TEST_F(Forms, ALockedFormTakesNoKeysAndIsToldOfTheReleaseLater) {
   EXPECT_EQ(Taken(), Words{"up"});
 }
 
+TEST_F(Forms, WhileTheFrontFormIsLockedFunctionKeysReachTheOneThatIsFree) {
+  for (Screen* screen : {&Ground, &A}) {
+    screen->Window.OnKeyDown([this, screen](const KeyStroke& stroke) {
+      Log.push_back(screen->Window.Name() + " " + std::to_string(static_cast<int>(stroke.Code)));
+      return true;
+    });
+  }
+  A.Window.Show();
+  A.Window.SetEnabled(false);
+  Log.clear();
+  Desk_.TypeKey(KeyStroke(Key::F9));
+  Desk_.TypeKey(KeyStroke('X'));
+  EXPECT_EQ(Taken(), Words{"FrontEnd 120"});
+  EXPECT_EQ(Desk_.ActiveForm(), &A.Window);
+}
+
 TEST_F(Forms, APointerReleasedWhileLockedIsToldLaterAndIsNoClick) {
   Button jog(&A.Body, "X+");
   jog.Place({0, 0, 100, 60});
@@ -366,6 +382,23 @@ TEST_F(Forms, ControlsAreFoundByTheirNames) {
   EXPECT_EQ(A.Window.Find("ExitButton"), &exit);
   EXPECT_EQ(A.Window.Find("OkButton"), nullptr);
   EXPECT_EQ(Desk_.Find("AForm"), &A.Window);
+}
+
+TEST_F(Forms, ARefreshPaintsWhatHasChangedBeforeItReturns) {
+  struct Painted : Control {
+    using Control::Control;
+    int Times = 0;
+    void paintEvent(QPaintEvent*) override { ++Times; }
+  } one(&A.Body), other(&A.Body);
+  one.Place({0, 0, 50, 50});
+  other.Place({100, 0, 50, 50});
+  A.Window.Show();
+  Pump(Loop, 20);
+  one.Times = other.Times = 0;
+  one.update();
+  Desk_.Refresh();
+  EXPECT_EQ(one.Times, 1);
+  EXPECT_EQ(other.Times, 0);
 }
 
 TEST_F(Forms, TheHourglassPairsUp) {
