@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/MachineState.h"
+#include "platform/RuntimeFault.h"
 
 namespace torvane::simulator {
 
@@ -198,6 +199,7 @@ void Machine::StartCycle() {
   memory_.SetVariable(Vr::RunningLine, 0);
   messages_.Set(LogicBit::SheetCountReached, false);
   Tell(EventKind::CycleStarted, run_.Slot());
+  if (run_.PathMissing()) Tell(EventKind::PathMissing);
   FetchWork();
 }
 
@@ -239,7 +241,11 @@ void Machine::StartRestart() {
   runSeconds_ = 0;
   Tell(EventKind::RestartStarted);
   if (options_.Files == nullptr || options_.RootDirectory.empty()) return;
-  restartText_ = ReadRestartText(*options_.Files, options_.RootDirectory);
+  try {
+    restartText_ = ReadRestartText(*options_.Files, options_.RootDirectory);
+  } catch (const platform::RuntimeFault&) {
+    restartText_.reset();  // as where there is none: the line that was stopped is run again
+  }
   if (!restartText_) return;
   restartText_->At.Z = at_.Z;
   mover_.Add(Task::Travelling(Segment::Line(at_, restartText_->At), options_.RapidRate));
@@ -247,27 +253,36 @@ void Machine::StartRestart() {
 
 bool Machine::RestartRequested(int slot, std::string_view fraction) {
   if (mode_ != MachineMode::Restarting) return false;
+  try {
+    ContinueAt(slot, fraction);
+  } catch (const platform::RuntimeFault&) {
+    RestartLost();
+  }
+  Publish();
+  return true;
+}
+
+void Machine::ContinueAt(int slot, std::string_view fraction) {
   RestartPoint point{std::max(run_.Line(), 1), 0};
   if (restartText_) {
     RestartText text = *restartText_;
     text.At.Z = 0;
     const auto found =
         FindRestartPoint(*options_.Files, options_.RootDirectory, slot, fraction, text);
-    if (!found) {
-      messages_.RaiseFor(LogicBit::RestartUnknown, options_.RefusalSeconds);
-      Tell(EventKind::RestartUnknown);
-      GoIdle();
-      Publish();
-      return true;
-    }
+    if (!found) return RestartLost();
     point = *found;
   }
   run_.Continue(slot, point);
+  if (run_.PathMissing()) Tell(EventKind::PathMissing);
   mode_ = MachineMode::Running;
   memory_.SetVariable(Vr::RunningLine, point.Line);
   Tell(EventKind::RestartContinues, point.Line);
-  Publish();
-  return true;
+}
+
+void Machine::RestartLost() {
+  messages_.RaiseFor(LogicBit::RestartUnknown, options_.RefusalSeconds);
+  Tell(EventKind::RestartUnknown);
+  GoIdle();
 }
 
 // ---- what the front end writes ----

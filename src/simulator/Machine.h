@@ -95,6 +95,8 @@ class Machine final : public MemoryListener {
   void GoIdle();
   void FinishAction();
   void StartRestart();
+  void ContinueAt(int slot, std::string_view fraction);
+  void RestartLost();
   void Refuse(int word);
   void ObeyCommand(double before);
   void SelectTable();

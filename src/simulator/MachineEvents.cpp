@@ -22,6 +22,7 @@ constexpr EventRow EventRows[] = {
     {EventKind::TableArrived, "table lines arrived", "going on with line"},
     {EventKind::TableIncomplete, "table is incomplete", "missing line"},
     {EventKind::PathRefused, "record does not belong to the row, moving by the rows", "line"},
+    {EventKind::PathMissing, "records of the slot cannot be read, moving by the rows", ""},
     {EventKind::RestartWaiting, "restart table selected, waiting for cycle start", ""},
     {EventKind::RestartStarted, "restart started", ""},
     {EventKind::RestartContinues, "restart goes on", "line"},

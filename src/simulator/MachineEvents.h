@@ -24,6 +24,7 @@ enum class EventKind {
   TableArrived,     ///< Value: next line
   TableIncomplete,  ///< Value: line that is missing
   PathRefused,      ///< Value: line whose row and record disagree; the rows alone are followed
+  PathMissing,      ///< the slot's records cannot be read; the rows alone are followed
   RestartWaiting,
   RestartStarted,
   RestartContinues,  ///< Value: table line

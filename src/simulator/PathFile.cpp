@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "partprogram/DrawRecord.h"
+#include "platform/RuntimeFault.h"
 
 namespace torvane::simulator {
 
@@ -58,8 +59,12 @@ Segment PathElement::Path() const {
 
 bool PathFile::Load(const platform::FileSystem& files, const std::string& path) {
   elements_.clear();
-  if (!files.FileExists(path)) return false;
-  const std::string bytes = files.ReadFile(path);
+  std::string bytes;
+  try {
+    bytes = files.ReadFile(path);
+  } catch (const platform::RuntimeFault&) {
+    return false;  // the machine goes by the rows, and says so
+  }
   constexpr std::size_t Size = partprogram::DrawRecordSize;
   if (bytes.empty() || bytes.size() % Size != 0) return false;
   elements_.reserve(bytes.size() / Size - 1);

@@ -30,8 +30,8 @@ struct PathElement {
 
 class PathFile {
  public:
-  /// The records behind the header. False, with no elements, when the file is missing or is no
-  /// whole number of records.
+  /// The records behind the header. False, with no elements, when the file is missing, cannot be
+  /// read, or is no whole number of records.
   bool Load(const platform::FileSystem& files, const std::string& path);
 
   [[nodiscard]] bool Empty() const { return elements_.empty(); }

@@ -69,18 +69,13 @@ void TableRun::Open(int slot) {
   program_ = Ring().Programs();
   if (options_.Files == nullptr || options_.RootDirectory.empty()) return;
   const auto& root = options_.RootDirectory;
-  path_.Load(*options_.Files, SlotFile(root, slot, "krw"));
-  const std::string table = SlotFile(root, slot, "tbl");
-  if (options_.Files->FileExists(table)) {
-    stored_ = options_.Files->OpenRecords(table, TableRecordSize);
-  }
+  pathMissing_ = !path_.Load(*options_.Files, SlotFile(root, slot, "krw"));
 }
 
 bool TableRun::Begin(int slot) {
   const auto& ring = rings_[static_cast<std::size_t>(slot - 1)];
   if (ring.Row(1) == nullptr) return false;
   Open(slot);
-  stored_.reset();  // a run from the first line takes nothing but what it is sent
   line_ = 0;
   return true;
 }
@@ -88,6 +83,10 @@ bool TableRun::Begin(int slot) {
 void TableRun::Continue(int slot, const RestartPoint& point) {
   Open(slot);
   line_ = std::max(point.Line, 1) - 1;
+  if (options_.Files != nullptr && !options_.RootDirectory.empty()) {
+    const std::string table = SlotFile(options_.RootDirectory, slot, "tbl");
+    stored_ = options_.Files->OpenRecords(table, TableRecordSize);
+  }
   share_ = std::clamp(point.Share, 0.0, 1.0);
 }
 

@@ -44,7 +44,8 @@ class TableRun {
 
   /// Starts at the first line. False when it does not stand in the ring.
   bool Begin(int slot);
-  /// Goes on with a line; lines that the ring no longer holds come from the slot's file.
+  /// Goes on with a line; lines that the ring no longer holds come from the slot's file. Throws
+  /// RuntimeFault where a root directory was told and the file cannot be opened.
   void Continue(int slot, const RestartPoint& point);
 
   /// Takes the next line.
@@ -56,6 +57,8 @@ class TableRun {
   [[nodiscard]] int NewestLine() const { return Ring().NewestLine(); }
   /// Line whose row and record disagreed, told once; 0 none.
   [[nodiscard]] int TakePathRefusal();
+  /// A root directory was told, but the slot's records could not be read.
+  [[nodiscard]] bool PathMissing() const { return pathMissing_; }
 
  private:
   [[nodiscard]] const TableRing& Ring() const {
@@ -85,6 +88,7 @@ class TableRun {
   int program_ = 0;   ///< the ring's program when the run began
   double share_ = 0;  ///< of the next element, cut before a restart
   int pathRefusal_ = 0;
+  bool pathMissing_ = false;
 };
 
 }  // namespace torvane::simulator

@@ -40,12 +40,12 @@ std::unique_ptr<simulator::SimulatedController> MakeController(
 }
 
 /// A handle that becomes readable when the program is asked to end. -1 where there is none.
-int WatchSignals() {
+int WatchSignals(sigset_t& before) {
   sigset_t ending;
   sigemptyset(&ending);
   sigaddset(&ending, SIGINT);
   sigaddset(&ending, SIGTERM);
-  if (sigprocmask(SIG_BLOCK, &ending, nullptr) != 0) return -1;
+  if (sigprocmask(SIG_BLOCK, &ending, &before) != 0) return -1;
   return signalfd(-1, &ending, SFD_NONBLOCK | SFD_CLOEXEC);
 }
 
@@ -59,14 +59,16 @@ SimHost::SimHost(const SimOptions& options, int input, std::ostream& out)
       out_(out),
       last_(std::chrono::steady_clock::now()),
       input_(input),
-      signals_(WatchSignals()) {
+      signals_(WatchSignals(mask_)) {
   controller_->TheMachine().SetListener(
       [this](const simulator::MachineEvent& event) { Say(simulator::EventText(event)); });
   Say("listening on " + (options.PtyLink.empty() ? options.Device : options.PtyLink));
 }
 
 SimHost::~SimHost() {
-  if (signals_ >= 0) close(signals_);
+  if (signals_ < 0) return;
+  close(signals_);
+  sigprocmask(SIG_SETMASK, &mask_, nullptr);
 }
 
 void SimHost::Say(const std::string& text) { out_ << text << '\n' << std::flush; }

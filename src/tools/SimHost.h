@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <csignal>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -43,6 +44,7 @@ class SimHost {
   std::string typed_;
   std::chrono::steady_clock::time_point last_;
   int input_;
+  sigset_t mask_{};  ///< of signals, as it was before
   int signals_ = -1;
   bool finished_ = false;
 };

@@ -1,0 +1,162 @@
+// torvane-sim: its options, its pseudo-terminal, and the operator's words.
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include "platform/RuntimeFault.h"
+#include "tools/SimHost.h"
+
+namespace torvane::tools {
+namespace {
+
+namespace fs = std::filesystem;
+
+SimOptions Read(std::vector<std::string> arguments) {
+  std::string help;
+  return ReadSimOptions(std::move(arguments), false, help);
+}
+
+TEST(SimOptions, TakeALineAndWhatGoesWithIt) {
+  const auto options = Read({"--pty", "/tmp/x", "--speed", "20", "--fault", "lose=0.5", "--fault",
+                             "late=0.25", "--late-ms", "500", "--set", "59=1000"});
+  EXPECT_EQ(options.PtyLink, "/tmp/x");
+  EXPECT_EQ(options.Controller.Speed, 20);
+  auto faults = options.Controller.Faults;
+  EXPECT_EQ(faults.Rate(simulator::FaultKind::Lose), 0.5);
+  EXPECT_EQ(faults.Rate(simulator::FaultKind::Late), 0.25);
+  EXPECT_EQ(faults.LateSeconds, 0.5);
+  ASSERT_EQ(options.Presets.size(), 1U);
+  EXPECT_EQ(options.Presets[0].Number, 59);
+  EXPECT_EQ(options.Presets[0].Value, 1000);
+}
+
+TEST(SimOptions, WrongUseIsRefused) {
+  const std::vector<std::vector<std::string>> wrong = {
+      {},
+      {"--pty", "a", "--device", "b"},
+      {"--pty"},
+      {"--pty", "a", "--speed", "0"},
+      {"--pty", "a", "--speed", "fast"},
+      {"--pty", "a", "--fault", "drop=1"},
+      {"--pty", "a", "--fault", "lose=2"},
+      {"--pty", "a", "--set", "59"},
+      {"--pty", "a", "--set", "2000=1"},
+      {"--pty", "a", "--set", "59=inf"},
+      {"--device", "a", "--baud", "123"},
+      {"--pty", "a", "--panel"},
+  };
+  for (const auto& arguments : wrong) {
+    EXPECT_THROW(Read(arguments), WrongUse) << (arguments.empty() ? "" : arguments.back());
+  }
+}
+
+class SimOnATerminal : public ::testing::Test {
+ protected:
+  SimOnATerminal() : link_(fs::temp_directory_path() / ("sim-link-" + std::to_string(getpid()))) {
+    EXPECT_EQ(pipe(keyboard_.data()), 0);
+    SimOptions options;
+    options.PtyLink = link_.string();
+    host_ = std::make_unique<SimHost>(options, keyboard_[0], out_);
+    line_ = open(link_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    EXPECT_GE(line_, 0);
+  }
+  ~SimOnATerminal() override {
+    close(line_);
+    close(keyboard_[0]);
+    close(keyboard_[1]);
+  }
+
+  void Type(const std::string& text) {
+    EXPECT_EQ(write(keyboard_[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+  }
+  std::string Exchange(const std::string& text) {
+    const std::string bytes = text + "\r";
+    EXPECT_EQ(write(line_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    std::string answer;
+    std::array<char, 256> buffer{};
+    for (int i = 0; i < 200 && !answer.ends_with(">>"); ++i) {
+      host_->Step(5);
+      const ssize_t count = read(line_, buffer.data(), buffer.size());
+      if (count > 0) answer.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    return answer;
+  }
+
+  fs::path link_;
+  std::array<int, 2> keyboard_{};
+  std::ostringstream out_;
+  std::unique_ptr<SimHost> host_;
+  int line_ = -1;
+};
+
+TEST_F(SimOnATerminal, AnswersWithoutAnEchoOfTheTerminalsOwn) {
+  EXPECT_EQ(Exchange("? VR(59)"), "? VR(59)\r\n1\r\n>>");
+  EXPECT_EQ(Exchange("HALT"), "HALT\r\n%\r\n>>");
+  EXPECT_EQ(Exchange(""), ">>");
+}
+
+TEST_F(SimOnATerminal, StaysWhenTheFrontEndLeavesAndComesBack) {
+  EXPECT_EQ(Exchange("VR(1)=5"), "VR(1)=5\r\n>>");
+  close(line_);
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(host_->Step(1));
+  line_ = open(link_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  EXPECT_EQ(Exchange("? VR(1)"), "? VR(1)\r\n5\r\n>>");
+}
+
+TEST_F(SimOnATerminal, TakesCommandsInPiecesAndTellsItsEvents) {
+  Exchange("TABLE(500,-999)");
+  Type("sta");
+  host_->Step(1);
+  Type("rt\nbit 3\nnonsense\n");
+  host_->Step(1);
+  EXPECT_EQ(out_.str().substr(out_.str().find('\n') + 1),
+            "cycle started: slot 1\ncycle finished: sheets completed 1\nmessage: bit 3\n"
+            "commands: start, hold, release, stop, error CODE, bit N, clear, beam [on|off], state, "
+            "quit\n");
+}
+
+TEST_F(SimOnATerminal, EndsWithQuitAndTakesItsLinkAway) {
+  EXPECT_TRUE(fs::is_symlink(link_));
+  Type("quit\n");
+  EXPECT_FALSE(host_->Step(100));
+  host_.reset();
+  EXPECT_FALSE(fs::exists(fs::symlink_status(link_)));
+}
+
+TEST_F(SimOnATerminal, AnEndOfTheKeyboardEndsNothing) {
+  close(keyboard_[1]);
+  keyboard_[1] = dup(keyboard_[0]);
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(host_->Step(1));
+  EXPECT_EQ(Exchange("? VR(59)"), "? VR(59)\r\n1\r\n>>");
+}
+
+TEST(SimLine, LeavesAFileThatStandsInItsWay) {
+  const fs::path path = fs::temp_directory_path() / ("sim-file-" + std::to_string(getpid()));
+  std::ofstream(path) << "mine";
+  EXPECT_THROW(static_cast<void>(SimLine::OnPseudoTerminal(path.string())), platform::RuntimeFault);
+  EXPECT_TRUE(fs::is_regular_file(path));
+  fs::remove(path);
+}
+
+TEST(SimMain, SaysInOneSentenceWhyItCannotWork) {
+  std::ostringstream out;
+  std::ostringstream errors;
+  EXPECT_EQ(SimMain({"--device", "/nonexistent/tty"}, -1, out, errors), 1);
+  EXPECT_EQ(errors.str(),
+            "torvane-sim: /nonexistent/tty: cannot be opened: No such file or directory\n");
+  errors.str("");
+  EXPECT_EQ(SimMain({}, -1, out, errors), 2);
+  EXPECT_TRUE(errors.str().starts_with("torvane-sim: "));
+  EXPECT_EQ(SimMain({"--help"}, -1, out, errors), 0);
+  EXPECT_NE(out.str().find("--pty"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace torvane::tools
