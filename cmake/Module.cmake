@@ -37,20 +37,25 @@ function(torvane_module name)
   endif()
 endfunction()
 
-# torvane_tests(name DEPENDS lib...): every .cpp of the calling folder as one test program.
+# torvane_tests(name [QT] DEPENDS lib...): every .cpp of the calling folder as one test program.
 function(torvane_tests name)
-  cmake_parse_arguments(arg "" "" "DEPENDS;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(arg "QT" "" "DEPENDS;ENVIRONMENT" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(NOT sources)
     return()
   endif()
   add_executable(${name}_tests ${sources})
-  target_link_libraries(${name}_tests PRIVATE ${arg_DEPENDS} GTest::gmock rapidcheck torvane_test_main)
+  # Qt wants position independent code, and a precompiled header serves one way of compiling only.
+  set(main torvane_test_main)
+  if(arg_QT)
+    set(main torvane_qt_test_main)
+  endif()
+  target_link_libraries(${name}_tests PRIVATE ${arg_DEPENDS} GTest::gmock rapidcheck ${main})
   target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name}_tests PRIVATE TORVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
     TORVANE_BINARY_DIR="${PROJECT_BINARY_DIR}")
   if(TORVANE_PCH)
-    target_precompile_headers(${name}_tests REUSE_FROM torvane_test_main)
+    target_precompile_headers(${name}_tests REUSE_FROM ${main})
   endif()
   gtest_discover_tests(${name}_tests
     TEST_PREFIX "${name}."

@@ -1,0 +1,171 @@
+// The whole console off screen on virtual time, with a simulated machine and a copy of the example
+// installation: worked by keys alone, as the operator works it.
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "app/Shutdown.h"
+#include "app/StartScreens.h"
+#include "app/StartUp.h"
+#include "console/Console.h"
+#include "console/SplashForm.h"
+#include "core/System.h"
+#include "platform/Clock.h"
+#include "platform/DiskFileSystem.h"
+#include "platform/Drives.h"
+#include "platform/SessionEnd.h"
+#include "platform/VirtualLoop.h"
+#include "simulator/SimulatedController.h"
+#include "simulator/SimulatedPort.h"
+#include "support/QtEnvironment.h"
+#include "support/TempDirectory.h"
+#include "toolkit/Desk.h"
+
+namespace torvane::tests {
+
+/// Writes down how the program would have ended.
+class RecordedEnd final : public platform::SessionEnd {
+ public:
+  void EndSession() override { Events.emplace_back("end session"); }
+  void StartProgram(std::string_view path) override {
+    Events.push_back("start " + std::string(path));
+  }
+  void EndProcess() override { Events.emplace_back("end process"); }
+
+  std::vector<std::string> Events;
+};
+
+class NoDrives final : public platform::Drives {
+ public:
+  [[nodiscard]] std::vector<std::string> List() const override { return {}; }
+  [[nodiscard]] bool Ready(std::string_view) const override { return false; }
+};
+
+class ConsoleFixture : public ::testing::Test, private app::StartScreens {
+ protected:
+  ConsoleFixture() {
+    std::filesystem::copy(std::filesystem::path(TORVANE_SOURCE_DIR) / "examples" / "installation",
+                          Directory.Path(), std::filesystem::copy_options::recursive);
+    Files = std::make_unique<platform::DiskFileSystem>(Directory.Path());
+    simulator::ControllerOptions options;
+    options.Machine.RootDirectory = ".\\";
+    options.Machine.Files = Files.get();
+    Controller = std::make_unique<simulator::SimulatedController>(options);
+    Controller->OnLine([this](std::string_view line) { Lines.emplace_back(line); });
+    Port = std::make_unique<simulator::SimulatedPort>(Loop, *Controller);
+    Desk = std::make_unique<toolkit::Desk>(Loop);
+    TheConsole = std::make_unique<console::Console>(
+        console::ConsoleParts{System, *Files, *Port, Clock, Drives, *Desk});
+    End = std::make_unique<app::Shutdown>(
+        app::ShutdownParts{System, *Files, TheConsole->Trio(), TheConsole->Poll(), *this, Session});
+    TheConsole->SetExits(
+        {[this] { End->ShutdownSystem(true); }, [this] { End->ShutdownToService(); }});
+  }
+
+  ~ConsoleFixture() override { System.ShuttingDown = true; }
+
+  /// The whole start-up: behind it the main screen shows and the poll runs.
+  void Start() {
+    app::StartUp({System, Loop, *Files, TheConsole->Trio(), TheConsole->Downloads(),
+                  TheConsole->Store(), *this});
+    Loop.RunFor(200);
+    Lines.clear();
+  }
+
+  // ---- the operator's hands ----
+  void Type(toolkit::Key key) { Desk->TypeKey(toolkit::KeyStroke(key)); }
+  /// Function key 1 to 12.
+  void TypeF(int number) {
+    Type(static_cast<toolkit::Key>(static_cast<int>(toolkit::Key::F1) + number - 1));
+  }
+  /// Each character as a key of its own.
+  void TypeText(std::string_view text) {
+    for (const char character : text) Desk->TypeKey(toolkit::KeyStroke(character));
+  }
+  /// What happens while a modal screen stands: jobs run 10 ms apart, from the loop, in the order of
+  /// these calls. Call it before the key that opens the screen; that key returns when the screen
+  /// has gone.
+  void Then(std::function<void()> job) {
+    soonMs_ = std::max(soonMs_, Loop.NowMs()) + 10;
+    Loop.After(soonMs_ - Loop.NowMs(), std::move(job));
+  }
+  void ThenType(toolkit::Key key) {
+    Then([this, key] { Type(key); });
+  }
+  void ThenTypeText(std::string text) {
+    Then([this, text = std::move(text)] { TypeText(text); });
+  }
+
+  // ---- what the operator sees ----
+  [[nodiscard]] bool Shows(const std::string& screen) { return Screens().Visible(screen); }
+  /// The control of a screen that shows; null when there is none.
+  template <class Kind>
+  [[nodiscard]] Kind* Control(const std::string& screen, const std::string& name) {
+    console::Screen* found = Screens().Find(screen);
+    return found == nullptr ? nullptr : dynamic_cast<Kind*>(found->Window().Find(name));
+  }
+  [[nodiscard]] std::string LabelText(const std::string& screen, const std::string& name) {
+    auto* label = Control<toolkit::Label>(screen, name);
+    return label == nullptr ? "(no such label)" : label->Text();
+  }
+  [[nodiscard]] std::string Warning() {
+    return Shows("WarningForm") ? LabelText("WarningForm", "WarningLabel") : "(no warning)";
+  }
+  [[nodiscard]] console::ScreenSet& Screens() { return TheConsole->Screens().Set(); }
+  [[nodiscard]] console::FrontEnd& Main() { return TheConsole->Screens().Main(); }
+  [[nodiscard]] simulator::Machine& Machine() { return Controller->TheMachine(); }
+  /// Lines that reached the controller since the last call, without the queries.
+  [[nodiscard]] std::vector<std::string> TakeCommands() {
+    std::vector<std::string> commands;
+    for (const std::string& line : Lines) {
+      if (!line.starts_with("? ") && !line.empty()) commands.push_back(line);
+    }
+    Lines.clear();
+    return commands;
+  }
+  void RunFor(int ms) { Loop.RunFor(ms); }
+
+  test::TempDirectory Directory;
+  platform::VirtualLoop Loop;
+  platform::FixedClock Clock{{2026, 3, 4, 5, 6, 7}};
+  NoDrives Drives;
+  core::System System;
+  RecordedEnd Session;
+  std::vector<std::string> Lines;
+  std::vector<std::string> SystemBoxes;
+  std::unique_ptr<platform::DiskFileSystem> Files;
+  std::unique_ptr<simulator::SimulatedController> Controller;
+  std::unique_ptr<simulator::SimulatedPort> Port;
+  std::unique_ptr<toolkit::Desk> Desk;
+  std::unique_ptr<console::Console> TheConsole;
+  std::unique_ptr<app::Shutdown> End;
+
+ private:
+  // app::StartScreens
+  void ShowSplash() override {
+    Desk->OpenWindow(1280, 1024);
+    TheConsole->Open();
+    Screens().Show(console::SplashForm::ScreenName);
+  }
+  void UnloadSplash() override { Screens().Unload(console::SplashForm::ScreenName); }
+  void SystemMessageBox(std::string_view title, std::string_view text) override {
+    SystemBoxes.push_back(std::string(title) + ": " + std::string(text));
+  }
+  void ShowFrontEnd() override { Screens().Show(console::FrontEnd::ScreenName); }
+  [[nodiscard]] bool FrontEndVisible() const override {
+    return TheConsole->Screens().Set().Visible(console::FrontEnd::ScreenName);
+  }
+  void UnloadFrontEnd() override { Screens().Unload(console::FrontEnd::ScreenName); }
+  void LoadPlotConfig() override { TheConsole->LoadPlotConfig(); }
+
+  std::int64_t soonMs_ = 0;
+};
+
+}  // namespace torvane::tests

@@ -1,0 +1,52 @@
+// From the first key to the end of a run, by keys alone.
+#include "ConsoleFixture.h"
+
+namespace torvane::tests {
+namespace {
+
+using toolkit::Key;
+
+class ProductionRun : public ConsoleFixture {};
+
+TEST_F(ProductionRun, AProgramIsNamedOnThePadsSelectedRunAndTheConsoleShutDown) {
+  Start();
+  EXPECT_EQ(System.Console.CurrentForm, "");
+  TypeF(1);
+  ASSERT_TRUE(Shows("ProgramForm"));
+  EXPECT_EQ(System.Console.CurrentForm, "ProgramForm");
+
+  Then([this] { EXPECT_TRUE(Shows("KeyboardForm")); });
+  ThenTypeText("star");
+  ThenType(Key::Enter);
+  Type(Key::P);
+  EXPECT_FALSE(Shows("KeyboardForm"));
+  Lines.clear();
+
+  Type(Key::S);
+  EXPECT_TRUE(Shows("SetupForm"));
+  EXPECT_FALSE(Shows("ProgramForm"));
+  EXPECT_EQ(LabelText("SetupForm", "MaterialDescription"), "Brass 1.5 mm");
+  const auto commands = TakeCommands();
+  ASSERT_GT(commands.size(), 26U);
+  EXPECT_EQ(commands.front().substr(0, 10), "TABLE(500,");
+
+  Machine().CycleStart();
+  RunFor(200);
+  EXPECT_TRUE(System.State.MachineRunning);
+  for (int i = 0; i < 600 && System.State.MachineRunning; ++i) RunFor(100);
+  EXPECT_FALSE(System.State.MachineRunning);
+  RunFor(200);
+  EXPECT_EQ(System.Active().BatchCounters.SheetsCompleted, 1);
+  EXPECT_EQ(System.TableSent, System.Active().TableLines);
+
+  Type(Key::X);
+  EXPECT_FALSE(Shows("SetupForm"));
+  Then([this] { EXPECT_TRUE(Shows("ShutdownForm")); });
+  ThenType(Key::O);
+  TypeF(12);
+  EXPECT_EQ(Session.Events, (std::vector<std::string>{"end session", "end process"}));
+  EXPECT_FALSE(Port->IsOpen());
+}
+
+}  // namespace
+}  // namespace torvane::tests
