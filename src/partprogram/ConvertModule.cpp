@@ -1,4 +1,5 @@
 // The cleaning step: from the squeezed program to ".bdy" and ".cnv".
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -56,17 +57,33 @@ void RewriteArc(std::string& block, const core::MachineData& machine) {
   }
 }
 
+/// Replaces each double blank by a single one until there are none.
+void CollapseBlanks(std::string& block) {
+  const auto doubled = [](char left, char right) { return left == ' ' && right == ' '; };
+  block.erase(std::unique(block.begin(), block.end(), doubled), block.end());
+}
+
 /// `block` gets the line's block as it goes into the ".cnv".
 void ConvertBlock(std::string_view part, const core::MachineData& machine, std::string& block) {
-  block.assign(part);
-  for (char& c : block) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - ('a' - 'A'));
+  block.resize(part.size());
+  char before = '\0';
+  bool blanks = false;
+  bool stop = false;
+  for (std::size_t i = 0; i < part.size(); ++i) {
+    const char c = part[i];
+    block[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+    blanks = blanks || (c == ' ' && before == ' ');
+    stop = stop || block[i] == 'M';
+    before = c;
   }
-  if (const auto at = block.find("M01"); at != std::string::npos) block.replace(at, 3, "M00");
-  if (machine.SwapArcWords || machine.NegateArcCentre) RewriteArc(block, machine);
-  for (auto at = block.find("  "); at != std::string::npos; at = block.find("  ", at)) {
-    block.erase(at, 1);
+  if (stop) {
+    if (const auto at = block.find("M01"); at != std::string::npos) block.replace(at, 3, "M00");
   }
+  if (machine.SwapArcWords || machine.NegateArcCentre) {
+    RewriteArc(block, machine);
+    blanks = true;
+  }
+  if (blanks) CollapseBlanks(block);
 }
 
 /// Tells line by line whether it belongs to the body: outside the definitions of subroutines.

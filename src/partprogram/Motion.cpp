@@ -11,8 +11,6 @@ float Rounded(float value) { return static_cast<float>(core::RoundPlaces(value, 
 
 core::Vector2 Plane(const Point3& point) { return {point.X, point.Y}; }
 
-constexpr std::int16_t True = -1;
-
 }  // namespace
 
 ReversePass::Flow ReversePass::TakePosition() {
@@ -96,35 +94,19 @@ void ReversePass::MakeLine(bool rapid) {
     point->X = Rounded(point->X);
     point->Y = Rounded(point->Y);
   }
-  const core::Vector2 from = Plane(state_.Previous);
-  const core::Vector2 to = Plane(state_.Current);
-  const core::Polar polar = core::XYToPolar(to.X - from.X, to.Y - from.Y);
-
   const bool cut = state_.Profiling;
-  DrawRecord record =
-      NewRecord(cut ? RecordCode::LineProfile : RecordCode::Move, cut ? "Line Profile" : "Move");
+  DrawRecord& record = AddRecord(cut ? Kind::LineProfile : Kind::Move);
   record.StartPoint = {state_.Previous.X, state_.Previous.Y, state_.Current.Z};
   record.EndPoint = state_.Current;
-  record.Values[0] = static_cast<float>(core::RoundPlaces(polar.Length, 4));
-  record.Values[9] = static_cast<float>(core::RoundPlaces(polar.Angle, 3));
   record.KerfSide = state_.KerfSide;
   record.Flags[9] = rapid ? 0 : 1;
   if (cut) FillBeam(record);
-  const DrawRecord& put = PutRecord(record);
-  AddGap(put);
-  (cut ? profileLength_ : moveLength_) += put.Values[0];
-  last_ = put.EndPoint;
+  PutPlace(record);
+  (cut ? profileLength_ : moveLength_) += record.Values[0];
 }
 
 void ReversePass::FillBeam(DrawRecord& record) const {
-  const core::Station& station = *input_.ActiveStation;
-  BeamState& beam = record.BeamState1;
-  beam.On = True;
-  beam.Kind = 'P';
-  beam.ToolName = PadText<18>(station.Name);
-  beam.StationNumber = station.Number;
-  beam.StationType = station.Type;
-  beam.Words[2] = 1;
+  record.BeamState1 = beam_;
   record.BeamState2.Floats[0] = -1;
 }
 
@@ -183,7 +165,7 @@ void ReversePass::MakeArc(bool clockwise) {
 }
 
 void ReversePass::PutArc(const ArcGeometry& arc, bool clockwise) {
-  DrawRecord record = NewRecord(RecordCode::ArcProfile, "Arc Profile");
+  DrawRecord& record = AddRecord(Kind::ArcProfile);
   record.CentrePoint = {static_cast<float>(arc.Centre.X), static_cast<float>(arc.Centre.Y),
                         state_.Current.Z};
   record.Values[0] = static_cast<float>(arc.Radius);
@@ -192,12 +174,10 @@ void ReversePass::PutArc(const ArcGeometry& arc, bool clockwise) {
   record.Flags[5] = record.Flags[9] = clockwise ? 2 : 3;
   record.KerfSide = state_.KerfSide;
   if (state_.Profiling) FillBeam(record);
-  const DrawRecord& put = PutRecord(record);
-  AddGap(put);
+  PutPlace(record);
   // The length has the sign of the sweep, and so it goes into the total.
   profileLength_ += arc.Sweep / 360 * arc.Radius * 2 * core::Pi;
-  last_ = put.EndPoint;
-  CheckArcLimits(put);
+  CheckArcLimits(record);
 }
 
 }  // namespace torvane::partprogram

@@ -13,13 +13,30 @@ std::string SlotBaseName(const core::DirectorySet& directories, std::int16_t slo
 
 namespace {
 
-void EncodeInto(const std::vector<DrawRecord>& records, std::string& bytes) {
+/// Records encoded at a time: few enough to stay in the nearest memory, many enough for a write.
+constexpr std::size_t RecordsPerPart = 128;
+
+void EncodeInto(std::span<const DrawRecord> records, std::string& bytes) {
   bytes.resize(records.size() * DrawRecordSize);
   char* at = bytes.data();
   for (const DrawRecord& record : records) {
     EncodeRecord(record, std::span<char, DrawRecordSize>(at, DrawRecordSize));
     at += DrawRecordSize;
   }
+}
+
+void WriteRecords(platform::FileSystem& files, const std::string& path,
+                  std::span<const DrawRecord> records) {
+  files.ReplaceFileByParts(path, [&](std::string& part) {
+    const auto count = std::min(records.size(), RecordsPerPart);
+    EncodeInto(records.first(count), part);
+    records = records.subspan(count);
+  });
+}
+
+void WriteFixedLines(platform::FileSystem& files, const std::string& path, std::string_view text,
+                     bool skipEmpty) {
+  files.ReplaceFileByParts(path, [&](std::string& part) { TakeFixedLines(text, skipEmpty, part); });
 }
 
 }  // namespace
@@ -46,16 +63,12 @@ void WriteSlotFiles(platform::FileSystem& files, const core::DirectorySet& direc
                       text);
   }
   WriteReport(files, directories, result);
-  std::string records;  // one buffer for both record files
-  records.reserve(std::max(result.Conversion.Records.size(), result.Kerf.size()) * DrawRecordSize);
-  EncodeInto(result.Conversion.Records, records);
-  files.ReplaceFile(base + "drw", records);
+  WriteRecords(files, base + "drw", result.Conversion.Records);
   if (result.Outcome != PassOutcome::Good) return;
-  EncodeInto(result.Kerf, records);
-  files.ReplaceFile(base + "krw", records);
+  WriteRecords(files, base + "krw", result.Kerf);
   files.ReplaceFile(base + "tbx", result.Table.Text);
-  files.ReplaceFile(base + "tbl", result.TableRecords.Bytes);
-  files.ReplaceFile(base + "rnd", result.BodyRecords.Bytes);
+  WriteFixedLines(files, base + "tbl", result.Table.Text, false);
+  WriteFixedLines(files, base + "rnd", result.Text.Body, true);
 }
 
 }  // namespace torvane::partprogram

@@ -92,4 +92,8 @@ struct FixedLines {
 };
 [[nodiscard]] FixedLines MakeFixedLines(std::string_view text, bool skipEmpty);
 
+/// The next lines of `text` as fixed records, as many as a part of a file holds; they are taken off
+/// the text. Nothing is left when `bytes` stays empty.
+void TakeFixedLines(std::string_view& text, bool skipEmpty, std::string& bytes);
+
 }  // namespace torvane::partprogram

@@ -1,9 +1,11 @@
 #include "partprogram/Pipeline.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
 #include "core/General.h"
+#include "core/Text.h"
 #include "partprogram/Report.h"
 #include "partprogram/ReversePass.h"
 
@@ -67,21 +69,22 @@ PassOutcome Tabulate(Pipeline& pipeline) {
     return Refuse(pipeline, Message::TableLineTooLong,
                   result.Kerf[static_cast<std::size_t>(record - 1)].BlockNumber);
   }
-  result.TableRecords = MakeFixedLines(result.Table.Text, false);
   return PassOutcome::Good;
 }
 
-PassOutcome ListBody(Pipeline& pipeline) {
-  pipeline.Result.BodyRecords = MakeFixedLines(pipeline.Result.Text.Body, true);
-  if (pipeline.Result.BodyRecords.Count > LargestCount) {
-    return Refuse(pipeline, Message::TooManyLines, 0);
-  }
+PassOutcome CountBody(Pipeline& pipeline) {
+  int lines = 0;
+  std::string_view body = pipeline.Result.Text.Body;
+  for (std::string_view line; core::TakeLine(body, line);)
+    lines += core::Trim(line).empty() ? 0 : 1;
+  if (lines > LargestCount) return Refuse(pipeline, Message::TooManyLines, 0);
+  pipeline.Result.BodyLines = static_cast<std::int16_t>(lines);
   return PassOutcome::Good;
 }
 
 /// The road of a program. The first pass that refuses it ends the road.
 constexpr std::array<PassOutcome (*)(Pipeline&), 6> Passes = {Clean, Convert,  CompensateKerf,
-                                                              Blend, Tabulate, ListBody};
+                                                              Blend, Tabulate, CountBody};
 
 }  // namespace
 
@@ -103,7 +106,7 @@ void FillSlot(const PassResult& result, core::ActiveProgram& slot) {
   for (std::size_t i = 0; i < slot.Clamps.size(); ++i) slot.Clamps[i] = header.Values[6 + i];
   slot.KerfWidth = header.Values[14];
   slot.LoadY = result.Conversion.LoadY;
-  slot.BodyLines = static_cast<std::int16_t>(result.BodyRecords.Count);
+  slot.BodyLines = result.BodyLines;
   slot.DrawRecords = static_cast<std::int16_t>(result.Conversion.Records.size());
   slot.KerfRecords = static_cast<std::int16_t>(result.Kerf.size());
   slot.TableLines = result.Table.Lines;

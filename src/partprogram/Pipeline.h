@@ -45,8 +45,7 @@ struct PassResult {
   ConversionResult Conversion;   ///< records of ".drw", subroutines, report, totals, texts
   std::vector<DrawRecord> Kerf;  ///< records of ".krw", with their blends and table lines
   TableResult Table;             ///< text of ".tbx"
-  FixedLines TableRecords;       ///< ".tbl"
-  FixedLines BodyRecords;        ///< ".rnd"
+  std::int16_t BodyLines = 0;    ///< records of ".rnd"
 };
 
 /// Runs all passes over a squeezed program. Touches no file.

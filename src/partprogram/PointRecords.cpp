@@ -72,7 +72,7 @@ void ReversePass::MakeSettings(std::int16_t mode) {
     settings[i] = state_.Settings[i] = static_cast<float>(value.Value);
   }
   if (!found) return;
-  DrawRecord record = NewPointRecord(RecordCode::Settings, "Settings");
+  DrawRecord& record = AddPointRecord(Kind::Settings);
   record.Flags[0] = mode;
   record.Settings = settings;
   PutRecord(record);
@@ -85,7 +85,7 @@ ReversePass::Flow ReversePass::TakeG56() {
 
 ReversePass::Flow ReversePass::TakeG53() {
   state_.OffsetX = state_.OffsetY = 0;
-  PutRecord(NewPointRecord(RecordCode::CancelOffsets, "Cancel Offsets"));
+  PutRecord(AddPointRecord(Kind::CancelOffsets));
   return Flow::GoOn;
 }
 
@@ -108,11 +108,9 @@ ReversePass::Flow ReversePass::TakeKerf() {
 ReversePass::Flow ReversePass::TakeG04() {
   const core::WordValue time = reader_.Value(Words(), 'K');
   if (!time.Found || !(time.Value > 0)) return Flow::GoOn;
-  DrawRecord record = NewPointRecord(RecordCode::Dwell, "Dwell");
+  DrawRecord& record = AddPointRecord(Kind::Dwell);
   record.Values[0] = static_cast<float>(time.Value);
-  const DrawRecord& put = PutRecord(record);
-  AddGap(put);
-  last_ = put.EndPoint;
+  PutPlace(record);
   return Flow::GoOn;
 }
 
@@ -131,15 +129,13 @@ ReversePass::Flow ReversePass::TakeG95() {
   TravelLimits& limits = state_.Limits;
   limits.XMin = static_cast<float>(limits.XMin - i);
   limits.XMax = static_cast<float>(limits.XMax - i);
-  DrawRecord record = NewPointRecord(RecordCode::Reposition, "Reposition");
+  DrawRecord& record = AddPointRecord(Kind::Reposition);
   record.Values[0] = static_cast<float>(i);
   record.Values[1] = static_cast<float>(j);
   record.Values[2] = limits.XMin;
   record.Values[3] = limits.XMax;
   record.Values[5] = static_cast<float>(k);
-  const DrawRecord& put = PutRecord(record);
-  AddGap(put);
-  last_ = put.EndPoint;
+  PutPlace(record);
   return Flow::GoOn;
 }
 
@@ -149,7 +145,7 @@ ReversePass::Flow ReversePass::TakeM50() {
   state_.Current.X = machine_.LoadPositionX;
   state_.Current.Y = y.Found ? static_cast<float>(y.Value * (state_.Imperial ? InchFactor : 1))
                              : machine_.LoadPositionY;
-  DrawRecord record = NewPointRecord(RecordCode::LoadPosition, "Load Position");
+  DrawRecord& record = AddPointRecord(Kind::LoadPosition);
   record.Values[0] = state_.Current.X;
   record.Values[1] = state_.Current.Y;
   PutRecord(record);
@@ -165,7 +161,7 @@ ReversePass::Flow ReversePass::TakeM55() {
     const core::WordValue value = reader_.Integer(text, key);
     return value.Found && value.Value != 0 ? True : std::int16_t{0};
   };
-  DrawRecord record = NewPointRecord(RecordCode::FlipRotate, "Flip / Rotate");
+  DrawRecord& record = AddPointRecord(Kind::FlipRotate);
   record.Flags[0] = flag("I");
   record.Flags[1] = flag("J");
   record.Values[9] = static_cast<float>(reader_.ValueOrZero(Words(), 'A'));
@@ -175,7 +171,7 @@ ReversePass::Flow ReversePass::TakeM55() {
 
 ReversePass::Flow ReversePass::TakeM87() {
   state_.MotionMode = 0;
-  DrawRecord record = NewPointRecord(RecordCode::OpenClamps, "Open Clamps");
+  DrawRecord& record = AddPointRecord(Kind::OpenClamps);
   record.Flags[0] = Words().Has(Word::M87) ? True : std::int16_t{0};
   PutRecord(record);
   CheckLimitsEachTime();
@@ -192,9 +188,7 @@ ReversePass::Flow ReversePass::TakeM00() {
     if (stop != std::string_view::npos && stop > open && stop < close) return Flow::GoOn;
   }
   state_.MotionMode = 0;
-  const DrawRecord& put = PutRecord(NewPointRecord(RecordCode::ProgramStop, "Program Stop"));
-  AddGap(put);
-  last_ = put.EndPoint;
+  PutPlace(AddPointRecord(Kind::ProgramStop));
   return Flow::GoOn;
 }
 

@@ -1,5 +1,6 @@
 // The conversion pass: walks the cleaned program as the machine would, proves every move and makes
 // one record for each thing that the machine will do.
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -7,6 +8,7 @@
 #include "partprogram/Binding.h"
 #include "partprogram/Passes.h"
 #include "partprogram/ReversePass.h"
+#include "platform/LargePages.h"
 
 namespace torvane::partprogram {
 namespace {
@@ -71,13 +73,29 @@ const std::array<ReversePass::Row, 30> ReversePass::Order = {{
     {WordSet{Word::M01, Word::M00}, &ReversePass::TakeM00},
 }};
 
+namespace {
+
+BeamState BeamOf(const core::Station& station) {
+  BeamState beam;
+  beam.On = -1;
+  beam.Kind = 'P';
+  beam.ToolName = PadText<18>(station.Name);
+  beam.StationNumber = station.Number;
+  beam.StationType = station.Type;
+  beam.Words[2] = 1;
+  return beam;
+}
+
+}  // namespace
+
 ReversePass::ReversePass(const ConversionInput& input, ConversionResult& result)
     : input_(input),
       machine_(*input.Machine),
       result_(result),
       walker_(input.Converted, result.Subs),
       state_(ModalState::AtStart(*input.Machine)),
-      last_(state_.Current) {}
+      last_(state_.Current),
+      beam_(BeamOf(*input.ActiveStation)) {}
 
 void ReversePass::Run() {
   Begin();
@@ -113,7 +131,9 @@ void ReversePass::Begin() {
   result_.ClampText = ClampText(header_);
 
   // Nearly every line makes a record; a program that calls subroutines makes more of them.
-  result_.Records.reserve(std::min(walker_.MainLines().Count() + 2, LargestCount));
+  result_.Records.reserve(std::min(walker_.MainLines().Count() + 2, LargestCount + 2));
+  platform::PreferLargePages(result_.Records.data(),
+                             result_.Records.capacity() * sizeof(DrawRecord));
   DrawRecord sheet;
   sheet.Code = RecordCode::Sheet;
   sheet.Name = PadText<18>("Sheet");
@@ -295,10 +315,12 @@ ReversePass::Flow ReversePass::TakeProfiling() {
 
 // ---- records and errors ----
 
-DrawRecord ReversePass::NewRecord(std::int16_t code, std::string_view name) const {
-  DrawRecord record = cleared_;
-  record.Code = code;
-  record.Name = PadText<18>(name);
+DrawRecord& ReversePass::AddRecord(const RecordKind& kind) {
+  // One record too many is kept, so that the end of its block can tell.
+  if (result_.Records.size() > LargestCount) result_.Records.pop_back();
+  DrawRecord& record = result_.Records.emplace_back();
+  record.Code = kind.Code;
+  record.Name = kind.Name;
   record.BlockNumber = walker_.MainLine();
   if (InSubroutine()) {
     record.SubNumber = walker_.Level().Number;
@@ -310,21 +332,23 @@ DrawRecord ReversePass::NewRecord(std::int16_t code, std::string_view name) cons
   return record;
 }
 
-DrawRecord ReversePass::NewPointRecord(std::int16_t code, std::string_view name) const {
-  DrawRecord record = NewRecord(code, name);
+DrawRecord& ReversePass::AddPointRecord(const RecordKind& kind) {
+  DrawRecord& record = AddRecord(kind);
   record.CentrePoint = state_.Current;
   return record;
 }
 
-const DrawRecord& ReversePass::PutRecord(DrawRecord record) {
+void ReversePass::PutRecord(DrawRecord& record) {
   FinishRecord(record);
-  // The one record too many is taken back when its block is done.
-  const std::size_t index = std::min(result_.Records.size() + 1, LargestCount);
+  const std::size_t index = std::min(result_.Records.size(), LargestCount);
   record.RecordIndex = static_cast<std::int16_t>(index);
   if (record.BeamState1.On != 0) record.BeamState2.Words[2] = record.RecordIndex;
-  if (result_.Records.size() > LargestCount) result_.Records.pop_back();
-  result_.Records.push_back(record);
-  return result_.Records.back();
+}
+
+void ReversePass::PutPlace(DrawRecord& record) {
+  PutRecord(record);
+  AddGap(record);
+  last_ = record.EndPoint;
 }
 
 void ReversePass::Error(std::string_view message, bool critical) {

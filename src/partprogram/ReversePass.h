@@ -16,6 +16,27 @@
 
 namespace torvane::partprogram {
 
+/// Code and name of a record.
+struct RecordKind {
+  std::int16_t Code;
+  FixedText<18> Name;
+};
+
+/// What the walk makes.
+namespace Kind {
+inline constexpr RecordKind Move{RecordCode::Move, PadText<18>("Move")};
+inline constexpr RecordKind LineProfile{RecordCode::LineProfile, PadText<18>("Line Profile")};
+inline constexpr RecordKind ArcProfile{RecordCode::ArcProfile, PadText<18>("Arc Profile")};
+inline constexpr RecordKind Dwell{RecordCode::Dwell, PadText<18>("Dwell")};
+inline constexpr RecordKind ProgramStop{RecordCode::ProgramStop, PadText<18>("Program Stop")};
+inline constexpr RecordKind Reposition{RecordCode::Reposition, PadText<18>("Reposition")};
+inline constexpr RecordKind FlipRotate{RecordCode::FlipRotate, PadText<18>("Flip / Rotate")};
+inline constexpr RecordKind LoadPosition{RecordCode::LoadPosition, PadText<18>("Load Position")};
+inline constexpr RecordKind OpenClamps{RecordCode::OpenClamps, PadText<18>("Open Clamps")};
+inline constexpr RecordKind CancelOffsets{RecordCode::CancelOffsets, PadText<18>("Cancel Offsets")};
+inline constexpr RecordKind Settings{RecordCode::Settings, PadText<18>("Settings")};
+}  // namespace Kind
+
 /// Messages of the pass, as they are handed to WriteError.
 namespace Message {
 inline constexpr std::string_view InvalidCentre = " Non-Interpolated Arc (Invalid I,J) ";
@@ -121,12 +142,15 @@ class ReversePass {
   Flow TakeM87();
   Flow TakeM00();
 
-  /// A cleared record with code, name, block numbers, feed, skip level and stored settings.
-  [[nodiscard]] DrawRecord NewRecord(std::int16_t code, std::string_view name) const;
+  /// Appends a cleared record with code, name, block numbers, feed, skip level and stored
+  /// settings. It stays where it is until the next one.
+  DrawRecord& AddRecord(const RecordKind& kind);
   /// The same with the position in `CentrePoint`.
-  [[nodiscard]] DrawRecord NewPointRecord(std::int16_t code, std::string_view name) const;
-  /// Finishes the record, numbers it and appends it.
-  const DrawRecord& PutRecord(DrawRecord record);
+  DrawRecord& AddPointRecord(const RecordKind& kind);
+  /// Finishes the record added last and numbers it.
+  void PutRecord(DrawRecord& record);
+  /// The same for one that the head travels to: the way there counts.
+  void PutPlace(DrawRecord& record);
   void Error(std::string_view message, bool critical);
 
   [[nodiscard]] const Block& Words() const { return walker_.CurrentBlock(); }
@@ -148,7 +172,7 @@ class ReversePass {
   Point3 last_;  ///< last recorded end
   double moveLength_ = 0;
   double profileLength_ = 0;
-  DrawRecord cleared_;
+  const BeamState beam_;  ///< first beam state of every element cut
 };
 
 }  // namespace torvane::partprogram

@@ -1,5 +1,7 @@
 #include "partprogram/WordValues.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>

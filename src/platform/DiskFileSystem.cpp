@@ -73,8 +73,9 @@ std::vector<std::string> ListNames(const std::string& directory,
 
 }  // namespace
 
-DiskFileSystem::DiskFileSystem(std::string workingDirectory, std::map<char, std::string> drives)
-    : paths_(std::move(workingDirectory), std::move(drives)) {}
+DiskFileSystem::DiskFileSystem(std::string workingDirectory,
+                               const std::map<char, std::string>& drives)
+    : paths_(std::move(workingDirectory), drives) {}
 
 std::string DiskFileSystem::ToSystemPath(std::string_view nativePath) {
   std::string path = ToSystemName(nativePath);
@@ -122,6 +123,13 @@ std::string DiskFileSystem::ReadFile(std::string_view path) const {
 
 void DiskFileSystem::ReplaceFile(std::string_view path, std::string_view bytes) {
   ReplaceWhole(path, Native(path), bytes);
+}
+
+void DiskFileSystem::ReplaceFileByParts(std::string_view path, const PartSource& next) {
+  ReplaceWhole(path, Native(path), [&](const DiskFile& file) {
+    std::string part;
+    for (next(part); !part.empty(); next(part)) file.WriteAll(part);
+  });
 }
 
 void DiskFileSystem::OverwriteFile(std::string_view path, std::string_view bytes) {

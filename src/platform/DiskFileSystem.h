@@ -18,7 +18,8 @@ namespace torvane::platform {
 class DiskFileSystem final : public FileSystem {
  public:
   /// `workingDirectory` and the directories of the drives are native paths.
-  explicit DiskFileSystem(std::string workingDirectory, std::map<char, std::string> drives = {});
+  explicit DiskFileSystem(std::string workingDirectory,
+                          const std::map<char, std::string>& drives = {});
 
   /// A native path (of a command line, say) as a system path: "/home/x" gives "\home\x".
   [[nodiscard]] static std::string ToSystemPath(std::string_view nativePath);
@@ -36,6 +37,7 @@ class DiskFileSystem final : public FileSystem {
   void RemoveDirectory(std::string_view path) override;
   [[nodiscard]] std::string ReadFile(std::string_view path) const override;
   void ReplaceFile(std::string_view path, std::string_view bytes) override;
+  void ReplaceFileByParts(std::string_view path, const PartSource& next) override;
   void OverwriteFile(std::string_view path, std::string_view bytes) override;
   void AppendFile(std::string_view path, std::string_view bytes) override;
   [[nodiscard]] std::uint64_t FileSize(std::string_view path) const override;

@@ -122,7 +122,8 @@ void DiskFile::Close() {
   if (::close(std::exchange(descriptor_, -1)) != 0) ThrowFileFault(path_, errno);
 }
 
-void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes) {
+void ReplaceWhole(std::string_view path, const std::string& native,
+                  const std::function<void(const DiskFile&)>& write) {
   const std::string target = BehindLinks(native);
   struct stat old {};
   const bool was = ::stat(target.c_str(), &old) == 0;
@@ -131,15 +132,19 @@ void ReplaceWhole(std::string_view path, const std::string& native, std::string_
   DiskFile file = DiskFile::Beside(path, target, beside);
   try {
     if (was) static_cast<void>(::fchmod(file.Descriptor(), old.st_mode & 07777U));
-    file.WriteAll(bytes);
+    write(file);
     file.Flush();
     file.Close();
     if (::rename(beside.c_str(), target.c_str()) != 0) ThrowFileFault(path, errno);
-  } catch (const RuntimeFault&) {
+  } catch (...) {
     ::unlink(beside.c_str());
     throw;
   }
   FlushDirectory(std::filesystem::path(target).parent_path());
+}
+
+void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes) {
+  ReplaceWhole(path, native, [&](const DiskFile& file) { file.WriteAll(bytes); });
 }
 
 }  // namespace torvane::platform

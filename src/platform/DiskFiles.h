@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -43,6 +44,9 @@ class DiskFile {
 };
 
 /// Written beside, flushed, renamed. A link stays a link, and the file keeps its permissions.
+/// Whatever `write` throws leaves the old file.
+void ReplaceWhole(std::string_view path, const std::string& native,
+                  const std::function<void(const DiskFile&)>& write);
 void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes);
 
 }  // namespace torvane::platform

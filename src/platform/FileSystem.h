@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -38,6 +39,19 @@ class FileSystem {
   /// Replaces the file whole: written beside, flushed to the disk, renamed. A power cut leaves the
   /// old or the new.
   virtual void ReplaceFile(std::string_view path, std::string_view bytes) = 0;
+
+  /// Puts the next bytes of a file into the buffer; leaves it empty at the end. The buffer comes
+  /// with what the call before put there.
+  using PartSource = std::function<void(std::string& part)>;
+
+  /// ReplaceFile for a large file, whose bytes are made part by part and never stand in memory all
+  /// at once. What `next` throws leaves the old file as it was.
+  virtual void ReplaceFileByParts(std::string_view path, const PartSource& next) {
+    std::string bytes;
+    std::string part;
+    for (next(part); !part.empty(); next(part)) bytes += part;
+    ReplaceFile(path, bytes);
+  }
 
   /// Writes over the file without the care of ReplaceFile, for traces that nothing reads back.
   virtual void OverwriteFile(std::string_view path, std::string_view bytes) = 0;
