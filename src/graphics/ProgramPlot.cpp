@@ -5,6 +5,7 @@
 #include "graphics/PlotModel.h"
 #include "graphics/RecordPainter.h"
 #include "graphics/SheetPainter.h"
+#include "platform/VectorState.h"
 
 namespace torvane::graphics {
 
@@ -13,8 +14,10 @@ namespace {
 void DrawPath(platform::Canvas& canvas, const core::ColourTable& colours,
               std::span<const partprogram::DrawRecord> records) {
   if (records.empty()) return;
+  RecordPainter painter(canvas, colours);
+  platform::ClearVectorState();
   for (const auto& record : records.subspan(1)) {
-    DrawPlotRecord(canvas, colours, record, PaintMode::Background);
+    painter.Draw(record, PaintMode::Background);
   }
 }
 

@@ -28,13 +28,41 @@ struct ChordBand {
 constexpr std::array<ChordBand, 3> ChordBands = {{{90, 16, 8}, {180, 32, 16}, {270, 48, 24}}};
 constexpr ChordBand LastBand = {0, 64, 32};
 
-Vector2 OnCircle(const DrawRecord& record, double radius, double angle) {
-  const Vector2 offset = core::PolarToXY(radius, angle);
-  return {record.CentrePoint.X + offset.X, record.CentrePoint.Y + offset.Y};
-}
-
 bool Differs(Vector2 point, const Point3& exact) {
   return point.X != exact.X || point.Y != exact.Y;
+}
+
+double StartOf(const DrawRecord& record) { return record.Values[ArcStartAngle]; }
+double SweepOf(const DrawRecord& record) { return record.Values[ArcSweep]; }
+
+/// An arc is big against the view when its radius is above a tenth of the view's width.
+int ChordsOf(const platform::Canvas& canvas, const DrawRecord& record) {
+  const bool big = record.Values[ArcRadius] > std::abs(canvas.ScaleWidth()) / 10;
+  return ArcChordCount(SweepOf(record), big);
+}
+
+bool LeavesMark(const DrawRecord& record) { return IsCut(record) && record.BeamState1.On != 0; }
+
+/// The chords of a fan around the record's centre, joined to the record's own ends.
+void DrawFan(platform::Canvas& canvas, const DrawRecord& record, const ChordFan& fan,
+             platform::Colour colour) {
+  const double radius = record.Values[ArcRadius];
+  const auto onCircle = [&](Vector2 direction) {
+    return Vector2{record.CentrePoint.X + radius * direction.X,
+                   record.CentrePoint.Y + radius * direction.Y};
+  };
+  Vector2 at = onCircle(fan.First);
+  if (Differs(at, record.StartPoint)) {
+    canvas.Line(record.StartPoint.X, record.StartPoint.Y, at.X, at.Y, colour);
+  }
+  for (int i = 0; i < fan.Count; ++i) {
+    const Vector2 next = onCircle(fan.Ends[static_cast<std::size_t>(i)]);
+    canvas.Line(at.X, at.Y, next.X, next.Y, colour);
+    at = next;
+  }
+  if (Differs(at, record.EndPoint)) {
+    canvas.Line(at.X, at.Y, record.EndPoint.X, record.EndPoint.Y, colour);
+  }
 }
 
 }  // namespace
@@ -51,45 +79,56 @@ void DrawLineRecord(platform::Canvas& canvas, const DrawRecord& record, platform
               colour);
 }
 
-void DrawArcRecord(platform::Canvas& canvas, const DrawRecord& record, platform::Colour colour) {
-  const double radius = record.Values[ArcRadius];
-  const double start = record.Values[ArcStartAngle];
-  const double sweep = record.Values[ArcSweep];
-  const bool big = radius > std::abs(canvas.ScaleWidth()) / 10;
-  const int chords = ArcChordCount(sweep, big);
+ChordFan MakeChordFan(double start, double sweep, int chords) {
+  ChordFan fan{start, sweep, chords, core::PolarToXY(1, start)};
   const double step = sweep / chords;
   const double limit = start + sweep;
-
-  Vector2 at = OnCircle(record, radius, start);
-  if (Differs(at, record.StartPoint)) {
-    canvas.Line(record.StartPoint.X, record.StartPoint.Y, at.X, at.Y, colour);
-  }
   // Counted on the angle: a positive step stops past the limit, a negative one below it, and the
   // count may fall one short by rounding. The number of chords bounds the loop for a damaged
   // record whose angles are too large for a step to show.
   double angle = start + step;
-  for (int drawn = 0; drawn < chords && step != 0; ++drawn) {
-    const bool within = step > 0 ? angle <= limit : angle >= limit;
-    if (!within) break;
-    const Vector2 next = OnCircle(record, radius, angle);
-    canvas.Line(at.X, at.Y, next.X, next.Y, colour);
-    at = next;
+  while (fan.Count < chords && step != 0 && (step > 0 ? angle <= limit : angle >= limit)) {
+    fan.Ends[static_cast<std::size_t>(fan.Count++)] = core::PolarToXY(1, angle);
     angle += step;
   }
-  if (Differs(at, record.EndPoint)) {
-    canvas.Line(at.X, at.Y, record.EndPoint.X, record.EndPoint.Y, colour);
-  }
+  return fan;
+}
+
+void DrawArcRecord(platform::Canvas& canvas, const DrawRecord& record, platform::Colour colour) {
+  DrawFan(canvas, record, MakeChordFan(StartOf(record), SweepOf(record), ChordsOf(canvas, record)),
+          colour);
 }
 
 void DrawPlotRecord(platform::Canvas& canvas, const core::ColourTable& colours,
                     const DrawRecord& record, PaintMode mode) {
-  if (!IsCut(record) || record.BeamState1.On == 0) return;
+  if (!LeavesMark(record)) return;
   const platform::Colour colour = colours[RecordColour(record, mode)];
   if (record.Code == partprogram::RecordCode::LineProfile) {
     DrawLineRecord(canvas, record, colour);
   } else {
     DrawArcRecord(canvas, record, colour);
   }
+}
+
+void RecordPainter::Draw(const DrawRecord& record, PaintMode mode) {
+  if (!LeavesMark(record)) return;
+  const platform::Colour colour = colours_[RecordColour(record, mode)];
+  if (record.Code == partprogram::RecordCode::LineProfile) {
+    DrawLineRecord(canvas_, record, colour);
+  } else {
+    DrawFan(canvas_, record, FanOf(StartOf(record), SweepOf(record), ChordsOf(canvas_, record)),
+            colour);
+  }
+}
+
+const ChordFan& RecordPainter::FanOf(double start, double sweep, int chords) {
+  // Whole degrees spread well; anything else only has to land somewhere.
+  const double mark = std::fmod(std::abs(start * 7 + sweep * 3 + chords), KeptFans);
+  auto& fan = fans_[std::isfinite(mark) ? static_cast<std::size_t>(mark) : 0];
+  if (fan.Start != start || fan.Sweep != sweep || fan.Chords != chords) {
+    fan = MakeChordFan(start, sweep, chords);
+  }
+  return fan;
 }
 
 }  // namespace torvane::graphics

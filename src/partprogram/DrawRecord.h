@@ -120,4 +120,8 @@ void EncodeRecord(const DrawRecord& record, std::span<char, DrawRecordSize> byte
 /// Any 516 bytes give a record; nothing is checked.
 [[nodiscard]] DrawRecord DecodeRecord(std::span<const char, DrawRecordSize> bytes);
 
+/// Only what a plot reads: Code, SkipLevel, StartPoint, EndPoint, CentrePoint, Values, KerfSide,
+/// BeamState1 and Blended. The other fields of `record` stay.
+void DecodePlotFields(std::span<const char, DrawRecordSize> bytes, DrawRecord& record);
+
 }  // namespace torvane::partprogram

@@ -99,6 +99,15 @@ struct Disk<std::array<Value, Count>> {
   }
 };
 
+/// Members that are told by name, to take some of a layout's fields.
+template <auto Pointer>
+struct Named {};
+template <auto... Pointers>
+struct Members {
+  template <auto Pointer>
+  static constexpr bool Hold = (std::is_same_v<Named<Pointer>, Named<Pointers>> || ...);
+};
+
 template <typename F, typename Record>
 using TypeOf = std::remove_cvref_t<decltype(std::declval<Record>().*F::Member)>;
 
@@ -124,6 +133,16 @@ struct DiskRecord<Record, Layout<Fields...>> {
   static void Get(Record& record, const char* bytes) {
     (Disk<TypeOf<Fields, Record>>::Get(record.*Fields::Member, bytes + Fields::Offset), ...);
   }
+  template <typename Some>
+  static void GetSome(Record& record, const char* bytes) {
+    (GetIf<Fields, Some::template Hold<Fields::Member>>(record, bytes), ...);
+  }
+
+ private:
+  template <typename F, bool Wanted>
+  static void GetIf(Record& record, const char* bytes) {
+    if constexpr (Wanted) Disk<TypeOf<F, Record>>::Get(record.*F::Member, bytes + F::Offset);
+  }
 };
 
 template <>
@@ -134,6 +153,10 @@ template <>
 struct Disk<BeamState> : DiskRecord<BeamState, BeamLayout> {};
 template <>
 struct Disk<DrawRecord> : DiskRecord<DrawRecord, RecordLayout> {};
+
+using PlotFields = Members<&DrawRecord::Code, &DrawRecord::SkipLevel, &DrawRecord::StartPoint,
+                           &DrawRecord::EndPoint, &DrawRecord::CentrePoint, &DrawRecord::Values,
+                           &DrawRecord::KerfSide, &DrawRecord::BeamState1, &DrawRecord::Blended>;
 
 static_assert(Disk<BeamState>::Size == 53);
 static_assert(Disk<DrawRecord>::Size == DrawRecordSize);
@@ -149,6 +172,10 @@ DrawRecord DecodeRecord(std::span<const char, DrawRecordSize> bytes) {
   DrawRecord record;
   Disk<DrawRecord>::Get(record, bytes.data());
   return record;
+}
+
+void DecodePlotFields(std::span<const char, DrawRecordSize> bytes, DrawRecord& record) {
+  Disk<DrawRecord>::GetSome<PlotFields>(record, bytes.data());
 }
 
 }  // namespace torvane::partprogram
