@@ -141,11 +141,11 @@ std::string ToNativeName(std::string_view systemName) {
   return name;
 }
 
-NativePaths::NativePaths(std::string workingDirectory, std::map<char, std::string> drives)
+NativePaths::NativePaths(std::string workingDirectory, const std::map<char, std::string>& drives)
     : workingDirectory_(std::move(workingDirectory)) {
   if (workingDirectory_.empty()) workingDirectory_ = ".";
   drives_['C'] = "/";
-  for (auto& [letter, directory] : drives) SetDrive(letter, std::move(directory));
+  for (const auto& [letter, directory] : drives) SetDrive(letter, directory);
 }
 
 void NativePaths::SetDrive(char letter, std::string nativeDirectory) {

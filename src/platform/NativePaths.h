@@ -32,7 +32,7 @@ class NativePaths {
  public:
   /// `workingDirectory` (native) is where a path without a root stands. Drive letters lead to
   /// native directories; "C" leads to "/" unless the table says otherwise.
-  NativePaths(std::string workingDirectory, std::map<char, std::string> drives);
+  NativePaths(std::string workingDirectory, const std::map<char, std::string>& drives);
 
   /// The native path of a system path, for a file that may not be there: as far as directories and
   /// names exist in some other case, theirs is taken. Empty when the path cannot be meant: empty,

@@ -98,10 +98,11 @@ class VirtualLoop::VirtualTimer final : public Timer {
     }
   };
 
-  static void Fire(std::shared_ptr<Core> core) {
+  /// The copy in `finish` keeps the timer's state alive while its handler runs.
+  static void Fire(const std::shared_ptr<Core>& core) {
+    const Finish finish{core};
     core->Scheduled = false;
     core->Running = true;
-    const Finish finish{core};
     if (core->Fired) core->Fired();
   }
 
