@@ -3,7 +3,6 @@
 #include <array>
 #include <cerrno>
 #include <filesystem>
-#include <memory>
 #include <system_error>
 #include <utility>
 

@@ -1,6 +1,7 @@
 // The system's paths on this machine's disk.
 #include <array>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -195,6 +196,24 @@ TEST_F(DiskFiles, AReplaceThatFailsLeavesTheOldFile) {
             "locked\\file: access denied");
   ::chmod((Temp.Path() + "/locked").c_str(), 0755);
   EXPECT_EQ(Files.ReadFile("locked\\file"), "old");
+}
+
+TEST_F(DiskFiles, AFileMayBeReplacedPartByPart) {
+  Temp.Put("Actvprg1.drw", "old");
+  int parts = 0;
+  Files.ReplaceFileByParts("Actvprg1.drw", [&](std::string& part) {
+    part = ++parts <= 3 ? std::string(1000, static_cast<char>('0' + parts)) : std::string();
+  });
+  EXPECT_EQ(Files.ReadFile("Actvprg1.drw"),
+            std::string(1000, '1') + std::string(1000, '2') + std::string(1000, '3'));
+  EXPECT_THROW(Files.ReplaceFileByParts("Actvprg1.drw",
+                                        [&](std::string& part) {
+                                          if (++parts > 6) throw std::runtime_error("no more");
+                                          part = "half";
+                                        }),
+               std::runtime_error);
+  EXPECT_EQ(Files.FileSize("Actvprg1.drw"), 3000u) << "the old file stays";
+  EXPECT_EQ(Files.ListFiles("*"), Names{"Actvprg1.drw"});
 }
 
 TEST_F(DiskFiles, AFullDiskIsTold) {
