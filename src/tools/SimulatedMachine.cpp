@@ -1,5 +1,7 @@
 #include "tools/SimulatedMachine.h"
 
+#include "simulator/Installation.h"
+
 namespace torvane::tools {
 
 namespace {
@@ -9,8 +11,7 @@ constexpr int HeartbeatMs = 20;
 
 simulator::ControllerOptions OptionsFor(const platform::FileSystem& files, double speed) {
   simulator::ControllerOptions options;
-  options.Machine.RootDirectory = ".\\";
-  options.Machine.Files = &files;
+  simulator::FollowInstallation(files, options.Machine);
   options.Speed = speed;
   return options;
 }
