@@ -106,6 +106,7 @@ void UnattendedRun::PressStart() {
 
 void UnattendedRun::WatchStart() {
   if (program_.System().State.MachineRunning) {
+    ran_ = true;
     Enter(Phase::Running);
   } else if (options_.Start && program_.Loop().NowMs() - enteredMs_ > StartWaitMs) {
     Fail(RunStatus::NotStarted, "the machine did not take the cycle start");
@@ -126,8 +127,10 @@ void UnattendedRun::WatchRun() {
 
 void UnattendedRun::End() {
   if (program_.Loop().NowMs() - enteredMs_ < SettleMs) return;
-  ShowStatusLine();
-  std::printf("\n");
+  if (ran_) {
+    ShowStatusLine();
+    std::printf("\n");
+  }
   TakePicture("ended");
   if (NamesPicture(options_.Screenshot) && !program_.Desk().SavePicture(options_.Screenshot)) {
     std::fprintf(stderr, "%s: the picture can not be written\n", options_.Screenshot.c_str());

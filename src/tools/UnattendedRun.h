@@ -48,7 +48,7 @@ class UnattendedRun {
   TorvaneOptions options_;
   std::unique_ptr<platform::Timer> timer_;
   Phase phase_ = Phase::WaitingForMain;
-  bool selecting_ = false;
+  bool ran_ = false;
   std::int64_t enteredMs_ = 0;
   std::int64_t statusShownMs_ = 0;
   int pictures_ = 0;
