@@ -7,7 +7,10 @@
 namespace torvane::partprogram {
 namespace {
 
-float Rounded(float value) { return static_cast<float>(core::RoundPlaces(value, 4)); }
+Point3 RoundedPoint(const Point3& point, float z) {
+  return {static_cast<float>(core::RoundPlaces(point.X, 4)),
+          static_cast<float>(core::RoundPlaces(point.Y, 4)), z};
+}
 
 core::Vector2 Plane(const Point3& point) { return {point.X, point.Y}; }
 
@@ -90,14 +93,12 @@ void ReversePass::MakeLine(bool rapid) {
   const Block& block = Words();
   if (!block.Has('X') && !block.Has('Y')) return;
   if (HoldsOtherMotion(rapid ? Word::G00 : Word::G01)) return;
-  for (Point3* point : {&state_.Previous, &state_.Current}) {
-    point->X = Rounded(point->X);
-    point->Y = Rounded(point->Y);
-  }
   const bool cut = state_.Profiling;
   DrawRecord& record = AddRecord(cut ? Kind::LineProfile : Kind::Move);
-  record.StartPoint = {state_.Previous.X, state_.Previous.Y, state_.Current.Z};
-  record.EndPoint = state_.Current;
+  // The position itself keeps its full value: a circle that ends where it began must find the two
+  // equal, in a turned subroutine and in inches too.
+  record.StartPoint = RoundedPoint(state_.Previous, state_.Current.Z);
+  record.EndPoint = RoundedPoint(state_.Current, state_.Current.Z);
   record.KerfSide = state_.KerfSide;
   record.Flags[9] = rapid ? 0 : 1;
   if (cut) FillBeam(record);

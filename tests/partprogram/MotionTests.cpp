@@ -224,6 +224,15 @@ TEST(CentreArc, WithIAloneIsAFullCircle) {
   EXPECT_END(record, 10, 0);
 }
 
+TEST(CentreArc, AFullCircleStaysOneInInchesAndInATurnedSubroutine) {
+  EXPECT_EQ(Last({"G70", "G01 X2.12345 Y1.98765", "G02 X2.12345 Y1.98765 I-0.5"}).Values[10], -360);
+  for (int angle = 1; angle < 360; ++angle) {
+    const auto record = Last({"G98 S1 A" + std::to_string(angle), "M30", "S1", "G01 X7.3 Y1.9",
+                              "G02 X7.3 Y1.9 I-5 J1", "M02"});
+    EXPECT_EQ(record.Values[10], -360) << angle;
+  }
+}
+
 TEST(CentreArc, WithNothingIsAFullCircleOfNoRadius) {
   const auto record = Last({"G00 X10 Y0", "G02 X10"});
   EXPECT_EQ(record.Values[0], 0);
@@ -469,9 +478,7 @@ TEST(Settings, AreRecordedAndStored) {
   EXPECT_EQ(records[3].Settings[1], 9);
 }
 
-TEST(Settings, WithoutAValueLeaveNoRecord) {
-  EXPECT_THAT(CodesOf({"G30", "G32 1=Z"}), IsEmpty());
-}
+TEST(Settings, WithoutAValueLeaveNoRecord) { EXPECT_THAT(CodesOf({"G30", "G32 1=Z"}), IsEmpty()); }
 
 TEST(Settings, ASettingStandsInsideALongerOne) {
   const auto record = Last({"G32 14=3"});

@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include "partprogram/Binding.h"
+#include "partprogram/SplittingModule.h"
+#include "platform/DiskFileSystem.h"
+#include "support/TempDirectory.h"
+
+using namespace torvane;
+using namespace torvane::partprogram;
+
+namespace {
+
+DrawRecord Line() {
+  DrawRecord record;
+  record.Code = RecordCode::LineProfile;
+  record.StartPoint = {1, 2, 0};
+  record.EndPoint = {11.126F, 2, 0};
+  record.KerfSide = 1;
+  FinishRecord(record);
+  return record;
+}
+
+DrawRecord Arc(float sweep) {
+  DrawRecord record;
+  record.Code = RecordCode::ArcProfile;
+  record.CentrePoint = {10, 20, 0};
+  record.Values[0] = 5;
+  record.Values[10] = sweep;
+  record.KerfSide = 1;
+  FinishRecord(record);
+  return record;
+}
+
+TEST(WriteLineBlock, TellsTheEndWithTwoPlaces) {
+  EXPECT_EQ(WriteLineBlock(Line()), "G01 X11.13 Y2.00");
+}
+
+TEST(WriteArcBlock, ChoosesTheWordBySweepAndYDirection) {
+  EXPECT_EQ(WriteArcBlock(Arc(90), 1), "G03 X10.00 Y25.00 I-5.00 J0.00");
+  EXPECT_EQ(WriteArcBlock(Arc(-90), 1), "G02 X10.00 Y15.00 I-5.00 J0.00");
+  EXPECT_EQ(WriteArcBlock(Arc(90), 0), "G02 X10.00 Y25.00 I-5.00 J0.00");
+  EXPECT_EQ(WriteArcBlock(Arc(-90), 0), "G03 X10.00 Y15.00 I-5.00 J0.00");
+  EXPECT_EQ(WriteArcBlock(Arc(0), 1), "G03 X15.00 Y20.00 I-5.00 J0.00");
+}
+
+TEST(WriteElementBlock, TurnsTheElementAbout) {
+  EXPECT_EQ(WriteElementBlock(Line(), 1), "G01 X1.00 Y2.00");
+  EXPECT_EQ(WriteElementBlock(Arc(90), 1), "G02 X15.00 Y20.00 I0.00 J-5.00");
+  DrawRecord dwell;
+  dwell.Code = RecordCode::Dwell;
+  EXPECT_EQ(WriteElementBlock(dwell, 1), "");
+}
+
+TEST(ReverseRecord, NegatesTheSideOfALineAndNotOfAnArc) {
+  DrawRecord line = Line();
+  ReverseLineRecord(line);
+  EXPECT_EQ(line.KerfSide, -1);
+  EXPECT_EQ(line.Values[9], 180);
+  DrawRecord arc = Arc(90);
+  ReverseArcRecord(arc);
+  EXPECT_EQ(arc.KerfSide, 1);
+  EXPECT_EQ(arc.Values[9], 90);
+  EXPECT_EQ(arc.Values[10], -90);
+}
+
+TEST(ReverseRecord, TwiceIsTheSameElement) {
+  DrawRecord arc = Arc(90);
+  ReverseArcRecord(arc);
+  ReverseArcRecord(arc);
+  EXPECT_NEAR(arc.StartPoint.X, 15, 1e-4);
+  EXPECT_NEAR(arc.EndPoint.Y, 25, 1e-4);
+}
+
+TEST(ClearSplitCycle, ResetsTheCountersAndDeletesTheFile) {
+  const test::TempDirectory directory;
+  directory.Put("SplitCyc.drw", "x");
+  platform::DiskFileSystem files(directory.Path());
+  core::DirectorySet directories;
+  directories.RootDirectory = directory.Path() + "\\";
+  SplitCycle split;
+  split.CycleNumber = 5;
+  split.Records[3].Code = 120;
+  ClearSplitCycle(split, files, directories);
+  EXPECT_EQ(split.CycleNumber, 1);
+  EXPECT_EQ(split.Records[3].Code, 0);
+  EXPECT_FALSE(directory.Has("SplitCyc.drw"));
+  ClearSplitCycle(split, files, directories);  // no file, no fault
+}
+
+}  // namespace
