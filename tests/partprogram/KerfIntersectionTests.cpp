@@ -279,7 +279,6 @@ TEST(IntersectionSearch, ChordsInOneLineFarApartGiveTheBitsOfTheWalk) {
   // The second arc is the first one pushed along one of its chords: that pair of chords is parallel
   // but for the last digits.
   Generator make(3);
-  int hits = 0;
   for (int i = 0; i < 20000; ++i) {
     const core::Vector2 centre = make.Point(make.Offset());
     const ChordArc first =
@@ -290,11 +289,8 @@ TEST(IntersectionSearch, ChordsInOneLineFarApartGiveTheBitsOfTheWalk) {
     const double lengths = make.Whole(0, 1) == 0 ? make.Whole(33, 60) : make.Single(9, 60);
     ChordArc second = first;
     second.Centre = {centre.X + lengths * (to.X - from.X), centre.Y + lengths * (to.Y - from.Y)};
-    const Intersection expected = testing::WalkArcs(first, second);
-    ASSERT_EQ(IntersectArcs(first, second), expected) << i;
-    hits += expected.Kind == Meeting::Inside ? 1 : 0;
+    ASSERT_EQ(IntersectArcs(first, second), testing::WalkArcs(first, second)) << i;
   }
-  EXPECT_GT(hits, 10);  // of other chords: the circles cross
 }
 
 RC_GTEST_PROP(IntersectionSearch, HalfCirclesOfTheMachineGiveTheBitsOfTheWalk,
