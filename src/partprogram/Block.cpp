@@ -19,13 +19,17 @@ constexpr std::array<std::string_view, WordCount> WordTexts = {
 /// Words of a letter and two digits by these digits; Count where there is none.
 using DigitTable = std::array<Word, 100>;
 
+constexpr std::size_t TwoDigits(char tens, char ones) {
+  return static_cast<std::size_t>(tens - '0') * 10 + static_cast<std::size_t>(ones - '0');
+}
+
 constexpr DigitTable WordsOf(char letter) {
   DigitTable table{};
   table.fill(Word::Count);
   for (std::size_t i = 0; i < WordCount; ++i) {
     const std::string_view text = WordTexts[i];
     if (text.size() != 3 || text[0] != letter) continue;
-    table[static_cast<std::size_t>((text[1] - '0') * 10 + (text[2] - '0'))] = static_cast<Word>(i);
+    table[TwoDigits(text[1], text[2])] = static_cast<Word>(i);
   }
   return table;
 }
@@ -78,7 +82,7 @@ void Block::Scan() {
       letters_ |= 1U << static_cast<unsigned>(c - 'A');
       if ((c != 'G' && c != 'M') || i + 2 >= text.size()) continue;
       if (!IsDigit(text[i + 1]) || !IsDigit(text[i + 2])) continue;
-      const auto digits = static_cast<std::size_t>((text[i + 1] - '0') * 10 + (text[i + 2] - '0'));
+      const std::size_t digits = TwoDigits(text[i + 1], text[i + 2]);
       const Word word = c == 'G' ? GWords[digits] : MWords[digits];
       if (word != Word::Count) words_.Add(word);
     } else if (c == '/' || c == '\\') {
