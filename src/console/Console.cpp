@@ -58,11 +58,13 @@ void Console::Open() {
       std::array<platform::Canvas*, 2>{&main.PlotBox(1).Canvas(), &main.PlotBox(2).Canvas()});
   plotter_ = std::make_unique<graphics::RealTimePlotter>(
       parts_.System, *drawing_,
-      graphics::RealTimePlotter::Links{
-          [this](std::string_view expression, int decimals) {
-            return trio_.GetRspnsSngl(expression, decimals);
-          },
-          [this](int slot) { screens_.Main().BringPlotForward(slot); }});
+      graphics::RealTimePlotter::Links{[this](std::string_view expression, int decimals) {
+                                         return trio_.GetRspnsSngl(expression, decimals);
+                                       },
+                                       [this](int slot) {
+                                         if (FrontEnd* shown = screens_.LoadedMain())
+                                           shown->BringPlotForward(slot);
+                                       }});
 }
 
 void Console::LoadPlotConfig() {
@@ -83,6 +85,7 @@ void Console::ShowPlotBox(int slot) {
 
 void Console::MainScreenShown() {
   screens_.Set().Unload(SplashForm::ScreenName);
+  screens_.ShowProgramLine();
   trio_.StartPolling(true);
 }
 
@@ -105,6 +108,7 @@ void Console::ShowListing() {
 }
 
 void Console::HandleFunctionKey(toolkit::Key key) {
+  if (parts_.System.ShuttingDown) return;  // the main screen has gone, and is not to come again
   const KeyAction action = FunctionKeyAction(key, parts_.System.Console);
   FrontEnd& main = screens_.Main();
   switch (action.Command) {

@@ -34,7 +34,13 @@ class ConsoleScreens final : public link::LinkScreens,
 
   /// The main screen, loaded on first use; its actions must have been given before.
   [[nodiscard]] FrontEnd& Main();
+  /// Null before the main screen was loaded and after it has gone.
+  [[nodiscard]] FrontEnd* LoadedMain() const { return set_.Find<FrontEnd>(FrontEnd::ScreenName); }
   void SetFrontEndActions(FrontEndActions& actions);
+
+  /// Names the active program on the main screen's first text line, nothing for an empty slot. The
+  /// graphics state has a title of its own there, which stays.
+  void ShowProgramLine();
 
   /// What the link's failure dialog leads to when it is answered with OK.
   void SetShutdownToService(std::function<void()> shutdown) {
@@ -69,9 +75,6 @@ class ConsoleScreens final : public link::LinkScreens,
   void UnloadProgramForm() override { set_.Unload("ProgramForm"); }
 
  private:
-  /// Null before the main screen was loaded and after it has gone.
-  [[nodiscard]] FrontEnd* LoadedMain() const { return set_.Find<FrontEnd>(FrontEnd::ScreenName); }
-
   ScreenSet set_;
   supervision::WarningBox warning_;
   supervision::MessageList messages_;

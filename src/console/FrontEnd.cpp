@@ -2,6 +2,7 @@
 
 #include "console/ScreenSet.h"
 #include "graphics/FrontEndControls.h"
+#include "toolkit/Theme.h"
 
 namespace torvane::console {
 
@@ -16,6 +17,9 @@ namespace {
 constexpr std::array<const char*, 6> MainScreens = {"ProgramForm", "LaserStatusForm",
                                                     "MachineForm", "StatusMenuForm",
                                                     "UserForm",    "FileHandleForm"};
+
+/// How much of a rim's strength the lines between the figures have.
+constexpr double HairlineShare = 0.5;
 
 std::string Numbered(const char* name, int index) {
   return std::string(name) + "(" + std::to_string(index) + ")";
@@ -50,7 +54,8 @@ void FrontEnd::SetUpFrontEnd() {
 }
 
 void FrontEnd::MakePlot() {
-  mainPanel_ = &AddPanel(Window(), "MainPanel", PanelStyle::Body, Role::Panel);
+  mainPanel_ = &AddPanel(Window(), "MainPanel", PanelStyle::Sunken, Role::Panel);
+  mainPanel_->SetRim(toolkit::Rim(Colours()[ColourName::StatusBackground]));
   for (int slot = 1; slot <= 2; ++slot) {
     auto* box = new toolkit::PlotCanvas(mainPanel_);  // owned by the panel
     Adopt(*box, Numbered("PlotBox", slot), Role::Plot);
@@ -101,6 +106,12 @@ void FrontEnd::MakePositions() {
     label.SetVisible(row.Shown);
     text.SetVisible(row.Shown);
     text.OnClick(Guard([this] { FocusHome(); }));
+    auto& line = AddPanel(*positionBox_, Numbered("PositionLine", index), PanelStyle::Body,
+                          Role::StatusPosition);
+    line.SetColours(toolkit::Mix(line.Background(), toolkit::Rim(line.Background()), HairlineShare),
+                    line.Foreground());
+    line.SetVisible(row.Shown);
+    positionLines_[Index(index)] = &line;
     positionLabels_[Index(index)] = &label;
     positionTexts_[Index(index)] = &text;
   }
@@ -141,12 +152,12 @@ void FrontEnd::MakeGraphicsKeys() {
                    graphics::GraphicsButtonCaptions[Index(index)], Role::General,
                    Press([this, index] { GraphicsCommand(index); }));
   }
-  kerfButton_ =
-      &AddTwoState(*graphicsRow_, "KerfButton", graphics::KerfButtonCaption, Role::General,
-                   [this](bool down) { actions_.KerfButtonChanged(down); });
-  limitsButton_ =
-      &AddTwoState(*graphicsRow_, "LimitsButton", graphics::LimitsButtonCaption, Role::General,
-                   [this](bool down) { actions_.LimitsButtonChanged(down); });
+  kerfButton_ = &AddTwoState(
+      *graphicsRow_, "KerfButton", graphics::KerfButtonCaption, Role::General,
+      [this](bool down) { Press([this, down] { actions_.KerfButtonChanged(down); })(); });
+  limitsButton_ = &AddTwoState(
+      *graphicsRow_, "LimitsButton", graphics::LimitsButtonCaption, Role::General,
+      [this](bool down) { Press([this, down] { actions_.LimitsButtonChanged(down); })(); });
   pathRow_ = &AddPanel(*keyStrip_, "PathButtonPanel", PanelStyle::Body, Role::Panel);
   for (int index = 1; index <= 6; ++index) {
     pathButtons_[Index(index)] =
@@ -262,10 +273,8 @@ void FrontEnd::GraphicsCommand(int index) {
   EnterGraphics(true);
 }
 
-void FrontEnd::FlipKerf() { kerfButton_->SetDown(!kerfButton_->Down(), toolkit::Events::Fire); }
-void FrontEnd::FlipLimits() {
-  limitsButton_->SetDown(!limitsButton_->Down(), toolkit::Events::Fire);
-}
+void FrontEnd::FlipKerf() { kerfButton_->Press(); }
+void FrontEnd::FlipLimits() { limitsButton_->Press(); }
 void FrontEnd::SetKerfButton(bool pressed) { kerfButton_->SetDown(pressed, toolkit::Events::Fire); }
 void FrontEnd::SetLimitsButton(bool pressed) {
   limitsButton_->SetDown(pressed, toolkit::Events::Fire);

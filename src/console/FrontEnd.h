@@ -73,7 +73,7 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
   void LeaveGraphics();
   /// GraphicsButton 1 to 4.
   void GraphicsCommand(int index);
-  /// The key of a two-state button flips it.
+  /// The key of a two-state button flips it, as a press does: not while it is hidden or disabled.
   void FlipKerf();
   void FlipLimits();
   /// ShutdownButton: the shutdown question, or out of the graphics state or its mode.
@@ -124,6 +124,7 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
   std::array<toolkit::PlotCanvas*, 2> plotBoxes_{};
   std::array<toolkit::Label*, 6> positionLabels_{};
   std::array<toolkit::Label*, 6> positionTexts_{};
+  std::array<toolkit::Panel*, 6> positionLines_{};  ///< below each figure
   std::array<toolkit::Button*, 7> mainButtons_{};
   std::array<toolkit::TwoStateButton*, 2> programButtons_{};
   toolkit::Button* messageButton_ = nullptr;

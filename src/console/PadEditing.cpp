@@ -22,7 +22,18 @@ PadText Trimmed(PadText pad) {
   return Bounded(std::move(pad));
 }
 
+/// Trims the text and leaves the cursor where the box has it, which may be behind the blanks that
+/// went.
+PadText TrimmedUnderCursor(PadText pad) {
+  pad = Bounded(std::move(pad));
+  const int cursor = pad.Cursor;
+  pad = Trimmed(std::move(pad));
+  pad.Cursor = cursor;
+  return pad;
+}
+
 PadText WithoutSelection(PadText pad) {
+  pad = Bounded(std::move(pad));
   pad.Text.erase(static_cast<std::size_t>(pad.Cursor),
                  static_cast<std::size_t>(pad.SelectionLength));
   pad.SelectionLength = 0;
@@ -43,7 +54,7 @@ PadText InsertCharacter(PadText pad, int character) {
     left += static_cast<char>(character);
     left += pad.Text.substr(static_cast<std::size_t>(pad.Cursor + pad.SelectionLength));
   }
-  return Bounded({std::move(left), pad.Cursor + 1, 0});
+  return {std::move(left), pad.Cursor + 1, 0};
 }
 
 PadText MoveLeft(PadText pad) {
@@ -69,17 +80,27 @@ PadText MoveRight(PadText pad) {
 
 PadText ClearText(const PadText&) { return {}; }
 
-PadText DeleteLeft(PadText pad) {
-  pad = Trimmed(std::move(pad));
+namespace {
+
+/// A cursor behind the text has nothing on its left.
+PadText RemoveLeft(PadText pad) {
   if (pad.SelectionLength > 0) return WithoutSelection(std::move(pad));
   if (pad.Cursor > 0) {
     --pad.Cursor;
-    pad.Text.erase(static_cast<std::size_t>(pad.Cursor), 1);
+    if (pad.Cursor < LengthOf(pad)) pad.Text.erase(static_cast<std::size_t>(pad.Cursor), 1);
   }
   return pad;
 }
 
-PadText DeleteRight(PadText pad) {
+}  // namespace
+
+PadText DeleteButtonPressed(PadText pad) { return RemoveLeft(Bounded(std::move(pad))); }
+
+PadText BackspaceTyped(PadText pad) {
+  return Bounded(RemoveLeft(TrimmedUnderCursor(std::move(pad))));
+}
+
+PadText DeleteTyped(PadText pad) {
   pad = Trimmed(std::move(pad));
   if (pad.SelectionLength > 0) return WithoutSelection(std::move(pad));
   if (pad.Cursor < LengthOf(pad)) pad.Text.erase(static_cast<std::size_t>(pad.Cursor), 1);

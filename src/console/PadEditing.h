@@ -5,8 +5,8 @@
 
 namespace torvane::console {
 
-/// The box of a pad. Cursor is the place before a character, 0 to the length; the selection runs
-/// from the cursor on.
+/// The box of a pad. Cursor is the place before a character, 0 to the length, and one more behind a
+/// rejected key; the selection runs from the cursor on.
 struct PadText {
   std::string Text;
   int Cursor = 0;
@@ -19,7 +19,8 @@ struct PadText {
 [[nodiscard]] PadText OpenPad(std::string text);
 
 /// Puts a character in for the selection. The text is trimmed first. `character` 0, the answer of
-/// the filter to a rejected key, ends the text there: what stood behind the cursor goes.
+/// the filter to a rejected key, ends the text there: what stood behind the cursor goes, and the
+/// cursor still moves on by one, behind the end of the text.
 [[nodiscard]] PadText InsertCharacter(PadText pad, int character);
 
 /// "<<<" and ">>>": a selection collapses to its start or its end, else the cursor moves by one.
@@ -29,10 +30,13 @@ struct PadText {
 /// "CLEAR".
 [[nodiscard]] PadText ClearText(const PadText& pad);
 
-/// "DEL" and Backspace: the selection, or the character left of the cursor.
-[[nodiscard]] PadText DeleteLeft(PadText pad);
+/// "DEL": the selection, or the character left of the cursor.
+[[nodiscard]] PadText DeleteButtonPressed(PadText pad);
 
-/// The key Delete: the selection, or the character right of the cursor.
-[[nodiscard]] PadText DeleteRight(PadText pad);
+/// The key Backspace: the same on the trimmed text, so that a blank just typed goes alone.
+[[nodiscard]] PadText BackspaceTyped(PadText pad);
+
+/// The key Delete: of the trimmed text the selection, or the character right of the cursor.
+[[nodiscard]] PadText DeleteTyped(PadText pad);
 
 }  // namespace torvane::console

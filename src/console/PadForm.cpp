@@ -29,8 +29,8 @@ void PadForm::MakeCommonKeys() {
       &AddButton(Body(), "CursorButton(2)", ">>>", Role::SubKey, [this] { Apply(MoveRight); });
   deleteButtons_[0] = &AddButton(Body(), "DeleteButton(0)", "&CLEAR ALT+C", Role::SubKey,
                                  [this] { Show(ClearText(Current())); });
-  deleteButtons_[1] =
-      &AddButton(Body(), "DeleteButton(1)", "DEL", Role::SubKey, [this] { Apply(DeleteLeft); });
+  deleteButtons_[1] = &AddButton(Body(), "DeleteButton(1)", "DEL", Role::SubKey,
+                                 [this] { Apply(DeleteButtonPressed); });
   ok_ = &AddButton(Body(), "OkButton", "OK", Role::General, [this] { OkPressed(); });
   cancel_ = &AddButton(Body(), "ExitButton", "CANCEL", Role::General, [this] {
     entry_.EntryResult = 0;
@@ -62,7 +62,7 @@ void PadForm::Apply(PadText (*edit)(PadText)) { Show(edit(Current())); }
 
 void PadForm::Insert(int character) {
   const PadText before = Current();
-  const int accepted = FilterKey(character, mode_, before.Text, before.SelectionLength);
+  const int accepted = FilterKey(character, mode_, TrimmedText(), before.SelectionLength);
   if (accepted == 0) Screens().Desk().Beep();
   Show(InsertCharacter(before, accepted));
 }
@@ -78,10 +78,10 @@ void PadForm::Accept(const std::string& text) {
 bool PadForm::OtherKey(const toolkit::KeyStroke& stroke) {
   switch (stroke.Code) {
     case Key::Backspace:
-      Apply(DeleteLeft);
+      Apply(BackspaceTyped);
       return true;
     case Key::Delete:
-      Apply(DeleteRight);
+      Apply(DeleteTyped);
       return true;
     case Key::Enter:
       ok_->Press();

@@ -26,12 +26,14 @@ void ProgramForm::MakeNames() {
   labels_[1] = &AddLabel(Body(), "ProgramLabel", "PROGRAM", Role::Panel);
   programCombo_ = new toolkit::PickBox(&Body());  // owned by the panel
   Adopt(*programCombo_, "ProgramCombo", Role::Entry);
+  // Names are entered on the pads: most letters are keys of this screen.
+  for (toolkit::PickBox* box : {directoryCombo_, programCombo_})
+    box->OnKeyPress([](char) { return '\0'; });
   padButtons_[0] = &AddButton(Body(), "PadButton(1)", "PAD (&D)", Role::General, [this] {
-    EnterName(*directoryCombo_);
-    DirectoryChanged();
+    if (EnterName(*directoryCombo_)) DirectoryChanged();
   });
   padButtons_[1] = &AddButton(Body(), "PadButton(2)", "PAD (&P)", Role::General,
-                              [this] { EnterName(*programCombo_); });
+                              [this] { (void)EnterName(*programCombo_); });
 }
 
 void ProgramForm::MakeKeys() {
@@ -62,14 +64,18 @@ void ProgramForm::Loaded() {
 }
 
 void ProgramForm::DirectoryChanged() {
-  if (auto programs = entries_.ChangeDirectory(directoryCombo_->Text())) {
-    programCombo_->SetItems(std::move(*programs));
-    programCombo_->SetText("");
-  }
+  auto programs = entries_.ChangeDirectory(directoryCombo_->Text());
+  // A name that stands for no directory (yet) has no programs; the program's name is left to go
+  // with it.
+  programCombo_->SetItems(programs.value_or(std::vector<std::string>()));
+  if (programs) programCombo_->SetText("");
 }
 
-void ProgramForm::EnterName(toolkit::PickBox& box) {
-  box.SetText(pads_.EnterText(box.Text(), EntryMode::Name));
+bool ProgramForm::EnterName(toolkit::PickBox& box) {
+  const std::string name = pads_.EnterText(box.Text(), EntryMode::Name);
+  if (name == box.Text()) return false;
+  box.SetText(name);
+  return true;
 }
 
 void ProgramForm::SelectPressed() {
@@ -106,6 +112,7 @@ bool ProgramForm::OtherKey(const toolkit::KeyStroke& stroke) {
       {Key::PageUp, Key::Up, true},
       {Key::PageDown, Key::Down, true},
   }};
+  if (stroke.Code == Key::Delete) return true;  // nothing is typed into the boxes
   if (directoryCombo_->ListOpen() || programCombo_->ListOpen()) return false;
   for (const StepRow& row : Rows) {
     if (row.Pressed != stroke.Code) continue;

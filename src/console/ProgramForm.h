@@ -28,7 +28,8 @@ class ProgramForm final : public Screen {
   void LayoutNames(toolkit::Area rest, const toolkit::Metrics& metrics);
 
   void DirectoryChanged();
-  void EnterName(toolkit::PickBox& box);
+  /// The name of a box on the key pad; false when it is the same as before.
+  bool EnterName(toolkit::PickBox& box);
   void SelectPressed();
   void EditPressed();
   void SearchPressed();

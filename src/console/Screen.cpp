@@ -172,9 +172,12 @@ void Screen::HandOver() {
   auto& current = screens_.System().Console.CurrentForm;
   if (traits_.Current && current == traits_.Name) current.clear();
   if (traits_.Parent.empty() || !screens_.Visible(traits_.Parent)) return;
-  Screen* parent = screens_.Find(traits_.Parent);
+  // The parent comes to the front by itself, whatever stands between it and this screen; only then
+  // is its focus moved, or its own activation would move it again.
+  toolkit::Form& parent = screens_.Find(traits_.Parent)->Window();
   current = traits_.Parent;
-  if (auto* exit = parent->Window().Find("ExitButton")) parent->Window().FocusOn(exit);
+  parent.Show();
+  if (auto* exit = parent.Find("ExitButton")) parent.FocusOn(exit);
 }
 
 toolkit::Area Screen::PlaceBody(const toolkit::Metrics& metrics, int bodyWidth, int bodyHeight) {

@@ -51,7 +51,11 @@ bool ScreenSet::Show(const std::string& name) {
 }
 
 void ScreenSet::Open(const std::string& name) {
-  if (Show(name)) system_.Console.CurrentForm = name;
+  Screen* screen = Load(name);
+  if (screen == nullptr) return;
+  // Before it shows: its activation may wait, and by then the operator may have gone elsewhere.
+  system_.Console.CurrentForm = name;
+  screen->Window().Show();
 }
 
 void ScreenSet::ShowModal(const std::string& name) {
@@ -94,12 +98,14 @@ void ScreenSet::LockForms(bool locked, std::string_view exempt) {
 }
 
 void ScreenSet::RestoreFormOrder() {
-  const std::string current = system_.Console.CurrentForm;
+  // Raised in their order; only the top one is activated, since an activation may wait and talk to
+  // the controller.
   toolkit::Form* top = nullptr;
   for (toolkit::Form* form : std::vector<toolkit::Form*>(desk_.Forms())) {
     if (!form->Visible() || form->Name() == "ListForm" || form->Name() == "FrontEnd") continue;
-    form->Show();
-    if (form->Name() == current) top = form;
+    form->Raise();
+    const bool currentFound = top != nullptr && top->Name() == system_.Console.CurrentForm;
+    if (!currentFound) top = form;
   }
   if (top != nullptr) top->Show();
 }
@@ -116,6 +122,9 @@ void ScreenSet::Reap() {
   // Only from the loop: the caller may still stand in a form's own code.
   desk_.Loop().Post([this, alive = alive_] {
     if (!*alive) return;
+    // At the end of the program somebody may still stand in a wait and come back to the main
+    // screen's canvases: what was unloaded then goes with the set.
+    if (system_.ShuttingDown) return;
     std::vector<std::unique_ptr<Screen>> gone;
     for (auto& screen : retired_) {
       if (!screen->Running()) gone.push_back(std::move(screen));

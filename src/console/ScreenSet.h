@@ -58,8 +58,8 @@ class ScreenSet {
   /// There is no nesting count.
   void LockForms(bool locked, std::string_view exempt);
 
-  /// Shows every open screen again, the current one last, so that none hides behind the main
-  /// screen.
+  /// Raises every open screen, the current one last, so that none hides behind the main screen, and
+  /// makes the top one active.
   void RestoreFormOrder();
 
   /// The global keys.

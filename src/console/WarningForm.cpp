@@ -90,6 +90,7 @@ void WarningForm::Unloaded() {
     for (toolkit::ImageMark* mark : pair.Marks) mark->SetVisible(false);
   }
   label_->SetText("");
+  box_.Closed();
 }
 
 bool WarningForm::OtherKey(const toolkit::KeyStroke& stroke) {

@@ -10,16 +10,6 @@ constexpr std::array<WarningLayout, 3> Layouts = {{
     {{"&NO", nullptr, "&YES"}, 2, 0, 2},
 }};
 
-/// Clears the mark however the window went.
-struct MarkUp {
-  bool& Up;
-  std::string& Text;
-  ~MarkUp() {
-    Text.clear();
-    Up = false;
-  }
-};
-
 }  // namespace
 
 const WarningLayout& WarningLayoutOf(int mode) {
@@ -56,16 +46,31 @@ WarningImages WarningImagesOf(int style) {
 bool WarningBox::ShowWarning(std::string_view text, int mode, int style,
                              const std::function<void()>& showModal) {
   if (up_) return false;
+  int answer = 0;
   up_ = true;
   text_ = text;
   mode_ = mode;
   style_ = style;
-  pressed_ = 0;
-  const MarkUp mark{up_, text_};
+  answer_ = &answer;
+  struct AtEnd {
+    WarningBox& Box;
+    const int* Mine;
+    ~AtEnd() {
+      if (Box.answer_ == Mine) Box.Closed();
+    }
+  } const atEnd{*this, &answer};
   showModal();
-  return pressed_ != 0;
+  return answer != 0;
 }
 
-void WarningBox::Press(int button) { pressed_ = button >= 0 && button <= 2 ? button : 0; }
+void WarningBox::Press(int button) {
+  if (answer_ != nullptr) *answer_ = button >= 0 && button <= 2 ? button : 0;
+}
+
+void WarningBox::Closed() {
+  up_ = false;
+  text_.clear();
+  answer_ = nullptr;
+}
 
 }  // namespace torvane::supervision

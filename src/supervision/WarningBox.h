@@ -49,6 +49,10 @@ class WarningBox {
   /// in another way.
   void Press(int button);
 
+  /// The window has gone: the mark is cleared, though the call may still wait for what runs within
+  /// it, and the next warning can come up.
+  void Closed();
+
   /// True while a box is up.
   [[nodiscard]] bool Up() const { return up_; }
   [[nodiscard]] const std::string& Text() const { return text_; }
@@ -60,7 +64,7 @@ class WarningBox {
   std::string text_;
   int mode_ = WarningMode::Ok;
   int style_ = 0;
-  int pressed_ = 0;
+  int* answer_ = nullptr;  ///< of the call that stands
 };
 
 }  // namespace torvane::supervision

@@ -50,7 +50,8 @@ class NoDrives final : public platform::Drives {
 
 class ConsoleFixture : public ::testing::Test, private app::StartScreens {
  protected:
-  ConsoleFixture() {
+  /// `wire` says what the line to the controller costs; by default nothing.
+  explicit ConsoleFixture(simulator::PortOptions wire = {}) {
     std::filesystem::copy(std::filesystem::path(TORVANE_SOURCE_DIR) / "examples" / "installation",
                           Directory.Path(), std::filesystem::copy_options::recursive);
     Files = std::make_unique<platform::DiskFileSystem>(Directory.Path());
@@ -59,7 +60,7 @@ class ConsoleFixture : public ::testing::Test, private app::StartScreens {
     options.Machine.Files = Files.get();
     Controller = std::make_unique<simulator::SimulatedController>(options);
     Controller->OnLine([this](std::string_view line) { Lines.emplace_back(line); });
-    Port = std::make_unique<simulator::SimulatedPort>(Loop, *Controller);
+    Port = std::make_unique<simulator::SimulatedPort>(Loop, *Controller, wire);
     Desk = std::make_unique<toolkit::Desk>(Loop);
     TheConsole = std::make_unique<console::Console>(
         console::ConsoleParts{System, *Files, *Port, Clock, Drives, *Desk});
@@ -103,6 +104,26 @@ class ConsoleFixture : public ::testing::Test, private app::StartScreens {
     Then([this, text = std::move(text)] { TypeText(text); });
   }
 
+  /// Runs `act`, which brings up one warning, and answers that with a key. What the warning said.
+  std::string Answered(toolkit::Key key, const std::function<void()>& act) {
+    auto text = std::make_shared<std::string>("(nothing happened)");
+    Then([this, text, key] {
+      *text = Warning();
+      Type(key);
+    });
+    act();
+    return *text;
+  }
+  /// A program of the directory SHOP into the slot in force, without its screens.
+  void Select(const std::string& program) {
+    ASSERT_TRUE(TheConsole->Selection().SelectProgram("SHOP", program));
+    Screens().Unload("SetupForm");
+    RunFor(200);
+    Lines.clear();
+  }
+  /// A variable of the controller, as its own program would set it.
+  void SetVariable(int number, double value) { Controller->Memory().SetVariable(number, value); }
+
   // ---- what the operator sees ----
   [[nodiscard]] bool Shows(const std::string& screen) { return Screens().Visible(screen); }
   /// The control of a screen that shows; null when there is none.
@@ -115,6 +136,25 @@ class ConsoleFixture : public ::testing::Test, private app::StartScreens {
     auto* label = Control<toolkit::Label>(screen, name);
     return label == nullptr ? "(no such label)" : label->Text();
   }
+  [[nodiscard]] std::string Caption(const std::string& screen, const std::string& name) {
+    auto* button = Control<toolkit::Button>(screen, name);
+    return button == nullptr ? "(no such button)" : button->Caption();
+  }
+  [[nodiscard]] bool Down(const std::string& screen, const std::string& name) {
+    auto* button = Control<toolkit::TwoStateButton>(screen, name);
+    return button != nullptr && button->Down();
+  }
+  /// The control of a screen that has the focus.
+  [[nodiscard]] std::string Focus(const std::string& screen) {
+    console::Screen* found = Screens().Find(screen);
+    if (found == nullptr || found->Window().Focused() == nullptr) return "(none)";
+    return found->Window().Focused()->Name();
+  }
+  /// The screen that gets the keys.
+  [[nodiscard]] std::string Front() {
+    return Desk->ActiveForm() == nullptr ? "(none)" : Desk->ActiveForm()->Name();
+  }
+  [[nodiscard]] const std::string& CurrentForm() const { return System.Console.CurrentForm; }
   [[nodiscard]] std::string Warning() {
     return Shows("WarningForm") ? LabelText("WarningForm", "WarningLabel") : "(no warning)";
   }
@@ -129,6 +169,10 @@ class ConsoleFixture : public ::testing::Test, private app::StartScreens {
     }
     Lines.clear();
     return commands;
+  }
+  /// How often a line reached the controller since the last call of TakeCommands.
+  [[nodiscard]] long Times(const std::string& line) const {
+    return std::count(Lines.begin(), Lines.end(), line);
   }
   void RunFor(int ms) { Loop.RunFor(ms); }
 

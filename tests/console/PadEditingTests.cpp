@@ -16,9 +16,18 @@ TEST(PadEditing, AnInitialTextIsSelectedWholeSoThatTheFirstKeyReplacesIt) {
 TEST(PadEditing, ARejectedKeyEndsTheTextAtTheCursor) {
   EXPECT_EQ(InsertCharacter({"12345", 2, 0}, 0).Text, "12");
   EXPECT_EQ(InsertCharacter({"12345", 2, 2}, 0).Text, "12");
-  // The cursor would move on by one; behind the end of the text there is no further place.
-  EXPECT_EQ(InsertCharacter({"12345", 2, 0}, 0).Cursor, 2);
-  EXPECT_EQ(InsertCharacter(OpenPad("12345"), 0), (PadText{"", 0, 0}));
+  EXPECT_EQ(InsertCharacter(OpenPad("12345"), 0).Text, "");
+}
+
+TEST(PadEditing, ARejectedKeyStillMovesTheCursorOnByOne) {
+  const PadText rejected = InsertCharacter({"12345", 2, 0}, 0);
+  EXPECT_EQ(rejected, (PadText{"12", 3, 0}));
+  EXPECT_EQ(InsertCharacter(rejected, 0), (PadText{"12", 3, 0})) << "one behind the end, no more";
+  // Whatever follows takes the cursor as the end of the text.
+  EXPECT_EQ(InsertCharacter(rejected, '7'), (PadText{"127", 3, 0}));
+  EXPECT_EQ(DeleteButtonPressed(rejected), (PadText{"1", 1, 0}));
+  EXPECT_EQ(BackspaceTyped(rejected), (PadText{"1", 1, 0}));
+  EXPECT_EQ(MoveLeft(rejected), (PadText{"12", 1, 0}));
 }
 
 TEST(PadEditing, AKeyGoesInAtTheCursorAndReplacesTheSelection) {
@@ -40,15 +49,29 @@ TEST(PadEditing, CursorKeysCollapseASelectionFirst) {
   EXPECT_EQ(MoveRight({"ABCD", 4, 0}), (PadText{"ABCD", 4, 0}));
 }
 
-TEST(PadEditing, DeleteKeys) {
-  EXPECT_EQ(DeleteLeft({"ABCD", 2, 0}), (PadText{"ACD", 1, 0}));
-  EXPECT_EQ(DeleteLeft({"ABCD", 0, 0}), (PadText{"ABCD", 0, 0}));
-  EXPECT_EQ(DeleteLeft({"ABCD", 1, 2}), (PadText{"AD", 1, 0}));
-  EXPECT_EQ(DeleteRight({"ABCD", 2, 0}), (PadText{"ABD", 2, 0}));
-  EXPECT_EQ(DeleteRight({"ABCD", 4, 0}), (PadText{"ABCD", 4, 0}));
-  EXPECT_EQ(DeleteRight({"ABCD", 1, 2}), (PadText{"AD", 1, 0}));
-  EXPECT_EQ(ClearText({"ABCD", 1, 2}), (PadText{"", 0, 0}));
+TEST(PadEditing, DelAndBackspaceTakeTheSelectionOrWhatStandsLeft) {
+  for (const auto remove : {DeleteButtonPressed, BackspaceTyped}) {
+    EXPECT_EQ(remove({"ABCD", 2, 0}), (PadText{"ACD", 1, 0}));
+    EXPECT_EQ(remove({"ABCD", 0, 0}), (PadText{"ABCD", 0, 0}));
+    EXPECT_EQ(remove({"ABCD", 1, 2}), (PadText{"AD", 1, 0}));
+  }
 }
+
+TEST(PadEditing, TheDeleteKeyTakesTheSelectionOrWhatStandsRight) {
+  EXPECT_EQ(DeleteTyped({"ABCD", 2, 0}), (PadText{"ABD", 2, 0}));
+  EXPECT_EQ(DeleteTyped({"ABCD", 4, 0}), (PadText{"ABCD", 4, 0}));
+  EXPECT_EQ(DeleteTyped({"ABCD", 1, 2}), (PadText{"AD", 1, 0}));
+}
+
+TEST(PadEditing, TheKeysTrimTheTextFirstAndDelDoesNot) {
+  EXPECT_EQ(BackspaceTyped({"PLATE ", 6, 0}), (PadText{"PLATE", 5, 0})) << "the blank alone goes";
+  EXPECT_EQ(DeleteButtonPressed({"PLATE ", 6, 0}), (PadText{"PLATE", 5, 0}));
+  EXPECT_EQ(BackspaceTyped({"AB ", 1, 0}), (PadText{"B", 0, 0}));
+  EXPECT_EQ(DeleteButtonPressed({"AB ", 1, 0}), (PadText{"B ", 0, 0}));
+  EXPECT_EQ(DeleteTyped({" AB ", 0, 0}), (PadText{"B", 0, 0}));
+}
+
+TEST(PadEditing, ClearEmptiesTheBox) { EXPECT_EQ(ClearText({"ABCD", 1, 2}), (PadText{"", 0, 0})); }
 
 TEST(FilterKey, BackspaceAndEnterAlwaysPass) {
   for (const int mode : {-1, -2, -4, -5, -6, -8, -32, -321, -322, 1, 80, 0, -7}) {
