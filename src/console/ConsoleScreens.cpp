@@ -52,6 +52,13 @@ FrontEnd& ConsoleScreens::Main() {
   return dynamic_cast<FrontEnd&>(*set_.Load(FrontEnd::ScreenName));
 }
 
+void ConsoleScreens::ShowProgramLine() {
+  FrontEnd* main = LoadedMain();
+  if (main == nullptr || set_.System().Console.PlotKeysActive) return;
+  const core::ActiveProgram& slot = set_.System().Active();
+  main->SetTextLine(slot.ProgramName.empty() ? "" : slot.ProgramName + " " + slot.DirectoryName);
+}
+
 bool ConsoleScreens::ShowWarning(std::string_view text, int mode, int style) {
   return warning_.ShowWarning(text, mode, style,
                               [this] { set_.ShowModal(WarningForm::ScreenName); });
@@ -115,10 +122,12 @@ void ConsoleScreens::ShowBatch(const core::Batch&) {
 
 void ConsoleScreens::SetProgramCaption(int slot, std::string_view caption) {
   if (FrontEnd* main = LoadedMain()) main->SetProgramCaption(slot, std::string(caption));
+  ShowProgramLine();
 }
 
 void ConsoleScreens::PressProgramButton(int slot) {
   if (FrontEnd* main = LoadedMain()) main->ShowActiveSlot(slot);
+  ShowProgramLine();
 }
 
 }  // namespace torvane::console

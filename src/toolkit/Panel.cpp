@@ -17,6 +17,11 @@ void Panel::SetCaption(std::string caption) {
   update();
 }
 
+void Panel::SetRim(Colour rim) {
+  rim_ = rim;
+  update();
+}
+
 Area Panel::Inside() const {
   const Area whole{0, 0, width(), height()};
   const bool rimmed = style_ == PanelStyle::Text || style_ == PanelStyle::Sunken;
@@ -36,7 +41,7 @@ void Panel::paintEvent(QPaintEvent*) {
     painter.setClipPath(inside);
   }
   painter.fillRect(rect(), ToQColor(Background()));
-  const QColor line = ToQColor(Rim(Background()));
+  const QColor line = ToQColor(rim_.value_or(Rim(Background())));
   if (style_ == PanelStyle::Title) {
     painter.fillRect(0, height() - m.Hairline, width(), m.Hairline, line);
   }

@@ -1,6 +1,9 @@
 // Plain faces that hold other controls: title strips, bodies, text lines.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "toolkit/Control.h"
 
 namespace torvane::toolkit {
@@ -18,6 +21,8 @@ class Panel : public Control {
 
   void SetCaption(std::string caption);
   [[nodiscard]] const std::string& Caption() const { return caption_; }
+  /// The line round a Text or Sunken panel; by itself it follows from the face.
+  void SetRim(Colour rim);
   /// The room for controls, in the panel's own pixels.
   [[nodiscard]] Area Inside() const;
 
@@ -27,6 +32,7 @@ class Panel : public Control {
  private:
   PanelStyle style_;
   std::string caption_;
+  std::optional<Colour> rim_;
 };
 
 }  // namespace torvane::toolkit
