@@ -68,6 +68,13 @@ void ConsoleProgram::ShowSplash() {
   console_.Open();
   console_.Screens().Set().Show(console::SplashForm::ScreenName);
   desk_.Refresh();
+  ShowPanel();
+}
+
+void ConsoleProgram::ShowPanel() {
+  if (!machine_ || !(OperatorLooksOn() || options_.Panel)) return;
+  panel_ = std::make_unique<SimulatorPanel>(loop_, machine_->Controller(), system_.Colours);
+  panel_->OpenBeside(desk_);
 }
 
 void ConsoleProgram::UnloadSplash() {

@@ -17,6 +17,7 @@
 #include "toolkit/QtSerialPort.h"
 #include "toolkit/QtSessionEnd.h"
 #include "tools/SimulatedMachine.h"
+#include "tools/SimulatorPanel.h"
 #include "tools/TorvaneOptions.h"
 
 namespace torvane::tools {
@@ -41,6 +42,9 @@ class ConsoleProgram final : private app::StartScreens {
   [[nodiscard]] console::Console& Console() { return console_; }
   /// Null without --simulate.
   [[nodiscard]] SimulatedMachine* Machine() { return machine_.get(); }
+  /// The machine's panel; null without --simulate, before the console shows, and off screen unless
+  /// it was asked for.
+  [[nodiscard]] SimulatorPanel* Panel() { return panel_.get(); }
 
  private:
   // app::StartScreens
@@ -53,6 +57,7 @@ class ConsoleProgram final : private app::StartScreens {
   void LoadPlotConfig() override { console_.LoadPlotConfig(); }
 
   [[nodiscard]] platform::SerialPort& Port();
+  void ShowPanel();
 
   TorvaneOptions options_;
   toolkit::QtLoop loop_;
@@ -66,6 +71,7 @@ class ConsoleProgram final : private app::StartScreens {
   toolkit::Desk desk_;
   console::Console console_;
   app::Shutdown shutdown_;
+  std::unique_ptr<SimulatorPanel> panel_;
   int status_ = 0;
 };
 

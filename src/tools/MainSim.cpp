@@ -5,9 +5,15 @@
 
 #include <unistd.h>
 
+#include "toolkit/Application.h"
 #include "tools/SimHost.h"
+#include "tools/SimPanelLoop.h"
 
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
-  return torvane::tools::SimMain(arguments, STDIN_FILENO, std::cout, std::cerr);
+  const auto panel = [&](torvane::tools::SimHost& host) {
+    torvane::toolkit::Application application(argc, argv);
+    return torvane::tools::RunWithPanel(host);
+  };
+  return torvane::tools::SimMain(arguments, STDIN_FILENO, std::cout, std::cerr, panel);
 }

@@ -29,6 +29,8 @@ class SimHost {
   void Finish() { finished_ = true; }
 
   [[nodiscard]] simulator::SimulatedController& Controller() { return *controller_; }
+  /// What becomes readable when the front end says something.
+  [[nodiscard]] int LineHandle() const { return line_.Handle(); }
 
  private:
   void Wait(int longestMs);

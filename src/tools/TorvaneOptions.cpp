@@ -81,6 +81,9 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
                "work a simulated machine instead of the serial port");
   app.add_option("--speed", options.Speed, "machine seconds per second of the simulated machine")
       ->check(CLI::Range(0.01, 1000.0));
+  app.add_flag("--panel", options.Panel,
+               "the simulated machine's panel in a window even off screen, for pictures")
+      ->needs("--simulate");
   app.add_option("--device", devices, "device of a port, as in 1=/dev/ttyUSB0")
       ->type_name("N=PATH");
   app.add_option("--drive", drives, "folder behind a drive letter, as in A=/media/stick")

@@ -19,6 +19,7 @@ struct TorvaneOptions {
   double Speed = 1;                    ///< machine seconds per second
   std::map<int, std::string> Devices;  ///< port number to device
   std::map<char, std::string> Drives;  ///< drive letter to folder
+  bool Panel = false;                  ///< the machine's panel even without a display
   bool OwnsMachine = false;            ///< shutting down ends the operating system's session
   std::string SelectDirectory;
   std::string SelectProgram;

@@ -151,9 +151,14 @@ void UnattendedRun::TakePicture(const std::string& moment) {
   if (options_.Screenshot.empty() || NamesPicture(options_.Screenshot)) return;
   const std::string path =
       options_.Screenshot + "/" + std::to_string(pictures_) + "-" + moment + ".png";
-  program_.Desk().Refresh();
-  if (!program_.Desk().SavePicture(path))
-    std::fprintf(stderr, "%s: the picture can not be written\n", path.c_str());
+  const auto save = [](toolkit::Desk& desk, const std::string& file) {
+    if (!desk.SavePicture(file))
+      std::fprintf(stderr, "%s: the picture can not be written\n", file.c_str());
+  };
+  save(program_.Desk(), path);
+  if (program_.Panel() != nullptr)
+    save(program_.Panel()->Desk(), options_.Screenshot + "/" + std::to_string(pictures_) + "-" +
+                                       moment + "-panel.png");
 }
 
 void UnattendedRun::ShowStatusLine() {
