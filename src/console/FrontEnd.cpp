@@ -94,6 +94,7 @@ void FrontEnd::SetOverlayColours(toolkit::PlotCanvas& box) {
 }
 
 void FrontEnd::MakePositions() {
+  figureField_ = &AddPanel(Window(), "FigureField", PanelStyle::Sunken, Role::StatusPosition);
   positionBox_ = &AddPanel(Window(), "PositionBox", PanelStyle::Sunken, Role::StatusPosition);
   for (int index = 1; index <= 6; ++index) {
     const graphics::PositionRow& row = graphics::PositionRows[Index(index)];
@@ -101,8 +102,8 @@ void FrontEnd::MakePositions() {
         row.Colour == ColourName::StatusFeedText ? Role::StatusFeed : Role::StatusPosition;
     auto& label = AddLabel(*positionBox_, Numbered("PositionLabel", index), row.Label, role,
                            TypeStyle::Title);
-    auto& text = AddLabel(*positionBox_, Numbered("PositionText", index), "", role,
-                          TypeStyle::Figure, Alignment::Right);
+    auto& text = AddLabel(*positionBox_, Numbered("PositionText", index), index <= 3 ? "0.0" : "0",
+                          role, TypeStyle::Figure, Alignment::Right);
     label.SetVisible(row.Shown);
     text.SetVisible(row.Shown);
     text.OnClick(Guard([this] { FocusHome(); }));
