@@ -85,6 +85,7 @@ class Scanner {
 
   WordValue Read(std::string_view text, std::size_t at) {
     if (const auto plain = PlainNumber(text, at)) return Reading(*plain);
+    expression_.reserve(UsualLength);
     bool going = true;
     while (going && at < text.size()) going = Take(text, at);
     if (expression_.empty()) return {};
@@ -92,6 +93,18 @@ class Scanner {
   }
 
  private:
+  /// Characters of an expression that need no second piece of memory.
+  static constexpr std::size_t UsualLength = 48;
+
+  /// The number in the three characters from a "P" on. One or two digits behind it are all that
+  /// nearly every program writes; anything else is read the long way.
+  static WordValue ParameterNumber(std::string_view text) {
+    if (text.size() < 2 || !IsDigit(text[1])) return GetWordInteger(text, "P");
+    const double first = text[1] - '0';
+    if (text.size() < 3 || !IsDigit(text[2])) return {first, true};
+    return {first * 10 + (text[2] - '0'), true};
+  }
+
   /// One step of the walk; false where it ends.
   bool Take(std::string_view text, std::size_t& at) {
     switch (text[at]) {
@@ -124,7 +137,7 @@ class Scanner {
     for (const std::size_t ahead : {std::size_t{2}, std::size_t{3}}) {
       if (at + ahead < text.size() && text[at + ahead] == '=') return false;
     }
-    const WordValue number = GetWordInteger(text.substr(at, 3), "P");
+    const WordValue number = ParameterNumber(text.substr(at, 3));
     const std::optional<double> value = lookup_(text.substr(at), number);
     if (!value) return false;
     core::AppendNumber(expression_, *value, 3);
