@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "partprogram/Report.h"
 #include "partprogram/ReversePass.h"
+#include "platform/VectorState.h"
 
 namespace torvane::partprogram {
 namespace {
@@ -90,6 +91,8 @@ constexpr std::array<PassOutcome (*)(Pipeline&), 6> Passes = {Clean, Convert,  C
 
 PassResult RunPasses(std::string_view squeezedProgram, const PassInput& input) {
   PassResult result;
+  // A console has painted before it selects, and that makes every sine of the passes slow.
+  platform::ClearVectorState();
   Pipeline pipeline{squeezedProgram, input, result};
   for (const auto pass : Passes) {
     result.Outcome = pass(pipeline);
