@@ -45,7 +45,7 @@ N390 Q2
 N400 M50
 N410 M30
 
-! a lug with two holes about its own zero
+! a lug with two holes about its own zero; by radius G03 turns to the right
 S1
 G90
 G00 X0 Y0
@@ -68,28 +68,28 @@ G41 K0.15
 G01 X-20 Y0 F2400
 G02 X0 Y20 I20 J0
 G01 X35 Y10
-G02 X35 Y-10 R10
+G03 X35 Y-10 R10
 G01 X0 Y-20
 G02 X-20 Y0 I0 J20
 G40
 G31 T2=1
 M02
 
-! a washer, by increments
+! a washer, by increments: each block needs its Z
 S2
 G91
-G00 X0 Y0
+G00 X0 Y0 Z0
 G31 T2=3
 G41 K0.15
-G01 X12 Y0 F1800
-G03 X0 Y0 I-12 J0
+G01 X12 Y0 Z0 F1800
+G03 X0 Y0 Z0 I-12 J0
 G40
 G31 T2=1
-G00 X18 Y0
+G00 X18 Y0 Z0
 G31 T2=3
 G42 K0.15
-G01 X-5 Y0
-G03 X0 Y0 I-25 J0
+G01 X-5 Y0 Z0
+G03 X0 Y0 Z0 I-25 J0
 G40
 G31 T2=1
 G90

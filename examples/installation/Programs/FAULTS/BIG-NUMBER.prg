@@ -1,0 +1,8 @@
+! BIG-NUMBER
+! MATERIAL : Mild steel 1 mm
+! SHEET : X500 Y300
+! CLAMP : L80 R380
+N10 G71 G90
+! three noughts too many
+N20 G00 X100000000000 Y10
+N30 M30
