@@ -109,11 +109,13 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
   void Unloaded() override;
   void Layout(const toolkit::Metrics& metrics) override;
   void LayoutKeys(toolkit::Area strip, const toolkit::Metrics& metrics);
+  void LayoutGraphicsKeys(toolkit::Area whole, const toolkit::Metrics& metrics);
   void LayoutPositions(const toolkit::Metrics& metrics);
 
   FrontEndActions& actions_;
   toolkit::Panel* header_ = nullptr;
   toolkit::Panel* mainPanel_ = nullptr;
+  toolkit::Panel* figureField_ = nullptr;  ///< what shows of PositionBox's place without it
   toolkit::Panel* positionBox_ = nullptr;
   toolkit::Panel* textPanel_ = nullptr;
   toolkit::Panel* statusPanel_ = nullptr;

@@ -13,8 +13,10 @@ constexpr int PositionBoxWidth = 264;
 constexpr int FigureRowHeight = 96;
 constexpr int MainKeys = 7;
 /// Widths of the program keys and of the last two keys, in main keys.
-constexpr double ProgramKeyShare = 1.25;
-constexpr double LastKeyShare = 1.06;
+constexpr double ProgramKeyShare = 1.5;
+constexpr double LastKeyShare = 1.12;
+/// Keys of the graphics state: nothing stands beside them but the last two keys.
+constexpr int GraphicsKeys = 6;
 
 }  // namespace
 
@@ -27,7 +29,9 @@ void FrontEnd::Layout(const Metrics& metrics) {
   rest = rest.Inset(metrics.Gap);
   statusPanel_->Place(toolkit::TakeBottom(rest, metrics.TextStrip, metrics.Gap / 2));
   textPanel_->Place(toolkit::TakeBottom(rest, metrics.TextStrip, metrics.Gap));
-  positionBox_->Place(toolkit::TakeRight(rest, metrics.Px(PositionBoxWidth), metrics.Gap));
+  const Area figures = toolkit::TakeRight(rest, metrics.Px(PositionBoxWidth), metrics.Gap);
+  figureField_->Place(figures);
+  positionBox_->Place(figures);
   LayoutPositions(metrics);
   mainPanel_->Place(rest);
   const Area plot = Area{0, 0, rest.Width, rest.Height}.Inset(metrics.Hairline);
@@ -58,9 +62,17 @@ void FrontEnd::LayoutKeys(Area strip, const Metrics& metrics) {
   messageButton_->Place(toolkit::TakeRight(rest, last, groupGap));
   programButtons_[1]->Place(toolkit::TakeRight(rest, program, metrics.Gap));
   programButtons_[0]->Place(toolkit::TakeRight(rest, program, groupGap));
-  for (toolkit::Panel* row : {mainRow_, graphicsRow_, pathRow_}) row->Place(rest);
+  mainRow_->Place(rest);
   const auto cells = toolkit::Columns({0, 0, rest.Width, rest.Height}, MainKeys, metrics.Gap);
   for (std::size_t i = 0; i < mainButtons_.size(); ++i) mainButtons_[i]->Place(cells[i]);
+  const Area whole{rest.X, rest.Y, programButtons_[1]->Bounds().Right() - rest.X, rest.Height};
+  LayoutGraphicsKeys(whole, metrics);
+}
+
+void FrontEnd::LayoutGraphicsKeys(Area whole, const Metrics& metrics) {
+  graphicsRow_->Place(whole);
+  pathRow_->Place(whole);
+  const auto cells = toolkit::Columns({0, 0, whole.Width, whole.Height}, GraphicsKeys, metrics.Gap);
   for (std::size_t i = 0; i < graphicsButtons_.size(); ++i) graphicsButtons_[i]->Place(cells[i]);
   kerfButton_->Place(cells[4]);
   limitsButton_->Place(cells[5]);

@@ -7,6 +7,13 @@ namespace torvane::console {
 using supervision::HelpKey;
 using toolkit::Key;
 
+namespace {
+
+/// Pixels of the drawing.
+constexpr int HelpLineHeight = 24;
+
+}  // namespace
+
 MessageForm::MessageForm(ScreenSet& screens, platform::FileSystem& files,
                          supervision::MessageList& messages)
     : Screen(screens, {.Name = ScreenName,
@@ -116,8 +123,8 @@ bool MessageForm::OtherKey(const toolkit::KeyStroke& stroke) {
 }
 
 void MessageForm::Layout(const toolkit::Metrics& metrics) {
-  const int rows =
-      supervision::MessageRows * metrics.LineHeight + 2 * metrics.Gap + 2 * metrics.Hairline;
+  // The help page has more lines than the list has rows; both fill the same box.
+  const int rows = supervision::HelpPageLines * metrics.Px(HelpLineHeight) + 2 * metrics.Hairline;
   toolkit::Area rest =
       PlaceBody(metrics, metrics.Px(880), rows + metrics.KeyHeight + 3 * metrics.Margin);
   const toolkit::Area box = toolkit::TakeTop(rest, rows, metrics.Margin);

@@ -6,15 +6,18 @@ namespace torvane::console {
 
 namespace {
 
-/// NumberButton 0 to 16: the character, and its place in the pad's grid.
+/// NumberButton 0 to 16: the character, its place in the pad's grid, and how many cells it takes
+/// to the right and down.
 struct NumberKey {
   char Character;
   int Row;
   int Column;
+  int Wide = 1;
+  int High = 1;
 };
 
 constexpr std::array<NumberKey, 17> NumberKeys = {{
-    {'0', 3, 0},
+    {'0', 3, 0, 2, 1},
     {'1', 2, 0},
     {'2', 2, 1},
     {'3', 2, 2},
@@ -24,13 +27,13 @@ constexpr std::array<NumberKey, 17> NumberKeys = {{
     {'7', 0, 0},
     {'8', 0, 1},
     {'9', 0, 2},
-    {'.', 3, 1},
+    {'.', 3, 2},
     {'+', 3, 3},
     {'-', 2, 3},
     {'*', 1, 3},
     {'/', 0, 3},
-    {'(', 0, 4},
-    {')', 1, 4},
+    {'(', 0, 4, 1, 2},
+    {')', 2, 4, 1, 2},
 }};
 
 constexpr int GridRows = 4;
@@ -61,9 +64,9 @@ void NumberForm::OkPressed() {
 }
 
 void NumberForm::Layout(const toolkit::Metrics& metrics) {
-  const int key = metrics.Px(84);
+  const int keyWidth = metrics.Px(84);
   const int side = metrics.Px(168);
-  const int gridWidth = GridColumns * key + (GridColumns - 1) * metrics.Gap;
+  const int gridWidth = GridColumns * keyWidth + (GridColumns - 1) * metrics.Gap;
   const int gridHeight = GridRows * metrics.PadKeyHeight + (GridRows - 1) * metrics.Gap;
   toolkit::Area rest =
       PlaceBody(metrics, gridWidth + metrics.Margin + side + 2 * metrics.Margin,
@@ -81,9 +84,14 @@ void NumberForm::Layout(const toolkit::Metrics& metrics) {
   areas.Clear = column[3];
   PlaceCommon(areas);
   const auto cells = toolkit::Cells(rest, GridRows, GridColumns, metrics.Gap);
+  const auto cell = [&cells](int row, int at) {
+    return cells[static_cast<std::size_t>(row * GridColumns + at)];
+  };
   for (std::size_t i = 0; i < NumberKeys.size(); ++i) {
-    keys_[i]->Place(
-        cells[static_cast<std::size_t>(NumberKeys[i].Row * GridColumns + NumberKeys[i].Column)]);
+    const NumberKey& key = NumberKeys[i];
+    const toolkit::Area first = cell(key.Row, key.Column);
+    const toolkit::Area last = cell(key.Row + key.High - 1, key.Column + key.Wide - 1);
+    keys_[i]->Place({first.X, first.Y, last.Right() - first.X, last.Bottom() - first.Y});
   }
 }
 

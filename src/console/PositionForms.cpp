@@ -75,7 +75,7 @@ void PositionForm::Layout(const toolkit::Metrics& metrics) {
   const int figures = metrics.Px(48) + static_cast<int>(texts_.size()) * row + 3 * metrics.Gap;
   toolkit::Area rest =
       PlaceBody(metrics, 4 * metrics.KeyWidth + 3 * metrics.Gap + 2 * metrics.Margin,
-                figures + 2 * metrics.KeyHeight + metrics.Gap + 3 * metrics.Margin);
+                figures + 2 * metrics.KeyHeight + 4 * metrics.Margin);
   positionBox_->Place(toolkit::TakeTop(rest, figures, metrics.Margin));
   toolkit::Area box = positionBox_->Inside().Inset(2 * metrics.Gap, metrics.Gap);
   modeLabel_->Place(toolkit::TakeTop(box, metrics.Px(48)));
@@ -85,7 +85,7 @@ void PositionForm::Layout(const toolkit::Metrics& metrics) {
     texts_[i]->Place(line);
   }
   const auto keys =
-      toolkit::Columns(toolkit::TakeTop(rest, metrics.KeyHeight, metrics.Gap), 4, metrics.Gap);
+      toolkit::Columns(toolkit::TakeTop(rest, metrics.KeyHeight, metrics.Margin), 4, metrics.Gap);
   for (std::size_t i = 0; i < keys.size(); ++i) modeButtons_[i]->Place(keys[i]);
   exit_->Place(toolkit::TakeRight(rest, metrics.KeyWidth));
 }

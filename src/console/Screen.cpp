@@ -1,5 +1,7 @@
 #include "console/Screen.h"
 
+#include <algorithm>
+
 #include "console/ScreenSet.h"
 
 namespace torvane::console {
@@ -178,6 +180,22 @@ void Screen::HandOver() {
   current = traits_.Parent;
   parent.Show();
   if (auto* exit = parent.Find("ExitButton")) parent.FocusOn(exit);
+}
+
+/// A screen that opens over another stands a title's height below and beside it, so that a stack
+/// reads as a stack; within the desk, and off the key strip where there is room.
+void Screen::Cascade() {
+  if (traits_.Centred || traits_.Backdrop) return;
+  const toolkit::Form* below = nullptr;
+  for (const toolkit::Form* form : screens_.Desk().Forms()) {
+    if (form->Visible() && !form->Backdrop() && form != &form_) below = form;
+  }
+  if (below == nullptr) return;
+  const toolkit::Metrics& m = form_.Measures();
+  const int right = screens_.Desk().width() - m.Gap;
+  const int bottom = screens_.Desk().height() - m.KeyHeight - 3 * m.Gap;
+  form_.MoveTo(std::max(m.Gap, std::min(below->Left() + m.TitleHeight, right - form_.width())),
+               std::max(m.Gap, std::min(below->Top() + m.TitleHeight, bottom - form_.height())));
 }
 
 toolkit::Area Screen::PlaceBody(const toolkit::Metrics& metrics, int bodyWidth, int bodyHeight) {

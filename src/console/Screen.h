@@ -33,6 +33,7 @@ struct ScreenTraits {
   std::string Parent = {};            ///< taken up again at unload, if it shows
   bool Current = true;                ///< false for modal screens, which leave CurrentForm alone
   bool Backdrop = false;              ///< the main screen, under all others
+  bool Centred = false;               ///< a dialog, in the middle whatever stands below it
   bool Accelerators = true;           ///< false where the letters of the captions are global keys
 };
 
@@ -124,6 +125,7 @@ class Screen {
   bool KeyDown(const toolkit::KeyStroke& stroke);
   void Activate();
   void HandOver();
+  void Cascade();
   template <class Control, class... Arguments>
   Control& Make(QWidget& parent, const std::string& name, Role role, Arguments&&... arguments);
 

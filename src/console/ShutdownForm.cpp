@@ -12,7 +12,8 @@ ShutdownForm::ShutdownForm(ScreenSet& screens, ShutdownActions actions)
                        .PanelName = "ShutdownPanel",
                        .Title = "TORVANE 32",
                        .Keys = GlobalKeys::None,
-                       .Current = false}),
+                       .Current = false,
+                       .Centred = true}),
       actions_(std::move(actions)) {
   for (int side = 0; side < 2; ++side) {
     marks_[side] =

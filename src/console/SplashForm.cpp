@@ -6,7 +6,8 @@ using toolkit::Alignment;
 using toolkit::TypeStyle;
 
 SplashForm::SplashForm(ScreenSet& screens)
-    : Screen(screens, {.Name = ScreenName, .Keys = GlobalKeys::None, .Current = false}) {
+    : Screen(screens,
+             {.Name = ScreenName, .Keys = GlobalKeys::None, .Current = false, .Centred = true}) {
   splashPanel_ = &AddPanel(Window(), "SplashPanel", toolkit::PanelStyle::Body, Role::Panel);
   titlePanel_ = &AddLabel(*splashPanel_, "TitlePanel", "Torvane 32", Role::Panel, TypeStyle::Figure,
                           Alignment::Centre);

@@ -27,6 +27,7 @@ WarningForm::WarningForm(ScreenSet& screens, supervision::WarningBox& box)
                        .Title = supervision::WarningHeader,
                        .Keys = GlobalKeys::None,
                        .Current = false,
+                       .Centred = true,
                        .Accelerators = false}),
       box_(box) {
   MakeMarks();

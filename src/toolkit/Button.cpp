@@ -70,7 +70,7 @@ void Button::paintEvent(QPaintEvent*) {
   PaintFace(painter, rect(), Background(), look, m);
   const bool sinks = sunk_ || Ringed();
   const int drop = sinks ? m.Edge / 2 : -m.Edge / 2;
-  const int side = m.Gap + m.Ring;
+  const int side = m.Gap / 2 + m.Ring;
   painter.setRenderHint(QPainter::Antialiasing, false);
   PaintCaption(painter, rect().adjusted(side, drop, -side, drop), lines_,
                Enabled() ? Foreground() : Faded(Foreground(), Background()), m);
