@@ -218,7 +218,7 @@ void SimulatorPanel::OpenBeside(const toolkit::Desk& console) {
                        Qt::WindowDoesNotAcceptFocus);
   desk_.setAttribute(Qt::WA_ShowWithoutActivating);
   const Metrics& m = console.Measures();
-  const int below = m.KeyHeight + 2 * m.TextStrip + 6 * m.Gap;
+  const int below = m.KeyHeight + 3 * m.Gap;  // the key strip stays free
   const QPoint corner = console.mapToGlobal(QPoint(console.width(), console.height()));
   desk_.move(corner.x() - PanelWidth - m.Gap, corner.y() - below - PanelHeight);
   // Told before it shows: a window above the console's own stays above it, full screen or not.

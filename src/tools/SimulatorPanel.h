@@ -34,7 +34,7 @@ class SimulatorPanel {
   SimulatorPanel(const SimulatorPanel&) = delete;
   SimulatorPanel& operator=(const SimulatorPanel&) = delete;
 
-  /// At the lower right corner of the console's plot, above its window whatever the console does;
+  /// At the lower right corner, below the figures and over the keys, above its window whatever the console does;
   /// it never takes the keyboard from it. The operator may drag it away by its title.
   void OpenBeside(const toolkit::Desk& console);
 

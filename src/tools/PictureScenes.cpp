@@ -1,0 +1,198 @@
+#include "tools/PictureScenes.h"
+
+#include <filesystem>
+
+#include "console/EntryMode.h"
+#include "toolkit/PickBox.h"
+#include "tools/SimulatorPanel.h"
+
+namespace torvane::tools {
+
+using toolkit::Key;
+
+namespace {
+
+constexpr const char* LongName = "COVER-PLATE_LEFT-HAND_1250X2500A";
+
+toolkit::Control* ControlOf(PictureStage& stage, const char* screen, const char* name) {
+  console::Screen* found = stage.Screens().Find(screen);
+  return found == nullptr ? nullptr : found->Window().Find(name);
+}
+
+void Pads(PictureStage& stage) {
+  stage.WhenShows("KeyboardForm", [&stage] {
+    stage.Snap("KeyboardForm", "empty");
+    stage.TypeText("bracket-4");
+    stage.Snap("KeyboardForm");
+    stage.TypeText("0 with a name of 32 letters ab");
+    stage.Snap("KeyboardForm", "full");
+    stage.Type(Key::Enter);
+  });
+  stage.Type(Key::P);
+  stage.WhenShows("NumberForm", [&stage] {
+    stage.Snap("NumberForm", "selected");
+    stage.TypeText("1250/2+13.5");
+    stage.Snap("NumberForm");
+    stage.Type(Key::Enter);
+  });
+  (void)stage.Console().Screens().EntryPads().EnterNumber("100.00", console::EntryMode::Arithmetic);
+}
+
+void ProgramScreen(PictureStage& stage) {
+  stage.Type(Key::F1);
+  stage.Snap("ProgramForm", "fresh");
+  Pads(stage);
+  for (int step = 0; step < 3; ++step) stage.Type(Key::Down);
+  stage.Snap("ProgramForm");
+  if (auto* box = dynamic_cast<toolkit::PickBox*>(ControlOf(stage, "ProgramForm", "ProgramCombo")))
+    box->OpenList();
+  stage.Snap("ProgramForm", "list");
+  stage.Type(Key::Escape);
+  stage.WhenShows("WarningForm", [&stage] {
+    stage.Snap("WarningForm", "two-lines");
+    stage.Type(Key::O);
+  });
+  (void)stage.Console().Selection().SelectProgram("FAULTS", "LIMIT-X");
+  stage.Screens().Unload("ProgramForm");
+  stage.RunFor(300);
+}
+
+void StatusScreens(PictureStage& stage) {
+  struct Row {
+    Key Opens;
+    const char* Screen;
+  };
+  constexpr Row Rows[] = {{Key::P, "XYPositionForm"},
+                          {Key::A, "AuxPositionForm"},
+                          {Key::V, "ViewProgForm"},
+                          {Key::I, "SetupForm"}};
+  stage.Type(Key::F4);
+  stage.Type(static_cast<Key>('1'));
+  stage.Snap("StatusMenuForm");
+  for (const Row& row : Rows) {
+    stage.Type(row.Opens);
+    stage.RunFor(300);
+    stage.Snap(row.Screen);
+    stage.Type(Key::X);
+  }
+  stage.Type(static_cast<Key>('1'));
+  stage.Type(Key::X);
+}
+
+void Messages(PictureStage& stage) {
+  auto& machine = stage.Controller().TheMachine();
+  machine.RaiseError(2);
+  machine.RaiseBit(5);
+  machine.RaiseBit(0);
+  stage.RunFor(500);
+  stage.Snap("FrontEnd", "error");
+  stage.Type(Key::F9);
+  stage.RunFor(500);
+  stage.Type(Key::Down);
+  stage.RunFor(500);
+  stage.Snap("MessageForm");
+  stage.Type(Key::Up);
+  stage.RunFor(500);
+  stage.Type(Key::H);
+  stage.Snap("MessageForm", "help");
+  stage.Type(Key::X);
+  machine.ClearMessages();
+  stage.RunFor(300);
+}
+
+void Run(PictureStage& stage) {
+  auto& machine = stage.Controller().TheMachine();
+  machine.CycleStart();
+  stage.RunFor(30000);
+  stage.Snap("FrontEnd");
+  StatusScreens(stage);
+  SimulatorPanel panel(stage.Loop(), stage.Controller(), stage.System().Colours);
+  panel.OpenBeside(stage.Desk());
+  stage.Snap(panel.Desk(), "SimulatorPanel", "");
+  machine.FeedHold();
+  stage.RunFor(500);
+  stage.Snap("FrontEnd", "held");
+  machine.RaiseError(3);
+  stage.RunFor(500);
+  stage.Snap(panel.Desk(), "SimulatorPanel", "held");
+  machine.ClearMessages();
+  stage.WhenShows("WarningForm", [&stage] {
+    stage.Snap("WarningForm", "refused");
+    stage.Type(Key::O);
+  });
+  stage.Type(Key::F11);
+  machine.Stop();
+  machine.Release();
+  stage.RunFor(500);
+}
+
+void Graphics(PictureStage& stage) {
+  stage.Type(Key::F7);
+  stage.Type(Key::K);
+  stage.Type(Key::L);
+  stage.RunFor(100);
+  stage.Snap("FrontEnd", "graphics");
+  stage.Type(Key::K);
+  stage.Type(Key::L);
+  stage.Type(Key::X);
+  stage.RunFor(100);
+}
+
+void LongNames(PictureStage& stage) {
+  stage.Select("SHOP", LongName);
+  stage.Type(Key::F11);
+  stage.RunFor(300);
+  stage.Snap("FrontEnd", "empty-slot");
+  stage.Select("SHOP", "INCH-PLATE");
+  stage.Snap("FrontEnd", "long-name");
+}
+
+void Dialogs(PictureStage& stage) {
+  stage.WhenShows("WarningForm", [&stage] {
+    stage.Snap("WarningForm", "one-line");
+    stage.Type(Key::C);
+  });
+  stage.Console().Screens().ShowWarning("\n\nProgram Not Found !", 1, 1);
+  stage.WhenShows("WarningForm", [&stage] {
+    stage.Snap("WarningForm");
+    stage.Type(Key::C);
+  });
+  stage.Console().Screens().ShowWarning("\nReplace The Program\nBRACKET-40 In SHOP ?", 2, 2);
+  stage.WhenShows("ShutdownForm", [&stage] {
+    stage.Snap("ShutdownForm");
+    stage.Type(Key::C);
+  });
+  stage.Type(Key::F12);
+  stage.WhenShows("WarningForm", [&stage] {
+    stage.Snap("WarningForm", "link-failure");
+    stage.Controller().SetFaults({});
+    stage.Type(Key::C);
+  });
+  simulator::FaultSettings silent;
+  silent.Rate(simulator::FaultKind::Silence) = 1;
+  stage.Controller().SetFaults(silent);
+  stage.RunFor(30000);
+}
+
+}  // namespace
+
+void MakeLongNames(const std::string& folder) {
+  namespace fs = std::filesystem;
+  const fs::path shop = fs::path(folder) / "Programs" / "SHOP";
+  fs::copy_file(shop / "GASKET.prg", shop / (std::string(LongName) + ".prg"));
+}
+
+void PlayScenes(PictureStage& stage) {
+  stage.Start();
+  stage.Snap("FrontEnd", "empty");
+  ProgramScreen(stage);
+  stage.Select("SHOP", "NEST");
+  stage.Snap("FrontEnd", "selected");
+  Run(stage);
+  Graphics(stage);
+  Messages(stage);
+  LongNames(stage);
+  Dialogs(stage);
+}
+
+}  // namespace torvane::tools

@@ -1,0 +1,101 @@
+#include "tools/PictureStage.h"
+
+#include <QCoreApplication>
+
+#include "app/StartUp.h"
+#include "console/SplashForm.h"
+#include "platform/RuntimeFault.h"
+
+namespace torvane::tools {
+
+namespace {
+
+constexpr int LookMs = 10;
+/// Longer than any screen takes to come, the dialog of a dead line included.
+constexpr int PatienceMs = 60000;
+constexpr double MachineSpeed = 1;
+
+}  // namespace
+
+PictureStage::PictureStage(const std::string& installation, PictureOptions options)
+    : options_(std::move(options)),
+      files_(installation),
+      clock_({2026, 3, 4, 5, 6, 7}),
+      machine_(loop_, files_, MachineSpeed),
+      desk_(loop_),
+      console_({system_, files_, machine_.Port(), clock_, drives_, desk_}),
+      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, end_}) {}
+
+PictureStage::~PictureStage() { system_.ShuttingDown = true; }
+
+void PictureStage::Start() {
+  app::StartUp(
+      {system_, loop_, files_, console_.Trio(), console_.Downloads(), console_.Store(), *this});
+  RunFor(500);
+}
+
+void PictureStage::TypeText(std::string_view text) {
+  for (const char character : text) desk_.TypeKey(toolkit::KeyStroke(character));
+}
+
+void PictureStage::RunFor(int ms) {
+  QCoreApplication::processEvents();
+  loop_.RunFor(ms);
+}
+
+void PictureStage::WhenShows(const std::string& screen, std::function<void()> job) {
+  Await(screen, PatienceMs, std::move(job));
+}
+
+void PictureStage::Await(const std::string& screen, int patienceMs, std::function<void()> job) {
+  if (patienceMs < 0) throw platform::RuntimeFault(screen, "never came up");
+  loop_.After(LookMs, [this, screen, patienceMs, job = std::move(job)] {
+    if (!Screens().Visible(screen)) return Await(screen, patienceMs - LookMs, job);
+    job();
+  });
+}
+
+void PictureStage::Select(const std::string& directory, const std::string& program) {
+  if (!console_.Selection().SelectProgram(directory, program))
+    throw platform::RuntimeFault(directory + "/" + program, "was not selected");
+  Screens().Unload("SetupForm");
+  RunFor(300);
+}
+
+void PictureStage::Snap(const std::string& screen, const std::string& state) {
+  Snap(desk_, screen, state);
+}
+
+void PictureStage::Snap(toolkit::Desk& desk, const std::string& screen, const std::string& state) {
+  if (!state.empty() && !options_.EveryState) return;
+  const std::string path = options_.Folder + "/" + screen + (state.empty() ? "" : "-" + state) +
+                           "-" + std::to_string(options_.Size.Width) + "x" +
+                           std::to_string(options_.Size.Height) + ".png";
+  QCoreApplication::processEvents();
+  desk.Refresh();
+  if (!desk.SavePicture(path)) throw platform::RuntimeFault(path, "can not be written");
+}
+
+void PictureStage::ShowSplash() {
+  desk_.OpenWindow(options_.Size.Width, options_.Size.Height);
+  console_.Open();
+  Screens().Show(console::SplashForm::ScreenName);
+  Snap("SplashForm");
+}
+
+void PictureStage::UnloadSplash() { Screens().Unload(console::SplashForm::ScreenName); }
+
+void PictureStage::SystemMessageBox(std::string_view title, std::string_view text) {
+  throw platform::RuntimeFault(std::string(title), std::string(text));
+}
+
+void PictureStage::ShowFrontEnd() { Screens().Show(console::FrontEnd::ScreenName); }
+
+bool PictureStage::FrontEndVisible() const {
+  return const_cast<console::Console&>(console_).Screens().Set().Visible(
+      console::FrontEnd::ScreenName);
+}
+
+void PictureStage::UnloadFrontEnd() { Screens().Unload(console::FrontEnd::ScreenName); }
+
+}  // namespace torvane::tools
