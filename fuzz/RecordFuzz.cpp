@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     records.push_back(record);
   }
   if (records.empty()) return 0;
-  platform::RecordingCanvas canvas;
+  platform::RecordingCanvas canvas(640, 480);
   const core::ColourTable colours;
   core::MachineData machine;
   machine.YDirection = 1;
