@@ -1,5 +1,6 @@
 // Where everything stands on the main screen: one grid, the plot takes what the rest leaves.
 #include "console/FrontEnd.h"
+#include "console/MainAreas.h"
 #include "toolkit/Area.h"
 
 namespace torvane::console {
@@ -9,7 +10,6 @@ using toolkit::Metrics;
 
 namespace {
 
-constexpr int PositionBoxWidth = 264;
 constexpr int FigureRowHeight = 96;
 constexpr int MainKeys = 7;
 /// Widths of the program keys and of the last two keys, in main keys.
@@ -23,7 +23,7 @@ constexpr int GraphicsKeys = 6;
 void FrontEnd::Layout(const Metrics& metrics) {
   Area rest = Window().Inside();
   header_->Place(toolkit::TakeTop(rest, metrics.TitleHeight));
-  const Area strip = toolkit::TakeBottom(rest, metrics.KeyHeight + 2 * metrics.Gap);
+  const Area strip = toolkit::TakeBottom(rest, KeyStripHeight(metrics));
   keyStrip_->Place(strip);
   LayoutKeys({0, 0, strip.Width, strip.Height}, metrics);
   rest = rest.Inset(metrics.Gap);

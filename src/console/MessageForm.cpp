@@ -10,7 +10,7 @@ using toolkit::Key;
 namespace {
 
 /// Pixels of the drawing.
-constexpr int HelpLineHeight = 24;
+constexpr int HelpLineHeight = 21;
 
 }  // namespace
 

@@ -136,7 +136,7 @@ void ProgramForm::Layout(const toolkit::Metrics& metrics) {
   const int height =
       (sideRows + 1) * metrics.KeyHeight + (sideRows - 1) * metrics.Gap + 3 * metrics.Margin;
   const int side = metrics.Px(216);
-  toolkit::Area rest = PlaceBody(metrics, metrics.Px(832), height);
+  toolkit::Area rest = PlaceBody(metrics, metrics.Px(928), height);
   toolkit::Area bottom = toolkit::TakeBottom(rest, metrics.KeyHeight, metrics.Margin);
   exit_->Place(toolkit::TakeRight(bottom, side, metrics.Margin));
   select_->Place(bottom);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "console/MainAreas.h"
 #include "console/ScreenSet.h"
 
 namespace torvane::console {
@@ -182,20 +183,22 @@ void Screen::HandOver() {
   if (auto* exit = parent.Find("ExitButton")) parent.FocusOn(exit);
 }
 
-/// A screen that opens over another stands a title's height below and beside it, so that a stack
-/// reads as a stack; within the desk, and off the key strip where there is room.
-void Screen::Cascade() {
+/// Over the plot, so that the figures, the header and the keys of the main screen stay in sight
+/// where there is room; over another screen a title's height below and beside it, so that a stack
+/// reads as a stack.
+void Screen::ChoosePlace() {
   if (traits_.Centred || traits_.Backdrop) return;
-  const toolkit::Form* below = nullptr;
-  for (const toolkit::Form* form : screens_.Desk().Forms()) {
-    if (form->Visible() && !form->Backdrop() && form != &form_) below = form;
-  }
-  if (below == nullptr) return;
   const toolkit::Metrics& m = form_.Measures();
-  const int right = screens_.Desk().width() - m.Gap;
-  const int bottom = screens_.Desk().height() - m.KeyHeight - 3 * m.Gap;
-  form_.MoveTo(std::max(m.Gap, std::min(below->Left() + m.TitleHeight, right - form_.width())),
-               std::max(m.Gap, std::min(below->Top() + m.TitleHeight, bottom - form_.height())));
+  const toolkit::Area room = PlotArea(m);
+  int left = room.X + (room.Width - form_.width()) / 2;
+  int top = room.Y + (room.Height - form_.height()) / 2;
+  for (const toolkit::Form* below : screens_.Desk().Forms()) {
+    if (!below->Visible() || below->Backdrop() || below == &form_) continue;
+    left = below->Left() + m.TitleHeight;
+    top = below->Top() + m.TitleHeight;
+  }
+  form_.MoveTo(std::max(m.Gap, std::min(left, room.Right() - form_.width())),
+               std::max(m.Gap, std::min(top, room.Bottom() - form_.height())));
 }
 
 toolkit::Area Screen::PlaceBody(const toolkit::Metrics& metrics, int bodyWidth, int bodyHeight) {

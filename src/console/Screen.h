@@ -125,7 +125,7 @@ class Screen {
   bool KeyDown(const toolkit::KeyStroke& stroke);
   void Activate();
   void HandOver();
-  void Cascade();
+  void ChoosePlace();
   template <class Control, class... Arguments>
   Control& Make(QWidget& parent, const std::string& name, Role role, Arguments&&... arguments);
 

@@ -40,7 +40,7 @@ Screen* ScreenSet::Load(const std::string& name) {
   screens_[name] = std::move(made);
   screen->Window().OnLayout([screen](const toolkit::Metrics& metrics) { screen->Layout(metrics); });
   screen->Guard([screen] { screen->Loaded(); })();
-  screen->Cascade();
+  screen->ChoosePlace();
   return screen;
 }
 

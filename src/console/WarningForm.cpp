@@ -15,6 +15,18 @@ namespace {
 /// two lines then stands in the middle.
 constexpr int LeastLines = 5;
 
+/// Longest line, in characters, that the large type has room for.
+constexpr std::size_t LargeLine = 46;
+
+bool FitsLarge(const std::string& text) {
+  std::size_t start = 0;
+  for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', start)) {
+    if (end - start > LargeLine) return false;
+    start = end + 1;
+  }
+  return text.size() - start <= LargeLine;
+}
+
 int LineCount(const std::string& text) {
   return 1 + static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
@@ -31,7 +43,7 @@ WarningForm::WarningForm(ScreenSet& screens, supervision::WarningBox& box)
                        .Accelerators = false}),
       box_(box) {
   MakeMarks();
-  label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Bold,
+  label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Entry,
                      toolkit::Alignment::Centre);
   label_->SetAtTop(true);
   label_->SetPlainText(true);
@@ -74,6 +86,7 @@ void WarningForm::Activated() {
     for (toolkit::ImageMark* mark : pair.Marks) mark->SetVisible(pair.Images == box_.Images());
   }
   label_->SetText(box_.Text());
+  label_->SetStyle(FitsLarge(box_.Text()) ? toolkit::TypeStyle::Entry : toolkit::TypeStyle::Bold);
   const supervision::WarningLayout& layout = box_.Layout();
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const bool shown = layout.Visible(static_cast<int>(i));
@@ -104,9 +117,9 @@ bool WarningForm::OtherKey(const toolkit::KeyStroke& stroke) {
 
 void WarningForm::Layout(const toolkit::Metrics& metrics) {
   const int lines = std::max(LeastLines, LineCount(label_->Text()));
-  const int text = lines * metrics.Px(30);
+  const int text = lines * metrics.Px(37);
   toolkit::Area rest =
-      PlaceBody(metrics, metrics.Px(680), text + metrics.KeyHeight + 3 * metrics.Margin);
+      PlaceBody(metrics, metrics.Px(800), text + metrics.KeyHeight + 3 * metrics.Margin);
   auto keys = toolkit::TakeBottom(rest, metrics.KeyHeight, metrics.Margin);
   const auto cells = toolkit::Columns(keys, 3, metrics.Gap);
   for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->Place(cells[i]);

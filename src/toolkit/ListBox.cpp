@@ -251,7 +251,7 @@ void ListBox::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), ToQColor(Background()));
   QFont font = FontOf(m, TypeStyle::Body);
   const int row = RowHeight();
-  font.setPixelSize(std::min(font.pixelSize(), std::max(8, row * 7 / 10)));
+  font.setPixelSize(std::min(font.pixelSize(), std::max(8, row * 3 / 4)));
   painter.setFont(font);
   const int right = bar_.Visible() ? bar_.x() : width() - m.Hairline;
   const Colour text = Enabled() ? Foreground() : Faded(Foreground(), Background());

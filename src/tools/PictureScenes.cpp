@@ -52,7 +52,7 @@ void ProgramScreen(PictureStage& stage) {
     stage.Snap("WarningForm", "two-lines");
     stage.Type(Key::O);
   });
-  (void)stage.Console().Selection().SelectProgram("FAULTS", "LIMIT-X");
+  (void)stage.Console().Selection().SelectProgram("FAULTS", "NO-SUB");
   stage.Screens().Unload("ProgramForm");
   stage.RunFor(300);
 }
