@@ -72,11 +72,19 @@ void AddFigures(std::string& text, const CheckResult& result) {
   AddRow(text, "table lines", std::to_string(slot.TableLines));
 }
 
+/// What refuses the program first, then the warnings, each in the order of the walk. A message that
+/// comes again and again stands once, over all its blocks.
 void AddErrors(std::string& text, const CheckResult& result) {
-  for (const auto& error : result.Errors) {
-    AddRow(text, error.Critical ? "CRITICAL" : "warning", core::Trim(error.Message));
-    if (error.BlockNumber == 0 && error.Block.empty()) continue;
-    AddRow(text, "", "block " + std::to_string(error.BlockNumber) + ": " + error.Block);
+  for (const bool critical : {true, false}) {
+    std::string_view last;
+    for (const auto& error : result.Errors) {
+      if (error.Critical != critical) continue;
+      const auto message = core::Trim(error.Message);
+      if (message != last) AddRow(text, critical ? "CRITICAL" : "warning", message);
+      last = message;
+      if (error.BlockNumber == 0 && error.Block.empty()) continue;
+      AddRow(text, "", "block " + std::to_string(error.BlockNumber) + ": " + error.Block);
+    }
   }
 }
 

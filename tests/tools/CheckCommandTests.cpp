@@ -102,6 +102,20 @@ TEST(Check, BlocksCountInTheProgramWithoutItsEmptyLines) {
   EXPECT_TRUE(shop.Says("block 4: G01 X9999 Y10\n")) << shop.Out.str();
 }
 
+TEST(Check, PutsCriticalErrorsFirstAndARepeatedMessageOnce) {
+  Shop shop;
+  shop.Put("MANY",
+           "! SHEET : X500 Y300\r\nG71 G90\r\nG00 X10 Y10\r\nG01 X9999 Y10\r\nG00 X10 Y10\r\n"
+           "G01 X9998 Y10\r\nG00 X10 Y10\r\nG03 X20 Y10 R1\r\nM30\r\n");
+  EXPECT_EQ(shop.Run({"JOBS", "MANY"}), CheckStatus::Refused);
+  const auto text = shop.Out.str();
+  const auto warning = text.find("warning         Out of limits in X\n");
+  ASSERT_NE(warning, std::string::npos) << text;
+  EXPECT_EQ(text.find("Out of limits in X", warning + 30), std::string::npos) << text;
+  EXPECT_LT(text.find("CRITICAL"), warning);
+  EXPECT_LT(text.find("block 4: G01 X9999 Y10\n", warning), text.find("block 6: G01 X9998 Y10\n"));
+}
+
 TEST(Check, OfAnIllegalKerfWidthIsARefusal) {
   Shop shop;
   EXPECT_EQ(shop.Run({"FAULTS", "KERF-WIDTH"}), CheckStatus::Refused);
