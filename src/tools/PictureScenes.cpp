@@ -44,10 +44,12 @@ void ProgramScreen(PictureStage& stage) {
   Pads(stage);
   for (int step = 0; step < 3; ++step) stage.Type(Key::Down);
   stage.Snap("ProgramForm");
-  if (auto* box = dynamic_cast<toolkit::PickBox*>(ControlOf(stage, "ProgramForm", "ProgramCombo")))
+  if (auto* box =
+          dynamic_cast<toolkit::PickBox*>(ControlOf(stage, "ProgramForm", "ProgramCombo"))) {
     box->OpenList();
-  stage.Snap("ProgramForm", "list");
-  stage.Type(Key::Escape);
+    stage.Snap("ProgramForm", "list");
+    box->CloseList();
+  }
   stage.WhenShows("WarningForm", [&stage] {
     stage.Snap("WarningForm", "two-lines");
     stage.Type(Key::O);

@@ -20,8 +20,8 @@ namespace {
 
 constexpr int RefreshMs = 100;
 /// Pixels: a window for the pointer, small beside the console.
-constexpr int PanelWidth = 268;
-constexpr int PanelHeight = 476;
+constexpr int PanelWidth = 264;
+constexpr int PanelHeight = 456;
 
 /// Lit or not, by the words of the status variable that the console reads too.
 struct LampRow {
@@ -187,11 +187,8 @@ void SimulatorPanel::MakeSpeeds() {
     });
     speeds_[i] = &key;
   }
-  for (std::size_t i = 0; i < state_.size(); ++i) {
-    state_[i] = &Make(new toolkit::Label(body_, "", TypeStyle::Body),
-                      "StateLabel(" + std::to_string(i + 1) + ")", ColourName::PanelBackground,
-                      ColourName::PanelText);
-  }
+  state_ = &Make(new toolkit::Label(body_, "", TypeStyle::Body), "StateLabel",
+                 ColourName::PanelBackground, ColourName::PanelText);
 }
 
 void SimulatorPanel::Refresh() {
@@ -201,11 +198,8 @@ void SimulatorPanel::Refresh() {
     lamps_[i]->SetLit((status & LampRows[i].Bit) != 0);
   hold_->SetDown(machine.Held(), toolkit::Events::Silent);
   beam_->SetDown(machine.BeamAllowed(), toolkit::Events::Silent);
-  const auto number = [](double value, int places) { return core::NumberText(value, places); };
-  const simulator::Position& at = machine.At();
-  state_[0]->SetText("X " + number(at.X, 1) + "   Y " + number(at.Y, 1) + "   Z " +
-                     number(at.Z, 1));
-  state_[1]->SetText("F " + number(machine.FeedNow(), 0) + "   LINE " + number(machine.Line(), 0));
+  const auto number = [](double value) { return core::NumberText(value, 0); };
+  state_->SetText("LINE " + number(machine.Line()) + "   F " + number(machine.FeedNow()));
 }
 
 void SimulatorPanel::Drag(const toolkit::PointerEvent& event) {

@@ -91,7 +91,7 @@ class SimulatorPanel {
   toolkit::TwoStateButton* beam_ = nullptr;
   toolkit::Frame* speedFrame_ = nullptr;
   std::array<toolkit::OptionButton*, Speeds.size()> speeds_{};
-  std::array<toolkit::Label*, 2> state_{};
+  toolkit::Label* state_ = nullptr;
   std::vector<std::pair<toolkit::Key, toolkit::Button*>> keys_;
   std::pair<int, int> grabbed_{0, 0};  ///< where the title was pressed, pixels
   std::unique_ptr<platform::Timer> timer_;

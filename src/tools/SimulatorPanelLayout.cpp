@@ -42,7 +42,7 @@ void SimulatorPanel::Layout(const Metrics& metrics) {
   speedFrame_->Place(
       toolkit::TakeTop(rest, toolkit::Frame::HeightFor(metrics, SmallKeyHeight), gap));
   LayoutSpeeds(metrics);
-  for (toolkit::Label* line : state_) line->Place(toolkit::TakeTop(rest, StateLineHeight));
+  state_->Place(toolkit::TakeTop(rest, StateLineHeight));
 }
 
 void SimulatorPanel::LayoutFaults(const Metrics& metrics) {

@@ -1,0 +1,159 @@
+// The simulated machine's panel: its keys, lamps and switches, worked as a person works them.
+#include <gtest/gtest.h>
+
+#include "support/QtEnvironment.h"
+#include "tools/SimulatorPanel.h"
+
+namespace torvane::tools {
+namespace {
+
+using toolkit::Key;
+
+class SimulatorPanelTest : public ::testing::Test {
+ protected:
+  SimulatorPanelTest() : Controller({}), Panel(Loop, Controller, core::ColourTable()) {
+    Panel.OpenAlone([this] { ++Closed; });
+  }
+
+  void Send(std::string_view line) {
+    Controller.Receive(std::string(line) + "\r");
+    Controller.Advance(0.01);
+    (void)Controller.TakeOutput();
+  }
+  template <class Kind>
+  Kind& Find(const std::string& name) {
+    auto* control = dynamic_cast<Kind*>(Panel.Window().Find(name));
+    if (control == nullptr) throw std::runtime_error("no control " + name);
+    return *control;
+  }
+  void Press(const std::string& name) { tests::Click(Find<toolkit::Button>(name)); }
+  bool Lit(const std::string& name) {
+    Controller.Advance(0.01);
+    Panel.Refresh();
+    return Find<PanelLamp>(name).Lit();
+  }
+  simulator::Machine& Machine() { return Controller.TheMachine(); }
+
+  toolkit::QtLoop Loop;
+  simulator::SimulatedController Controller;
+  SimulatorPanel Panel;
+  int Closed = 0;
+};
+
+TEST_F(SimulatorPanelTest, FeedHoldHoldsAndASecondPressReleases) {
+  EXPECT_FALSE(Lit("HoldLamp"));
+  Press("HoldButton");
+  EXPECT_TRUE(Machine().Held());
+  EXPECT_TRUE(Lit("HoldLamp"));
+  EXPECT_TRUE(Find<toolkit::TwoStateButton>("HoldButton").Down());
+  Press("HoldButton");
+  EXPECT_FALSE(Machine().Held());
+  EXPECT_FALSE(Lit("HoldLamp"));
+}
+
+TEST_F(SimulatorPanelTest, AHoldFromElsewhereShowsOnTheKeyWithoutHoldingAgain) {
+  Machine().FeedHold();
+  EXPECT_TRUE(Lit("HoldLamp"));
+  EXPECT_TRUE(Find<toolkit::TwoStateButton>("HoldButton").Down());
+  Machine().Release();
+  EXPECT_FALSE(Lit("HoldLamp"));
+  EXPECT_FALSE(Find<toolkit::TwoStateButton>("HoldButton").Down());
+  EXPECT_FALSE(Machine().Held());
+}
+
+TEST_F(SimulatorPanelTest, TheLettersOfTheCaptionsPressTheKeys) {
+  Panel.Desk().TypeKey(toolkit::KeyStroke(Key::H));
+  EXPECT_TRUE(Machine().Held());
+  Panel.Desk().TypeKey(toolkit::KeyStroke(Key::B));
+  EXPECT_FALSE(Machine().BeamAllowed());
+  Panel.Desk().TypeKey(toolkit::KeyStroke(Key::E));
+  EXPECT_EQ(Controller.Memory().Variable(simulator::Vr::IoMessage), 2);
+  Panel.Desk().TypeKey(toolkit::KeyStroke(Key::C));
+  EXPECT_EQ(Controller.Memory().Variable(simulator::Vr::IoMessage), 0);
+  Panel.Desk().TypeKey(toolkit::KeyStroke(Key::Q));
+  EXPECT_TRUE(Machine().Held());
+}
+
+TEST_F(SimulatorPanelTest, CycleStartRunsAndStopEnds) {
+  Send("TABLE(500,0,100,0,0,0,0,0)");
+  Send("TABLE(507,-999)");
+  Send("VR(91)=1");
+  EXPECT_FALSE(Lit("RunningLamp"));
+  Press("StartButton");
+  EXPECT_EQ(Machine().Mode(), simulator::MachineMode::Running);
+  EXPECT_TRUE(Lit("RunningLamp"));
+  Press("StopButton");
+  EXPECT_EQ(Machine().Mode(), simulator::MachineMode::Idle);
+  EXPECT_FALSE(Lit("RunningLamp"));
+}
+
+TEST_F(SimulatorPanelTest, TheChosenErrorIsRaisedLitAndCleared) {
+  Press("ErrorMore");
+  Press("ErrorMore");
+  Press("ErrorLess");
+  EXPECT_EQ(Find<toolkit::Label>("ErrorNumber").Text(), "3");
+  Press("ErrorButton");
+  EXPECT_EQ(Controller.Memory().Variable(simulator::Vr::IoMessage), 3);
+  EXPECT_TRUE(Lit("ErrorLamp"));
+  Press("ClearButton");
+  EXPECT_EQ(Controller.Memory().Variable(simulator::Vr::IoMessage), 0);
+  EXPECT_FALSE(Lit("ErrorLamp"));
+}
+
+TEST_F(SimulatorPanelTest, NumbersGoRoundAtTheirEnds) {
+  Press("BitLess");
+  EXPECT_EQ(Find<toolkit::Label>("BitNumber").Text(), "30");
+  Press("BitButton");
+  EXPECT_EQ(Controller.Memory().Variable(simulator::Vr::LogicMessages), 1 << 30);
+  Press("BitMore");
+  EXPECT_EQ(Find<toolkit::Label>("BitNumber").Text(), "0");
+  Press("ErrorLess");
+  Press("ErrorLess");
+  EXPECT_EQ(Find<toolkit::Label>("ErrorNumber").Text(), "64");
+}
+
+TEST_F(SimulatorPanelTest, TheSpeedInForceIsDownAndAnotherTakesItsPlace) {
+  EXPECT_TRUE(Find<toolkit::OptionButton>("SpeedButton(1)").Down());
+  Press("SpeedButton(5)");
+  EXPECT_EQ(Controller.Speed(), 20);
+  EXPECT_TRUE(Find<toolkit::OptionButton>("SpeedButton(5)").Down());
+  EXPECT_FALSE(Find<toolkit::OptionButton>("SpeedButton(1)").Down());
+  Press("SpeedButton(0)");
+  EXPECT_EQ(Controller.Speed(), 0.5);
+}
+
+TEST_F(SimulatorPanelTest, ClosingTheWindowTellsItsOwner) {
+  Panel.Desk().close();
+  EXPECT_EQ(Closed, 1);
+}
+
+TEST_F(SimulatorPanelTest, NothingIsCutOrOverlaps) {
+  const auto controls = Panel.Window().Controls();
+  for (const auto* control : controls) {
+    const auto* parent = control->parentWidget();
+    EXPECT_TRUE(parent->rect().contains(control->geometry())) << control->Name();
+    for (const auto* other : controls) {
+      if (other == control || other->parentWidget() != parent) continue;
+      EXPECT_FALSE(control->geometry().intersects(other->geometry()))
+          << control->Name() << " and " << other->Name();
+    }
+  }
+}
+
+TEST(SimulatorPanelBeside, NeverTakesTheKeyboardAndStaysAboveTheConsole) {
+  toolkit::QtLoop loop;
+  toolkit::Desk console(loop);
+  console.OpenWindow(1280, 1024);
+  simulator::SimulatedController controller({});
+  SimulatorPanel panel(loop, controller, core::ColourTable());
+  panel.OpenBeside(console);
+  const auto flags = panel.Desk().windowFlags();
+  EXPECT_TRUE(flags.testFlag(Qt::WindowDoesNotAcceptFocus));
+  EXPECT_TRUE(flags.testFlag(Qt::WindowStaysOnTopHint));
+  EXPECT_TRUE(flags.testFlag(Qt::Tool));
+  EXPECT_TRUE(panel.Desk().testAttribute(Qt::WA_ShowWithoutActivating));
+  EXPECT_TRUE(console.geometry().contains(panel.Desk().geometry()));
+}
+
+}  // namespace
+}  // namespace torvane::tools
