@@ -140,10 +140,11 @@ TEST(Check, OfADirectoryTakesAllItsProgramsInOrder) {
 
 TEST(Check, OnAnyNumberOfThreadsPrintsTheSame) {
   Shop shop;
-  static_cast<void>(shop.Run({"--jobs", "1", "FAULTS"}));
+  for (int i = 0; i < 20; ++i) shop.Put("JOB" + std::to_string(i), i % 3 == 0 ? Faulty : Plain);
+  EXPECT_EQ(shop.Run({"--jobs", "1", "JOBS"}), CheckStatus::Refused);
   const auto one = shop.Out.str();
   for (int round = 0; round < 5; ++round) {
-    static_cast<void>(shop.Run({"--jobs", "8", "FAULTS"}));
+    EXPECT_EQ(shop.Run({"--jobs", "8", "JOBS"}), CheckStatus::Refused);
     EXPECT_EQ(shop.Out.str(), one);
   }
 }
