@@ -72,7 +72,9 @@ char* DropZeros(char* end) {
 /// digits no two decimals read back as the same double, so the one that does is the shortest.
 char* PutShortest(char* out, char* end, double magnitude) {
   if (magnitude < 1e9) {
-    const auto scaled = static_cast<std::uint64_t>(magnitude * 1e4 + 0.5);
+    // A wrong guess at a half is found out by the comparison.
+    const auto scaled =
+        static_cast<std::uint64_t>(magnitude * 1e4 + 0.5);  // NOLINT(bugprone-incorrect-roundings)
     if (static_cast<double>(scaled) / 1e4 == magnitude) {
       return DropZeros(PutDecimals(out, scaled, 4));
     }
@@ -82,7 +84,8 @@ char* PutShortest(char* out, char* end, double magnitude) {
 
 /// True when `places` decimals give back the single; `scaled` is then the number times 10^places.
 bool ReadsBack(double magnitude, double scale, float single, std::uint64_t& scaled) {
-  scaled = static_cast<std::uint64_t>(magnitude * scale + 0.5);
+  scaled =
+      static_cast<std::uint64_t>(magnitude * scale + 0.5);  // NOLINT(bugprone-incorrect-roundings)
   return static_cast<float>(static_cast<double>(scaled) / scale) == single;
 }
 
@@ -203,7 +206,9 @@ bool IsBeyondRange(std::string_view number) {
   std::ptrdiff_t exponent = 0;
   const auto read =
       std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
-  if (read.ec == std::errc::result_out_of_range) return !negative;
+  // No number that the machine's memory holds shifts its point that far.
+  constexpr std::ptrdiff_t LargestExponent = 1'000'000'000;
+  if (read.ec == std::errc::result_out_of_range || exponent > LargestExponent) return !negative;
   return point - first + (negative ? -exponent : exponent) > 0;
 }
 

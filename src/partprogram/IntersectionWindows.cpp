@@ -70,10 +70,11 @@ void ChordWindows::AddAngles(double from, double to) {
   // Degrees from the arc's start to the window's first edge, in the direction of the sweep.
   const double first =
       arc_.Sweep < 0 ? arc_.Start - to * (180 / core::Pi) : from * (180 / core::Pi) - arc_.Start;
-  for (double edge = core::NormaliseAngle(first) - 360; edge <= std::fabs(arc_.Sweep);
-       edge += 360) {
+  double edge = core::NormaliseAngle(first) - 360;
+  while (edge <= std::fabs(arc_.Sweep)) {
     Add({static_cast<std::int64_t>(std::floor(edge / step)) - 1,
          static_cast<std::int64_t>(std::ceil((edge + width) / step)) + 2});
+    edge += 360;
   }
 }
 
