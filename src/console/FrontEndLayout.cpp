@@ -46,8 +46,7 @@ void FrontEnd::LayoutPositions(const Metrics& metrics) {
                      : Area{rest.X, rest.Y, rest.Width, 0};
     positionLabels_[i]->Place(toolkit::TakeLeft(row, metrics.Px(32)));
     positionTexts_[i]->Place(row);
-    positionLines_[i]->Place(shown ? Area{rest.X, rest.Y, rest.Width, metrics.Hairline}
-                                   : Area{rest.X, rest.Y, 0, 0});
+    positionLines_[i]->Place(toolkit::TakeTop(rest, shown ? metrics.Hairline : 0));
   }
 }
 

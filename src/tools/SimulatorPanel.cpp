@@ -54,7 +54,9 @@ SimulatorPanel::SimulatorPanel(platform::EventLoop& loop,
                  "TitlePanel", ColourName::HeaderBackground, ColourName::HeaderText);
   title_->OnMouseDown([this](const toolkit::PointerEvent& event) {
     grabbed_ = {event.X, event.Y};
-    if (QWindow* window = desk_.windowHandle()) window->startSystemMove();
+    // Where a window may not place itself, the window system is asked to move it.
+    if (QGuiApplication::platformName().startsWith("wayland"))
+      desk_.windowHandle()->startSystemMove();
   });
   title_->OnMouseMove([this](const toolkit::PointerEvent& event) { Drag(event); });
   body_ = &Make(new toolkit::Panel(&form_, toolkit::PanelStyle::Body), "BodyPanel",

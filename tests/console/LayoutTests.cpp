@@ -1,0 +1,146 @@
+// Every screen at every size: nothing cut, nothing over anything else, keys that a finger hits, the
+// state of the machine in sight.
+#include <array>
+
+#include "ConsoleFixture.h"
+#include "console/MainAreas.h"
+#include "toolkit/PlotCanvas.h"
+
+namespace torvane::tests {
+namespace {
+
+struct DeskSize {
+  int Width;
+  int Height;
+};
+
+constexpr int LowestKey = 56;
+
+class Layouts : public ConsoleFixture, public ::testing::WithParamInterface<DeskSize> {
+ protected:
+  /// The main screen at the size of the parameter.
+  void Open() {
+    Start();
+    Desk->resize(GetParam().Width, GetParam().Height);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(Desk->Measures().DeskWidth, GetParam().Width);
+  }
+  static void Check(toolkit::Form& form) {
+    EXPECT_TRUE(form.parentWidget()->rect().contains(form.geometry())) << form.Name();
+    const auto controls = form.Controls();
+    for (const toolkit::Control* control : controls) {
+      if (!control->OnShow()) continue;
+      const std::string name = form.Name() + ": " + control->Name();
+      EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << name;
+      EXPECT_GT(control->width(), 0) << name;
+      EXPECT_GT(control->height(), 0) << name;
+      if (dynamic_cast<const toolkit::Button*>(control) != nullptr) {
+        EXPECT_GE(control->height(), LowestKey) << name;
+      }
+      for (const toolkit::Control* other : controls) CheckApart(*control, *other, name);
+    }
+  }
+  static void CheckApart(const toolkit::Control& control, const toolkit::Control& other,
+                         const std::string& name) {
+    if (&other == &control || !other.OnShow()) return;
+    if (other.parentWidget() != control.parentWidget()) return;
+    // An empty field stands behind the figures, for the time that they are hidden.
+    if (control.Name() == "FigureField" || other.Name() == "FigureField") return;
+    EXPECT_FALSE(control.geometry().intersects(other.geometry())) << name << ", " << other.Name();
+  }
+};
+
+TEST_P(Layouts, TheMainScreenFits) {
+  Open();
+  Check(Main().Window());
+  TypeF(7);
+  ASSERT_TRUE(System.Console.PlotKeysActive);
+  Check(Main().Window());
+}
+
+TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
+  Open();
+  const toolkit::Area plot = console::PlotArea(Desk->Measures());
+  const QRect figures(plot.Right(), 0, Desk->width() - plot.Right(), Desk->height());
+  const QRect keys(0, plot.Bottom(), Desk->width(), Desk->height() - plot.Bottom());
+  for (const char* name :
+       {"ProgramForm", "StatusMenuForm", "XYPositionForm", "AuxPositionForm", "ViewProgForm",
+        "SetupForm", "MessageForm", "NumberForm", "KeyboardForm"}) {
+    ASSERT_TRUE(Screens().Show(name)) << name;
+    toolkit::Form& form = Screens().Find(name)->Window();
+    Check(form);
+    EXPECT_FALSE(form.geometry().intersects(figures)) << name;
+    EXPECT_FALSE(form.geometry().intersects(keys)) << name;
+    Screens().Unload(name);
+  }
+}
+
+TEST_P(Layouts, AScreenOverAnotherLeavesItsTitleInSight) {
+  Open();
+  TypeF(4);
+  toolkit::Form& below = Screens().Find("StatusMenuForm")->Window();
+  Type(toolkit::Key::P);
+  toolkit::Form& above = Screens().Find("XYPositionForm")->Window();
+  EXPECT_EQ(above.Left(), below.Left() + Desk->Measures().TitleHeight);
+  EXPECT_EQ(above.Top(), below.Top() + Desk->Measures().TitleHeight);
+  Check(above);
+}
+
+TEST_P(Layouts, DialogsFit) {
+  Open();
+  for (const char* screen : {"WarningForm", "ShutdownForm"}) {
+    Then([this, screen] {
+      ASSERT_TRUE(Shows(screen));
+      Check(Screens().Find(screen)->Window());
+      Type(toolkit::Key::C);
+    });
+    if (std::string(screen) == "ShutdownForm") {
+      TypeF(12);
+    } else {
+      EXPECT_FALSE(TheConsole->Screens().ShowWarning("\none\n\ntwo\n\nthree\n\nfour\n\n", 2, 1));
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, Layouts,
+                         ::testing::Values(DeskSize{1024, 768}, DeskSize{1280, 1024},
+                                           DeskSize{1920, 1080}),
+                         [](const auto& size) {
+                           return std::to_string(size.param.Width) + "x" +
+                                  std::to_string(size.param.Height);
+                         });
+
+class ProgramLine : public ConsoleFixture {
+ protected:
+  std::string TextLine() {
+    auto* panel = Control<toolkit::Panel>("FrontEnd", "TextPanel");
+    return panel == nullptr ? "(no line)" : panel->Caption();
+  }
+};
+
+TEST_F(ProgramLine, NamesTheActiveProgramAndItsDirectory) {
+  Start();
+  EXPECT_EQ(TextLine(), "");
+  ASSERT_TRUE(TheConsole->Selection().SelectProgram("SHOP", "STAR"));
+  EXPECT_EQ(TextLine(), "STAR SHOP");
+  Screens().Unload("SetupForm");
+  TypeF(11);
+  EXPECT_EQ(TextLine(), "");
+  TypeF(10);
+  EXPECT_EQ(TextLine(), "STAR SHOP");
+}
+
+TEST_F(ProgramLine, GivesWayToTheTitleOfTheGraphicsState) {
+  Start();
+  ASSERT_TRUE(TheConsole->Selection().SelectProgram("SHOP", "STAR"));
+  Screens().Unload("SetupForm");
+  TypeF(7);
+  EXPECT_EQ(TextLine(), "GRAPHICS");
+  TheConsole->Screens().PressProgramButton(1);
+  EXPECT_EQ(TextLine(), "GRAPHICS");
+  Type(toolkit::Key::X);
+  EXPECT_EQ(TextLine(), "");
+}
+
+}  // namespace
+}  // namespace torvane::tests
