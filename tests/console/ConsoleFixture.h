@@ -20,6 +20,7 @@
 #include "platform/Clock.h"
 #include "platform/DiskFileSystem.h"
 #include "platform/Drives.h"
+#include "platform/RuntimeFault.h"
 #include "platform/SessionEnd.h"
 #include "platform/VirtualLoop.h"
 #include "simulator/SimulatedController.h"
