@@ -38,8 +38,10 @@ inline void AppendWord(std::string& out, char letter, double origin, double offs
 /// A slot with two half circles, cut from inside by a lead-in that meets it where a straight side
 /// begins. All sizes differ a little from profile to profile.
 inline void AppendProfile(std::string& out, int index, const GeneratorOptions& options) {
-  const double x = 20 + PitchX * (index % options.Columns);
-  const double y = 12 + PitchY * (index / options.Columns);
+  const int column = index % options.Columns;
+  const int row = index / options.Columns;
+  const double x = 20 + PitchX * column;
+  const double y = 12 + PitchY * row;
   const double width = 20 + 0.125 * (index % 37);
   const double radius = 5 + 0.0625 * (index % 41);
   const auto point = [&](double dx, double dy) {
