@@ -2,6 +2,7 @@
 
 #include "console/ScreenSet.h"
 #include "graphics/FrontEndControls.h"
+#include "graphics/SheetPainter.h"
 #include "toolkit/Theme.h"
 
 namespace torvane::console {
@@ -60,36 +61,9 @@ void FrontEnd::MakePlot() {
     auto* box = new toolkit::PlotCanvas(mainPanel_);  // owned by the panel
     Adopt(*box, Numbered("PlotBox", slot), Role::Plot);
     box->SetFocusable(true);
-    box->Canvas().SetBackground(Colours()[ColourName::PlotBackground]);
+    graphics::SetUpPlotBox(box->Canvas(), Colours());
     box->OnRedraw(Guard([this, slot] { actions_.RedrawPlot(slot); }));
-    SetOverlayColours(*box);
     plotBoxes_[Slot(slot)] = box;
-  }
-}
-
-void FrontEnd::SetOverlayColours(toolkit::PlotCanvas& box) {
-  using platform::Overlay;
-  struct OverlayColour {
-    Overlay Which;
-    ColourName Border;
-  };
-  static constexpr std::array<OverlayColour, 8> Table = {{
-      {Overlay::SheetRect, ColourName::SheetBoundry},
-      {Overlay::LimitRect, ColourName::PunchingZones},
-      {Overlay::ZoomRect, ColourName::PlotCursor},
-      {Overlay::CrossLine1, ColourName::PlotCursor},
-      {Overlay::CrossLine2, ColourName::PlotCursor},
-      {Overlay::IconShape, ColourName::ProfilerMovementIcon},
-      {Overlay::IconLine1, ColourName::ProfilerMovementIcon},
-      {Overlay::IconLine2, ColourName::ProfilerMovementIcon},
-  }};
-  for (const OverlayColour& row : Table) {
-    platform::OverlayState state = box.Canvas().GetOverlay(row.Which);
-    state.Border = Colours()[row.Border];
-    state.Fill = Colours()[ColourName::SheetFill];
-    state.Filled = row.Which == Overlay::SheetRect;
-    state.Visible = false;
-    box.Canvas().SetOverlay(row.Which, state);
   }
 }
 

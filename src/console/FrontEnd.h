@@ -98,7 +98,6 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
   void MakePositions();
   void MakeKeys();
   void MakeGraphicsKeys();
-  void SetOverlayColours(toolkit::PlotCanvas& box);
   void EnableGraphicsKeys(bool enabled);
   void ShowRow(const toolkit::Panel* row);
   /// Runs a press of this screen: then the focus goes to the plot and no open screen stays hidden.
