@@ -115,7 +115,7 @@ Calculation Calculate(std::string_view expression) {
 WordValue GetPlainValue(std::string_view block, std::string_view key) {
   std::string_view rest;
   if (!FindBehind(block, key, rest)) return {};
-  if (rest.starts_with(' ')) rest.remove_prefix(1);
+  rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
   const auto end = std::find_if_not(rest.begin(), rest.end(), IsExpressionPart);
   rest = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
   if (rest.empty()) return {};

@@ -14,8 +14,8 @@ struct WordValue {
   bool Found = false;
 };
 
-/// The text behind the first `key`: digits . + - * / ( ) are taken, a blank behind the first
-/// character or any other character ends it; read as a plain number, nothing is evaluated.
+/// The text behind the first `key`: digits . + - * / ( ) are taken, a blank behind the first of
+/// them or any other character ends it; read as a plain number, nothing is evaluated.
 [[nodiscard]] WordValue GetPlainValue(std::string_view block, std::string_view key);
 
 /// Digits only behind the first `key`, by the rule of ReadDigits; a value of -999 counts as found

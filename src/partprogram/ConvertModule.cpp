@@ -15,17 +15,28 @@ namespace {
 constexpr std::string_view LineEnd = "\r\n";
 
 /// The blocks whose centre words and arc words are rewritten hold none of these.
-constexpr std::array<std::string_view, 7> Foreign = {"G00", "G01", "G04", "G92",
-                                                     "G56", "G53", "M50"};
+constexpr WordSet Foreign{Word::G00, Word::G01, Word::G04, Word::G92,
+                          Word::G56, Word::G53, Word::M50};
 
-bool Holds(std::string_view text, std::string_view word) {
-  return text.find(word) != std::string_view::npos;
+/// Where the last character of the first `word` from `from` on stands, blanks between its
+/// characters not counted: a reader of the block takes "M 01" for the word too. npos without it.
+std::size_t EndOfWord(std::string_view text, std::string_view word, std::size_t from = 0) {
+  for (auto at = text.find(word.front(), from); at != std::string_view::npos;
+       at = text.find(word.front(), at + 1)) {
+    std::size_t last = at;
+    for (std::size_t i = 1; i < word.size() && last != std::string_view::npos; ++i) {
+      last = text.find_first_not_of(' ', last + 1);
+      if (last != std::string_view::npos && text[last] != word[i]) last = std::string_view::npos;
+    }
+    if (last != std::string_view::npos) return last;
+  }
+  return std::string_view::npos;
 }
 
-/// Puts `by` in the place of every `word` (of the same length).
-void Replace(std::string& text, std::string_view word, std::string_view by) {
-  for (auto at = text.find(word); at != std::string::npos; at = text.find(word, at + by.size())) {
-    text.replace(at, word.size(), by);
+/// Gives every `word` another last character.
+void Replace(std::string& text, std::string_view word, char last) {
+  for (auto at = EndOfWord(text, word); at != std::string::npos; at = EndOfWord(text, word, at)) {
+    text[at] = last;
   }
 }
 
@@ -41,15 +52,11 @@ void NegateWord(std::string& block, char letter, const Parameters& fixed) {
 }
 
 void RewriteArc(std::string& block, const core::MachineData& machine) {
-  const bool clockwise = Holds(block, "G02");
-  if (clockwise == Holds(block, "G03")) return;
-  for (const std::string_view word : Foreign) {
-    if (Holds(block, word)) return;
-  }
-  if (block.find_first_of("XYHV") == std::string::npos) return;
-  if (machine.SwapArcWords) {
-    Replace(block, clockwise ? "G02" : "G03", clockwise ? "G03" : "G02");
-  }
+  const Block words(block);
+  const bool clockwise = words.Has(Word::G02);
+  if (clockwise == words.Has(Word::G03) || words.HasAny(Foreign)) return;
+  if (!words.Has('X') && !words.Has('Y') && !words.Has('H') && !words.Has('V')) return;
+  if (machine.SwapArcWords) Replace(block, clockwise ? "G02" : "G03", clockwise ? '3' : '2');
   if (machine.NegateArcCentre) {
     const Parameters fixed;  // nothing is set before a walk of the program
     NegateWord(block, 'I', fixed);
@@ -77,7 +84,7 @@ void ConvertBlock(std::string_view part, const core::MachineData& machine, std::
     before = c;
   }
   if (stop) {
-    if (const auto at = block.find("M01"); at != std::string::npos) block.replace(at, 3, "M00");
+    if (const auto at = EndOfWord(block, "M01"); at != std::string::npos) block[at] = '0';
   }
   if (machine.SwapArcWords || machine.NegateArcCentre) {
     RewriteArc(block, machine);

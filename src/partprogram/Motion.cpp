@@ -7,12 +7,20 @@
 namespace torvane::partprogram {
 namespace {
 
-Point3 RoundedPoint(const Point3& point, float z) {
-  return {static_cast<float>(core::RoundPlaces(point.X, 4)),
-          static_cast<float>(core::RoundPlaces(point.Y, 4)), z};
+void RoundPlane(Point3& point) {
+  point.X = static_cast<float>(core::RoundPlaces(point.X, 4));
+  point.Y = static_cast<float>(core::RoundPlaces(point.Y, 4));
 }
 
+Point3 AtHeight(const Point3& point, float z) { return {point.X, point.Y, z}; }
+
 core::Vector2 Plane(const Point3& point) { return {point.X, point.Y}; }
+
+/// One point to 4 places.
+bool IsSamePlace(core::Vector2 a, core::Vector2 b) {
+  return core::RoundPlaces(a.X, 4) == core::RoundPlaces(b.X, 4) &&
+         core::RoundPlaces(a.Y, 4) == core::RoundPlaces(b.Y, 4);
+}
 
 }  // namespace
 
@@ -95,10 +103,12 @@ void ReversePass::MakeLine(bool rapid) {
   if (HoldsOtherMotion(rapid ? Word::G00 : Word::G01)) return;
   const bool cut = state_.Profiling;
   DrawRecord& record = AddRecord(cut ? Kind::LineProfile : Kind::Move);
-  // The position itself keeps its full value: a circle that ends where it began must find the two
-  // equal, in a turned subroutine and in inches too.
-  record.StartPoint = RoundedPoint(state_.Previous, state_.Current.Z);
-  record.EndPoint = RoundedPoint(state_.Current, state_.Current.Z);
+  // The position itself is rounded, not its record alone: the sums of an incremental program stay
+  // on 4 places over any number of steps.
+  RoundPlane(state_.Previous);
+  RoundPlane(state_.Current);
+  record.StartPoint = AtHeight(state_.Previous, state_.Current.Z);
+  record.EndPoint = AtHeight(state_.Current, state_.Current.Z);
   record.KerfSide = state_.KerfSide;
   record.Flags[9] = rapid ? 0 : 1;
   if (cut) FillBeam(record);
@@ -150,7 +160,10 @@ void ReversePass::MakeArc(bool clockwise) {
     if (state_.MirrorY) centre.Y = -centre.Y;
   }
   const core::Vector2 from = Plane(state_.Previous);
-  const core::Vector2 to = Plane(state_.Current);
+  core::Vector2 to = Plane(state_.Current);
+  // Behind a line the start is rounded and the end is not: a circle that is told to end where it
+  // began, in inches or in a turned subroutine, is a whole one all the same.
+  if (IsSamePlace(from, to)) to = from;
   const bool byCentre = radius == 0;
   const auto arc =
       byCentre ? SolveCentreArc(from, to, centre.X, centre.Y,

@@ -2,6 +2,7 @@
 // one record for each thing that the machine will do.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 
 #include "core/General.h"
@@ -309,7 +310,7 @@ ReversePass::Flow ReversePass::TakeProfiling() {
   constexpr double FirstBeamMode = 3;
   const std::string_view text = Words().Text();
   if (text.find(Key) == std::string_view::npos) return Flow::GoOn;
-  state_.Profiling = reader_.Integer(text, Key).Value >= FirstBeamMode;
+  state_.Profiling = std::trunc(reader_.Value(text, Key).Value) >= FirstBeamMode;
   return Flow::GoOn;
 }
 

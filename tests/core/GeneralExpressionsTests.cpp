@@ -120,7 +120,8 @@ TEST(GetPlainValue, EvaluatesNothing) {
 
 TEST(GetPlainValue, ABlankBehindTheFirstCharacterEndsIt) {
   EXPECT_EQ(GetPlainValue("X1 2", "X").Value, 1);
-  EXPECT_FALSE(GetPlainValue("X  2", "X").Found);
+  EXPECT_EQ(GetPlainValue("X  2 3", "X").Value, 2);
+  EXPECT_FALSE(GetPlainValue("X   ", "X").Found);
 }
 
 TEST(GetPlainValue, TheMarkerCountsAsNotFound) {

@@ -39,6 +39,15 @@ TEST(Converted, TheFirstM01BecomesM00) {
   EXPECT_EQ(Converted("N5 M01 (M01)"), "N5 M00 (M01) ");
 }
 
+TEST(Converted, AWordIsAWordWithBlanksInIt) {
+  EXPECT_EQ(Converted("m 01"), "M 00 ");
+  EXPECT_EQ(Converted("M 0  1 M01"), "M 0 0 M01 ");
+  EXPECT_EQ(Converted("M 0 X1 M01"), "M 0 X1 M00 ");
+  EXPECT_EQ(Converted("G 02 X1 I1", true), "G 03 X1 I1 ");
+  EXPECT_EQ(Converted("G 0 3 X1 I1", true, true), "G 0 2 X1 I-1  ");
+  EXPECT_EQ(Converted("G02 G 01 X1 I1", true, true), "G02 G 01 X1 I1 ");
+}
+
 TEST(Converted, ManyBlanksBecomeOneInTheBlockOnly) {
   EXPECT_EQ(Converted("G01    X10     Y5 ! two  blanks"), "G01 X10 Y5 ! two  blanks");
 }

@@ -199,6 +199,20 @@ TEST(Line, EndsAreRoundedToFourPlaces) {
   EXPECT_EQ(Last({"G01 X1.00004 Y1.00006"}).EndPoint.Y, 1.0001F);
 }
 
+TEST(Line, RoundsThePositionItself) {
+  const auto stop = Last({"G01 X1.00004 Y1.00006", "M00"});
+  EXPECT_EQ(stop.CentrePoint.X, 1.0F);
+  EXPECT_EQ(stop.CentrePoint.Y, 1.0001F);
+  EXPECT_EQ(Last({"G02 X0.00014 I0.00007", "M00"}).CentrePoint.X, 0.00014F);
+}
+
+TEST(Line, AThousandIncrementalStepsEndOnTheirSum) {
+  std::vector<std::string> lines{"G91"};
+  lines.insert(lines.end(), 1000, "G01 X0.1 Y-0.3");
+  EXPECT_EQ(Last(lines).EndPoint.X, 100.0F);
+  EXPECT_EQ(Last(lines).EndPoint.Y, -300.0F);
+}
+
 TEST(Line, NeedsXOrY) { EXPECT_THAT(CodesOf({"G01 Z5", "G00 I5"}), IsEmpty()); }
 
 // ---- arcs ----
@@ -230,6 +244,21 @@ TEST(CentreArc, AFullCircleStaysOneInInchesAndInATurnedSubroutine) {
     const auto record = Last({"G98 S1 A" + std::to_string(angle), "M30", "S1", "G01 X7.3 Y1.9",
                               "G02 X7.3 Y1.9 I-5 J1", "M02"});
     EXPECT_EQ(record.Values[10], -360) << angle;
+  }
+}
+
+TEST(CentreArc, EndsThatAgreeToFourPlacesAreAFullCircleAndOthersAreNot) {
+  EXPECT_EQ(Last({"G01 X10 Y5", "G03 X10.00004 Y4.99996 I-5"}).Values[10], 360);
+  EXPECT_LT(Last({"G01 X10 Y5", "G03 X10 Y5.001 I-5"}).Values[10], 1);
+  // the circle of a hole told to 6 places of an inch, again and again from its rounded start
+  std::vector<std::string> lines{"G70", "G01 X1.123456 Y2.654321"};
+  lines.insert(lines.end(), 3, "G02 X1.123456 Y2.654321 I-0.333333 J0.111111");
+  lines.emplace_back("G01 X1.123456 Y2.654321");
+  lines.emplace_back("G03 X1.123456 Y2.654321 R0.5");
+  for (const auto& record : RecordsOf(lines)) {
+    if (record.Code == RecordCode::ArcProfile) {
+      EXPECT_EQ(std::abs(record.Values[10]), 360);
+    }
   }
 }
 
@@ -509,6 +538,13 @@ TEST(Profiling, IsOnFromThreeAndOffBelow) {
   EXPECT_EQ(Last({"G31 T2=3", "G31 T2=2", "G01 X1"}).Code, RecordCode::Move);
   EXPECT_EQ(Last({"G31 T2=3", "G31 T2=", "G01 X1"}).Code, RecordCode::Move);
   EXPECT_EQ(Last({"G30 T2=3", "G01 X1"}).Code, RecordCode::Move);
+}
+
+TEST(Profiling, TakesTheWholeOfAnyValue) {
+  EXPECT_EQ(Last({"P5=3", "G31 T2=P5", "G01 X1"}).Code, RecordCode::LineProfile);
+  EXPECT_EQ(Last({"G31 T2=2+1", "G01 X1"}).Code, RecordCode::LineProfile);
+  EXPECT_EQ(Last({"G31 T2=2.9", "G01 X1"}).Code, RecordCode::Move);
+  EXPECT_EQ(Last({"G31 T2=3.9", "G01 X1"}).Code, RecordCode::LineProfile);
 }
 
 TEST(Profiling, BeginsBehindTheMoveOfItsBlock) {

@@ -49,18 +49,17 @@ TEST_P(SheetForms, AreRead) {
 }
 INSTANTIATE_TEST_SUITE_P(
     ProgramHeader, SheetForms,
-    ::testing::Values(SheetCase{"! SHEET : X1200 Y600", 1200, 600},
-                      SheetCase{"! sheet : x1200.5 y600", 1200.5, 600},
-                      SheetCase{"! SHEET : X=1200 Y=600", 1200, 600},
-                      SheetCase{"! SHEET : 500 X 250", 500, 250},
-                      SheetCase{"! SHEET : 500X250", 500, 250},
-                      SheetCase{"! SHEET : Y600 X1200", 1200, 600},
-                      SheetCase{"! SHEET : X1200", 0, 0}, SheetCase{"! SHEET : X-5 Y600", 0, 0},
-                      SheetCase{"! SHEET X1200 Y600", 0, 0},
-                      // taken into the text, not worked out: the leading number counts
-                      SheetCase{"! SHEET : X600*2 Y600", 600, 600},
-                      // a blank behind the first character ends a number
-                      SheetCase{"! SHEET : X1 200 Y600", 1, 600}));
+    ::testing::Values(
+        SheetCase{"! SHEET : X1200 Y600", 1200, 600},
+        SheetCase{"! sheet : x1200.5 y600", 1200.5, 600},
+        SheetCase{"! SHEET : X=1200 Y=600", 1200, 600}, SheetCase{"! SHEET : 500 X 250", 500, 250},
+        SheetCase{"! SHEET : 500X250", 500, 250}, SheetCase{"! Sheet Size :  500 X  250", 500, 250},
+        SheetCase{"! SHEET : Y600 X1200", 1200, 600}, SheetCase{"! SHEET : X1200", 0, 0},
+        SheetCase{"! SHEET : X-5 Y600", 0, 0}, SheetCase{"! SHEET X1200 Y600", 0, 0},
+        // taken into the text, not worked out: the leading number counts
+        SheetCase{"! SHEET : X600*2 Y600", 600, 600},
+        // a blank behind the first character ends a number
+        SheetCase{"! SHEET : X1 200 Y600", 1, 600}));
 
 TEST(ProgramHeader, ALaterSheetLineMayTryAgain) {
   const auto header = Read({"! SHEET : X0 Y600", "! SHEET : X800 Y400", "! SHEET : X1 Y1"});
