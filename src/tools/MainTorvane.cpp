@@ -2,10 +2,12 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <cstdio>
+#include <optional>
 
 #include "platform/RuntimeFault.h"
 #include "toolkit/Application.h"
 #include "tools/ConsoleProgram.h"
+#include "tools/KeyScriptRun.h"
 #include "tools/TorvaneOptions.h"
 #include "tools/UnattendedRun.h"
 
@@ -29,7 +31,10 @@ int main(int argc, char** argv) {
   try {
     torvane::tools::ConsoleProgram program(*options);
     torvane::tools::UnattendedRun run(program, *options);
-    return program.Run();
+    std::optional<torvane::tools::KeyScriptRun> keys;
+    if (!options->Keys.empty()) keys.emplace(program, options->Keys);
+    const int ended = program.Run();
+    return ended == 0 && keys && !keys->Finished() ? torvane::tools::ScriptFailed : ended;
   } catch (const torvane::platform::RuntimeFault& fault) {
     TellFault(fault.what());
   } catch (const std::exception& fault) {

@@ -97,6 +97,9 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
   app.add_flag("--exit-after-run", options.ExitAfterRun, "shut down when the run has ended");
   app.add_option("--screenshot", options.Screenshot,
                  "a PNG of the last moment, or a folder for one of each");
+  app.add_option("--keys", options.Keys,
+                 "plays a script of keys on the console, for a demonstration or a test")
+      ->type_name("FILE");
   app.add_option("--window", window, "a window instead of the full screen")
       ->type_name("WIDTHxHEIGHT");
   try {

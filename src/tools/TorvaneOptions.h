@@ -26,6 +26,7 @@ struct TorvaneOptions {
   bool Start = false;                ///< press cycle start on the simulated machine
   bool ExitAfterRun = false;         ///< shut down when the run has ended
   std::string Screenshot;            ///< a PNG file, or a folder for a picture of each moment
+  std::string Keys;                  ///< native path of a script of keys to play
   std::optional<WindowSize> Window;  ///< a window of that size instead of the full screen
 };
 
