@@ -7,19 +7,25 @@
 namespace torvane::partprogram {
 namespace {
 
+float Rounded(float value) { return static_cast<float>(core::RoundPlaces(value, 4)); }
+
 void RoundPlane(Point3& point) {
-  point.X = static_cast<float>(core::RoundPlaces(point.X, 4));
-  point.Y = static_cast<float>(core::RoundPlaces(point.Y, 4));
+  point.X = Rounded(point.X);
+  point.Y = Rounded(point.Y);
 }
 
 Point3 AtHeight(const Point3& point, float z) { return {point.X, point.Y, z}; }
 
 core::Vector2 Plane(const Point3& point) { return {point.X, point.Y}; }
 
-/// One point to 4 places.
-bool IsSamePlace(core::Vector2 a, core::Vector2 b) {
-  return core::RoundPlaces(a.X, 4) == core::RoundPlaces(b.X, 4) &&
-         core::RoundPlaces(a.Y, 4) == core::RoundPlaces(b.Y, 4);
+/// What an axis was before a line rounded it: a line that leaves the axis alone keeps that.
+void KeepUnrounded(float current, float& unrounded) {
+  if (current != Rounded(unrounded)) unrounded = current;
+}
+
+/// One axis is where it was, told once more or left alone since a line rounded it.
+bool Stays(float previous, float current, float unrounded) {
+  return current == previous || (current == unrounded && previous == Rounded(unrounded));
 }
 
 }  // namespace
@@ -105,6 +111,8 @@ void ReversePass::MakeLine(bool rapid) {
   DrawRecord& record = AddRecord(cut ? Kind::LineProfile : Kind::Move);
   // The position itself is rounded, not its record alone: the sums of an incremental program stay
   // on 4 places over any number of steps.
+  KeepUnrounded(state_.Current.X, unrounded_.X);
+  KeepUnrounded(state_.Current.Y, unrounded_.Y);
   RoundPlane(state_.Previous);
   RoundPlane(state_.Current);
   record.StartPoint = AtHeight(state_.Previous, state_.Current.Z);
@@ -142,6 +150,13 @@ ReversePass::Flow ReversePass::TakeG03() {
   return Flow::GoOn;
 }
 
+/// Behind a line the start is rounded and the end is not. A circle that is told to end where the
+/// line did, in inches or in a turned subroutine, is a whole one all the same.
+bool ReversePass::EndsWhereItBegins() const {
+  return Stays(state_.Previous.X, state_.Current.X, unrounded_.X) &&
+         Stays(state_.Previous.Y, state_.Current.Y, unrounded_.Y);
+}
+
 void ReversePass::MakeArc(bool clockwise) {
   const Block& block = Words();
   if (!block.Has('X') && !block.Has('Y') && !block.Has('I') && !block.Has('J')) return;
@@ -161,9 +176,7 @@ void ReversePass::MakeArc(bool clockwise) {
   }
   const core::Vector2 from = Plane(state_.Previous);
   core::Vector2 to = Plane(state_.Current);
-  // Behind a line the start is rounded and the end is not: a circle that is told to end where it
-  // began, in inches or in a turned subroutine, is a whole one all the same.
-  if (IsSamePlace(from, to)) to = from;
+  if (EndsWhereItBegins()) to = from;
   const bool byCentre = radius == 0;
   const auto arc =
       byCentre ? SolveCentreArc(from, to, centre.X, centre.Y,

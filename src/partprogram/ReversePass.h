@@ -120,6 +120,7 @@ class ReversePass {
   Flow TakeG03();
   [[nodiscard]] bool HoldsOtherMotion(Word own) const;
   void MakeLine(bool rapid);
+  [[nodiscard]] bool EndsWhereItBegins() const;
   void MakeArc(bool clockwise);
   void PutArc(const ArcGeometry& arc, bool clockwise);
   void FillBeam(DrawRecord& record) const;
@@ -169,7 +170,8 @@ class ReversePass {
   bool imperialProgram_ = false;
   bool xLimitReported_ = false;
   bool yLimitReported_ = false;
-  Point3 last_;  ///< last recorded end
+  Point3 last_;       ///< last recorded end
+  Point3 unrounded_;  ///< end of the last line before it was rounded
   double moveLength_ = 0;
   double profileLength_ = 0;
   const BeamState beam_;  ///< first beam state of every element cut

@@ -247,19 +247,26 @@ TEST(CentreArc, AFullCircleStaysOneInInchesAndInATurnedSubroutine) {
   }
 }
 
-TEST(CentreArc, EndsThatAgreeToFourPlacesAreAFullCircleAndOthersAreNot) {
-  EXPECT_EQ(Last({"G01 X10 Y5", "G03 X10.00004 Y4.99996 I-5"}).Values[10], 360);
-  EXPECT_LT(Last({"G01 X10 Y5", "G03 X10 Y5.001 I-5"}).Values[10], 1);
-  // the circle of a hole told to 6 places of an inch, again and again from its rounded start
-  std::vector<std::string> lines{"G70", "G01 X1.123456 Y2.654321"};
+TEST(CentreArc, AFullCircleStaysOneAsOftenAsItIsTold) {
+  std::vector<std::string> lines{"G70", "G01 X1.123456 Y2.654321", "F900"};
   lines.insert(lines.end(), 3, "G02 X1.123456 Y2.654321 I-0.333333 J0.111111");
   lines.emplace_back("G01 X1.123456 Y2.654321");
-  lines.emplace_back("G03 X1.123456 Y2.654321 R0.5");
-  for (const auto& record : RecordsOf(lines)) {
+  lines.emplace_back("G03 Y2.654321 R0.5");
+  lines.emplace_back("G01 X3.333333");
+  lines.emplace_back("G01 X3.333333");
+  lines.emplace_back("G02 X3.333333 Y2.654321 I0.3");
+  const auto records = RecordsOf(lines);
+  EXPECT_EQ(records.size(), 9U);
+  for (const auto& record : records) {
     if (record.Code == RecordCode::ArcProfile) {
       EXPECT_EQ(std::abs(record.Values[10]), 360);
     }
   }
+}
+
+TEST(CentreArc, AShortArcIsNeverTakenForACircle) {
+  EXPECT_NEAR(Last({"G01 X10 Y5", "G03 X10 Y5.00004 I-5"}).Values[10], 0.00046, 1e-5);
+  EXPECT_NEAR(Last({"G01 X10.00004 Y5", "G03 X10.00004 Y5.00004 I-5"}).Values[10], 0.00046, 1e-5);
 }
 
 TEST(CentreArc, WithNothingIsAFullCircleOfNoRadius) {
