@@ -59,6 +59,30 @@ TEST_F(KeysOnASlowLine, SkipSwitchesAtAnyMomentReachTheControllerOnceAndInOrder)
   });
 }
 
+TEST_F(KeysOnASlowLine, TheSilentQueryStaysSilentThoughAScreenAsksTheSameMeanwhile) {
+  simulator::FaultSettings silence;
+  silence.Rate(simulator::FaultKind::Silence) = 1;
+  int asked = 0;
+  Controller->OnLine([&](std::string_view line) {
+    if (line != "? VR(81)" || ++asked > 1) return;
+    Controller->SetFaults(silence);  // this very line is never answered
+    Loop.After(100, [this] { Screens().Open("ViewProgForm"); });
+    Loop.After(9000, [this] { Controller->SetFaults({}); });
+  });
+  bool warned = false;
+  const auto watch = Loop.MakeTimer([&] {
+    if (!Shows("WarningForm")) return;
+    warned = true;
+    Type(Key::C);
+  });
+  watch->Start(500);
+  RunFor(30000);
+  EXPECT_GE(asked, 2);
+  EXPECT_FALSE(warned);
+  EXPECT_TRUE(Shows("ViewProgForm"));
+  EXPECT_TRUE(System.Link.ReportCommsErrors);
+}
+
 TEST_F(KeysOnASlowLine, ATickInsideAButtonsExchangeWaitsAndComesRound) {
   TypeF(4);
   RunFor(500);

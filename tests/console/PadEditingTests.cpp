@@ -1,5 +1,6 @@
 // The pads' text without a window: what each key does, rejected keys included.
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include "console/EntryMode.h"
 #include "console/PadEditing.h"
@@ -69,6 +70,41 @@ TEST(PadEditing, TheKeysTrimTheTextFirstAndDelDoesNot) {
   EXPECT_EQ(BackspaceTyped({"AB ", 1, 0}), (PadText{"B", 0, 0}));
   EXPECT_EQ(DeleteButtonPressed({"AB ", 1, 0}), (PadText{"B ", 0, 0}));
   EXPECT_EQ(DeleteTyped({" AB ", 0, 0}), (PadText{"B", 0, 0}));
+}
+
+RC_GTEST_PROP(PadEditing, AnyKeysInAnyOrderKeepTheCursorAtTheText, ()) {
+  PadText pad = OpenPad(*rc::gen::container<std::string>(rc::gen::element('A', 'b', '7', ' ')));
+  const auto keys = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 8));
+  for (const int key : keys) {
+    const int length = static_cast<int>(pad.Text.size());
+    switch (key) {
+      case 0:
+        pad = MoveLeft(pad);
+        break;
+      case 1:
+        pad = MoveRight(pad);
+        break;
+      case 2:
+        pad = DeleteButtonPressed(pad);
+        break;
+      case 3:
+        pad = BackspaceTyped(pad);
+        break;
+      case 4:
+        pad = DeleteTyped(pad);
+        break;
+      case 5:
+        pad = InsertCharacter(pad, 0);
+        RC_ASSERT(static_cast<int>(pad.Text.size()) <= length);
+        break;
+      default:
+        pad = InsertCharacter(pad, key == 6 ? 'C' : ' ');
+        RC_ASSERT(pad.Text[static_cast<std::size_t>(pad.Cursor - 1)] == (key == 6 ? 'C' : ' '));
+    }
+    RC_ASSERT(pad.Cursor >= 0);
+    RC_ASSERT(pad.Cursor <= static_cast<int>(pad.Text.size()) + 1);
+    RC_ASSERT(pad.SelectionLength == 0);
+  }
 }
 
 TEST(PadEditing, ClearEmptiesTheBox) { EXPECT_EQ(ClearText({"ABCD", 1, 2}), (PadText{"", 0, 0})); }

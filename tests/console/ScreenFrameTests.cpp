@@ -165,6 +165,37 @@ TEST_F(ScreenFrame, ALockedScreenTakesNoKeysButF9AndF12AnswerAnyway) {
   EXPECT_TRUE(Shows("MessageForm"));
 }
 
+TEST_F(ScreenFrame, WithACommandDelayEachSendLocksTheScreensForItsLength) {
+  TypeF(4);
+  RunFor(100);
+  TheConsole->Trio().StopPolling(true);
+  RunFor(100);
+  (void)TakeCommands();
+  System.Link.CommandDelayMs = 100;
+  bool locked = false;
+  Loop.After(50, [&] {
+    locked = System.Console.FormsLocked;
+    EXPECT_FALSE(Window("StatusMenuForm").Enabled());
+    TypeText("2");
+    TypeF(1);
+    TypeF(11);
+  });
+  TypeText("1");
+  EXPECT_TRUE(locked);
+  EXPECT_FALSE(System.Console.FormsLocked);
+  EXPECT_TRUE(Window("StatusMenuForm").Enabled());
+  EXPECT_FALSE(Shows("ProgramForm"));
+  EXPECT_EQ(TakeCommands(), std::vector<std::string>{"VR(92)=1"});
+}
+
+TEST_F(ScreenFrame, APauseOfNoLengthLeavesTheLockAlone) {
+  for (const bool locked : {true, false}) {
+    System.Console.FormsLocked = locked;
+    TheConsole->Trio().LockAllForms(0);
+    EXPECT_EQ(System.Console.FormsLocked, locked);
+  }
+}
+
 TEST_F(ScreenFrame, NothingHidesBehindTheMainScreen) {
   AddPlain("One");
   AddPlain("Two");
