@@ -56,7 +56,7 @@ int CountText(const std::string& text, const std::string& part) {
 }
 
 TEST_F(EndToEnd, AProgramIsSelectedRunAndCountedAndTheConsoleShutDown) {
-  StartMachine(8);
+  StartMachine(6);
   StartConsole(SelectStar + StartRun + "pause 300\npicture " + Place("early.png") +
                "\npause 1000\npicture " + Place("later.png") +
                "\nwait-stopped\npause 500\npicture " + Place("ended.png") + "\n" + ShutDown);
