@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
 #include <algorithm>
 
 #include "toolkit/PlotCanvas.h"
@@ -32,6 +33,8 @@ void Desk::SetBackground(Colour colour) {
 
 void Desk::OpenFullScreen() {
   setWindowFlag(Qt::FramelessWindowHint);
+  // Where no window manager runs, nobody else would make it as large as the screen.
+  setGeometry(screen()->geometry());
   showFullScreen();
   QWidget::setFocus();
 }

@@ -55,6 +55,8 @@ bool PlotCanvas::event(QEvent* event) {
 void PlotCanvas::PlaceChanged() {
   if (canvas_.PixelWidth() == width() && canvas_.PixelHeight() == height()) return;
   canvas_.Resize(width(), height());
+  // The range of the old size has the old aspect, and whoever fits a drawing asks the range for it.
+  canvas_.Scale({0, 0}, {static_cast<double>(width()), static_cast<double>(height())});
   if (redrawPending_) return;
   redrawPending_ = true;
   QCoreApplication::postEvent(this, new QEvent(RedrawRequest()));

@@ -14,7 +14,8 @@ class PlotCanvas : public Control {
 
   [[nodiscard]] RasterCanvas& Canvas() { return canvas_; }
 
-  /// The size changed and the pixels are gone: draw again. Runs from the loop, once for many steps.
+  /// The size changed, the pixels are gone and the units are pixels again: scale and draw again.
+  /// Runs from the loop, once for many steps.
   void OnRedraw(std::function<void()> handler) { redraw_ = std::move(handler); }
 
   /// In user units.

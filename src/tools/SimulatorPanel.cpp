@@ -213,10 +213,13 @@ void SimulatorPanel::OpenBeside(const toolkit::Desk& console) {
   desk_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                        Qt::WindowDoesNotAcceptFocus);
   desk_.setAttribute(Qt::WA_ShowWithoutActivating);
-  const Metrics& m = console.Measures();
+  // A full screen is what the window is going to be, whatever its size is at this moment.
+  const QRect place = console.isFullScreen() ? console.screen()->geometry()
+                                             : QRect(console.mapToGlobal(QPoint()), console.size());
+  const Metrics m = Metrics::For(place.width(), place.height());
   const int below = m.KeyHeight + 3 * m.Gap;  // the key strip stays free
-  const QPoint corner = console.mapToGlobal(QPoint(console.width(), console.height()));
-  desk_.move(corner.x() - PanelWidth - m.Gap, corner.y() - below - PanelHeight);
+  desk_.move(place.x() + place.width() - PanelWidth - m.Gap,
+             place.y() + place.height() - below - PanelHeight);
   // Told before it shows: a window above the console's own stays above it, full screen or not.
   desk_.winId();
   if (QWindow* window = console.window()->windowHandle())

@@ -110,6 +110,19 @@ INSTANTIATE_TEST_SUITE_P(Sizes, Layouts,
                                   std::to_string(size.param.Height);
                          });
 
+TEST_P(Layouts, CirclesAreRoundWhateverSizeTheWindowHadBefore) {
+  Start();
+  ASSERT_TRUE(TheConsole->Selection().SelectProgram("SHOP", "STAR"));
+  for (const DeskSize size : {DeskSize{700, 1000}, GetParam()}) {
+    Desk->resize(size.Width, size.Height);
+    QCoreApplication::processEvents();
+    const auto& canvas = Main().PlotBox(1).Canvas();
+    const double unitX = std::abs(canvas.ScaleWidth()) / canvas.PixelWidth();
+    const double unitY = std::abs(canvas.ScaleHeight()) / canvas.PixelHeight();
+    EXPECT_NEAR(unitX, unitY, 1e-6 * unitX) << size.Width;
+  }
+}
+
 class ProgramLine : public ConsoleFixture {
  protected:
   std::string TextLine() {

@@ -231,7 +231,7 @@ TEST_F(Plots, TheMouseIsToldInUserUnits) {
   EXPECT_EQ(up.Button, PointerButton::Left);
 }
 
-TEST_F(Plots, AResizeEmptiesThePixelsAndAsksOnceForARedraw) {
+TEST_F(Plots, AResizeEmptiesThePixelsGoesBackToPixelUnitsAndAsksOnceForARedraw) {
   int asked = 0;
   Plot.OnRedraw([&] { ++asked; });
   Plot.Canvas().Scale({0, 50}, {100, 0});
@@ -240,7 +240,8 @@ TEST_F(Plots, AResizeEmptiesThePixelsAndAsksOnceForARedraw) {
   Pump(Loop, 5);
   EXPECT_EQ(asked, 1);
   EXPECT_EQ(Plot.Canvas().PixelWidth(), 320);
-  EXPECT_EQ(Plot.Canvas().ScaleWidth(), 100);
+  EXPECT_EQ(Plot.Canvas().ScaleWidth(), 320);
+  EXPECT_EQ(Plot.Canvas().ScaleHeight(), 160);
 }
 
 TEST_F(Plots, WhatIsPaintedShowsWithoutFurtherAsking) {
