@@ -71,6 +71,15 @@ TEST(Position, BlocksWithAnOffsetWordOrADwellDoNotMove) {
   EXPECT_END(Last({"G00 X5 Y5", "G56 X0 Y0", "G92 X5 Y5", "G04 X9 K1", "G91", "G00 X1"}), 6, 5);
 }
 
+TEST(Position, AMotionWordBesideADwellRepeatsTheLineBefore) {
+  // The dwell keeps the block from moving; its motion word acts all the same.
+  const auto records = RecordsOf({"G01 X5", "G01 X9 G04 K1"});
+  ASSERT_EQ(records.size(), 3U);
+  EXPECT_EQ(records[1].StartPoint.X, 0);
+  EXPECT_END(records[1], 5, 0);
+  EXPECT_EQ(records[2].Code, RecordCode::Dwell);
+}
+
 TEST(Position, InchesScaleXAndYButNeverZ) {
   const auto record = Last({"G70", "G00 X1 Y2 Z3"});
   EXPECT_END(record, 25.4, 50.8);
