@@ -85,7 +85,7 @@ void NumberForm::Layout(const toolkit::Metrics& metrics) {
   PlaceCommon(areas);
   const auto cells = toolkit::Cells(rest, GridRows, GridColumns, metrics.Gap);
   const auto cell = [&cells](int row, int at) {
-    return cells[static_cast<std::size_t>(row * GridColumns + at)];
+    return cells[static_cast<std::size_t>(row) * GridColumns + static_cast<std::size_t>(at)];
   };
   for (std::size_t i = 0; i < NumberKeys.size(); ++i) {
     const NumberKey& key = NumberKeys[i];

@@ -52,7 +52,8 @@ PadText InsertCharacter(PadText pad, int character) {
   std::string left = pad.Text.substr(0, static_cast<std::size_t>(pad.Cursor));
   if (character != 0) {
     left += static_cast<char>(character);
-    left += pad.Text.substr(static_cast<std::size_t>(pad.Cursor + pad.SelectionLength));
+    left += pad.Text.substr(static_cast<std::size_t>(pad.Cursor) +
+                            static_cast<std::size_t>(pad.SelectionLength));
   }
   return {std::move(left), pad.Cursor + 1, 0};
 }

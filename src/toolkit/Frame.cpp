@@ -46,8 +46,8 @@ void Frame::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const double half = m.Hairline / 2.0;
   painter.setPen(QPen(ToQColor(Rim(Background())), m.Hairline));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(half, Rise(m) / 2 + half, -half, -half), m.Corner,
-                          m.Corner);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(half, Rise(m) / 2.0 + half, -half, -half),
+                          m.Corner, m.Corner);
   const CaptionLine line = ParseLine(Trimmed(caption_));
   if (line.Text.empty()) return;
   painter.setFont(FontOf(m, TypeStyle::Small));

@@ -32,8 +32,8 @@ bool Removable(const QStorageInfo& volume) {
 
 }  // namespace
 
-QtDrives::QtDrives(std::map<char, std::string> given) {
-  for (auto& [letter, path] : given) given_[LetterOf({&letter, 1})] = std::move(path);
+QtDrives::QtDrives(const std::map<char, std::string>& given) {
+  for (const auto& [letter, path] : given) given_[LetterOf({&letter, 1})] = path;
 }
 
 void QtDrives::Look() const {
@@ -77,6 +77,7 @@ std::vector<std::string> QtDrives::List() const {
     if (QDir(volume.rootPath()) == QDir(QString::fromLocal8Bit(path.c_str()))) all[letter] = path;
   }
   std::vector<std::string> names;
+  names.reserve(all.size());
   for (const auto& [letter, path] : all) names.push_back(std::string(1, letter) + ":");
   return names;
 }

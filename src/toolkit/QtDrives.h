@@ -12,7 +12,7 @@ namespace torvane::toolkit {
 /// letters from E on that are free. A volume keeps its letter while the program runs.
 class QtDrives final : public platform::Drives {
  public:
-  explicit QtDrives(std::map<char, std::string> given = {});
+  explicit QtDrives(const std::map<char, std::string>& given = {});
 
   [[nodiscard]] std::vector<std::string> List() const override;
   [[nodiscard]] bool Ready(std::string_view drive) const override;

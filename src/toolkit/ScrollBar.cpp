@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
+#include <cmath>
 
 #include "toolkit/Theme.h"
 
@@ -57,7 +58,7 @@ void ScrollBar::PointerMove(const PointerEvent& event) {
   const int room = height() - 2 * ArrowHeight() - thumb.Height;
   if (room <= 0) return;
   const double share = (event.Y - grab_ - ArrowHeight()) / double(room);
-  Move(static_cast<int>(std::clamp(share, 0.0, 1.0) * maximum_ + 0.5));
+  Move(static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * maximum_)));
 }
 
 void ScrollBar::PointerUp(const PointerEvent&) { grab_ = -1; }

@@ -34,8 +34,8 @@ class SimulatorPanel {
   SimulatorPanel(const SimulatorPanel&) = delete;
   SimulatorPanel& operator=(const SimulatorPanel&) = delete;
 
-  /// At the lower right corner, below the figures and over the keys, above its window whatever the console does;
-  /// it never takes the keyboard from it. The operator may drag it away by its title.
+  /// At the lower right corner, below the figures and over the keys, above its window whatever the
+  /// console does; it never takes the keyboard from it. The operator may drag it away by its title.
   void OpenBeside(const toolkit::Desk& console);
 
   /// As a window of its own, with the keyboard; `closed` is called when the operator closes it.

@@ -157,8 +157,8 @@ void UnattendedRun::TakePicture(const std::string& moment) {
   };
   save(program_.Desk(), path);
   if (program_.Panel() != nullptr)
-    save(program_.Panel()->Desk(), options_.Screenshot + "/" + std::to_string(pictures_) + "-" +
-                                       moment + "-panel.png");
+    save(program_.Panel()->Desk(),
+         options_.Screenshot + "/" + std::to_string(pictures_) + "-" + moment + "-panel.png");
 }
 
 void UnattendedRun::ShowStatusLine() {
