@@ -12,7 +12,6 @@
 namespace torvane::tools {
 
 using core::ColourName;
-using toolkit::Area;
 using toolkit::Metrics;
 using toolkit::TypeStyle;
 
