@@ -63,7 +63,7 @@ SimulatorPanel::SimulatorPanel(platform::EventLoop& loop,
   MakeLamps();
   MakeCycleKeys();
   MakeFaults();
-  MakeSpeeds();
+  MakeSpeed();
   form_.OnKeyDown([this](const toolkit::KeyStroke& stroke) {
     const auto row = std::find_if(keys_.begin(), keys_.end(),
                                   [&](const auto& key) { return key.first == stroke.Code; });
@@ -174,20 +174,24 @@ void SimulatorPanel::Step(Picker& picker, int by) {
   picker.Shown->SetText(std::to_string(picker.Value));
 }
 
-void SimulatorPanel::MakeSpeeds() {
+void SimulatorPanel::MakeSpeed() {
   speedFrame_ = &Make(new toolkit::Frame(body_, "SPEED"), "SpeedFrame", ColourName::PanelBackground,
                       ColourName::PanelText);
+  speed_ = &Make(new toolkit::Slider(speedFrame_), "SpeedSlider", ColourName::GeneralButtons,
+                 ColourName::GeneralButtonText);
+  speed_->SetMaximum(static_cast<int>(Speeds.size()) - 1);
+  speedText_ = &Make(new toolkit::Label(speedFrame_, SpeedCaption(controller_.Speed()),
+                                        TypeStyle::Bold, toolkit::Alignment::Right),
+                     "SpeedLabel", ColourName::PanelBackground, ColourName::PanelText);
+  // A speed between the steps, as the command line may give it, stands at the step below.
   for (std::size_t i = 0; i < Speeds.size(); ++i) {
-    const double speed = Speeds[i];
-    auto& key = Make(new toolkit::OptionButton(speedFrame_, SpeedCaption(speed)),
-                     "SpeedButton(" + std::to_string(i) + ")", ColourName::GeneralButtons,
-                     ColourName::GeneralButtonText);
-    if (speed == controller_.Speed()) key.SetDown(true, toolkit::Events::Silent);
-    key.OnChange([this, speed](bool down) {
-      if (down) controller_.SetSpeed(speed);
-    });
-    speeds_[i] = &key;
+    if (Speeds[i] <= controller_.Speed()) speed_->SetValue(static_cast<int>(i));
   }
+  speed_->OnChange([this](int step) {
+    const double speed = Speeds[static_cast<std::size_t>(step)];
+    controller_.SetSpeed(speed);
+    speedText_->SetText(SpeedCaption(speed));
+  });
   state_ = &Make(new toolkit::Label(body_, "", TypeStyle::Body), "StateLabel",
                  ColourName::PanelBackground, ColourName::PanelText);
 }

@@ -17,6 +17,7 @@
 #include "toolkit/Frame.h"
 #include "toolkit/Label.h"
 #include "toolkit/Panel.h"
+#include "toolkit/Slider.h"
 #include "tools/PanelLamp.h"
 
 namespace torvane::tools {
@@ -63,7 +64,7 @@ class SimulatorPanel {
   void MakeCycleKeys();
   void MakePicker(Picker& picker, const char* name, const char* caption,
                   void (*raise)(simulator::Machine&, int));
-  void MakeSpeeds();
+  void MakeSpeed();
   void MakeFaults();
   void Step(Picker& picker, int by);
   template <class Kind>
@@ -72,7 +73,7 @@ class SimulatorPanel {
   void Drag(const toolkit::PointerEvent& event);
   void Layout(const toolkit::Metrics& metrics);
   void LayoutFaults(const toolkit::Metrics& metrics);
-  void LayoutSpeeds(const toolkit::Metrics& metrics);
+  void LayoutSpeed(const toolkit::Metrics& metrics);
 
   simulator::SimulatedController& controller_;
   core::ColourTable colours_;
@@ -90,7 +91,8 @@ class SimulatorPanel {
   toolkit::Button* clear_ = nullptr;
   toolkit::TwoStateButton* beam_ = nullptr;
   toolkit::Frame* speedFrame_ = nullptr;
-  std::array<toolkit::OptionButton*, Speeds.size()> speeds_{};
+  toolkit::Slider* speed_ = nullptr;
+  toolkit::Label* speedText_ = nullptr;
   toolkit::Label* state_ = nullptr;
   std::vector<std::pair<toolkit::Key, toolkit::Button*>> keys_;
   std::pair<int, int> grabbed_{0, 0};  ///< where the title was pressed, pixels

@@ -13,6 +13,7 @@ constexpr int CycleKeyHeight = 48;
 constexpr int SmallKeyHeight = 36;
 constexpr int StateLineHeight = 20;
 constexpr int LampWidth = 96;
+constexpr int SpeedTextWidth = 48;
 
 void PlaceRow(const Area& row, const std::vector<toolkit::Control*>& controls, int gap) {
   const auto cells = toolkit::Columns(row, static_cast<int>(controls.size()), gap);
@@ -41,7 +42,7 @@ void SimulatorPanel::Layout(const Metrics& metrics) {
   LayoutFaults(metrics);
   speedFrame_->Place(
       toolkit::TakeTop(rest, toolkit::Frame::HeightFor(metrics, SmallKeyHeight), gap));
-  LayoutSpeeds(metrics);
+  LayoutSpeed(metrics);
   state_->Place(toolkit::TakeTop(rest, StateLineHeight));
 }
 
@@ -58,8 +59,10 @@ void SimulatorPanel::LayoutFaults(const Metrics& metrics) {
   PlaceRow(rows[2], {clear_, beam_}, metrics.Gap);
 }
 
-void SimulatorPanel::LayoutSpeeds(const Metrics& metrics) {
-  PlaceRow(speedFrame_->Inside(), {speeds_.begin(), speeds_.end()}, metrics.Gap / 2);
+void SimulatorPanel::LayoutSpeed(const Metrics& metrics) {
+  Area row = speedFrame_->Inside();
+  speedText_->Place(toolkit::TakeRight(row, SpeedTextWidth, metrics.Gap));
+  speed_->Place(row);
 }
 
 }  // namespace torvane::tools

@@ -112,14 +112,18 @@ TEST_F(SimulatorPanelTest, NumbersGoRoundAtTheirEnds) {
   EXPECT_EQ(Find<toolkit::Label>("ErrorNumber").Text(), "64");
 }
 
-TEST_F(SimulatorPanelTest, TheSpeedInForceIsDownAndAnotherTakesItsPlace) {
-  EXPECT_TRUE(Find<toolkit::OptionButton>("SpeedButton(1)").Down());
-  Press("SpeedButton(5)");
+TEST_F(SimulatorPanelTest, TheSliderShowsTheSpeedInForceAndSetsAnother) {
+  auto& slider = Find<toolkit::Slider>("SpeedSlider");
+  EXPECT_EQ(SimulatorPanel::Speeds[static_cast<std::size_t>(slider.Value())], Controller.Speed());
+  EXPECT_EQ(Find<toolkit::Label>("SpeedLabel").Text(), "1x");
+  tests::PressAt(slider, slider.width() - 1, slider.height() / 2.0);
   EXPECT_EQ(Controller.Speed(), 20);
-  EXPECT_TRUE(Find<toolkit::OptionButton>("SpeedButton(5)").Down());
-  EXPECT_FALSE(Find<toolkit::OptionButton>("SpeedButton(1)").Down());
-  Press("SpeedButton(0)");
+  EXPECT_EQ(Find<toolkit::Label>("SpeedLabel").Text(), "20x");
+  tests::DragTo(slider, 1, slider.height() / 2.0);
+  tests::ReleaseAt(slider, 1, slider.height() / 2.0);
   EXPECT_EQ(Controller.Speed(), 0.5);
+  slider.KeyDown(toolkit::KeyStroke(toolkit::Key::Right));
+  EXPECT_EQ(Controller.Speed(), 1);
 }
 
 TEST_F(SimulatorPanelTest, ClosingTheWindowTellsItsOwner) {
