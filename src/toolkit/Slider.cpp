@@ -32,7 +32,7 @@ int Slider::KnobLeft(int value) const {
 int Slider::StepAt(int x) const {
   const int way = width() - KnobWidth();
   if (way <= 0) return value_;
-  const double share = static_cast<double>(x - KnobWidth() / 2) / way;
+  const double share = (x - KnobWidth() / 2.0) / way;
   return static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * maximum_));
 }
 
