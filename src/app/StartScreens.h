@@ -17,7 +17,8 @@ class StartScreens {
   /// it is closed. The start-up has no other.
   virtual void SystemMessageBox(std::string_view title, std::string_view text) = 0;
 
-  /// Shows FrontEnd without blocking. Its activation is answered by MainScreenShown.
+  /// Shows FrontEnd without blocking. When it comes to the front the splash
+  /// screen goes and the poll starts.
   virtual void ShowFrontEnd() = 0;
   [[nodiscard]] virtual bool FrontEndVisible() const = 0;
   virtual void UnloadFrontEnd() = 0;

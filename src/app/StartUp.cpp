@@ -160,9 +160,4 @@ class Starting {
 
 bool StartUp(const StartUpParts& parts) { return Starting(parts).Run(); }
 
-void MainScreenShown(StartScreens& screens, link::Trio& trio) {
-  screens.UnloadSplash();
-  trio.StartPolling(true);
-}
-
 }  // namespace torvane::app

@@ -32,7 +32,4 @@ struct StartUpParts {
 /// screen has not been shown then. A required file that is missing or damaged is a RuntimeFault.
 bool StartUp(const StartUpParts& parts);
 
-/// The main screen has come up: the splash screen goes and the poll starts.
-void MainScreenShown(StartScreens& screens, link::Trio& trio);
-
 }  // namespace torvane::app

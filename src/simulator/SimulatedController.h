@@ -37,7 +37,7 @@ class SimulatedController {
   /// The bytes whose time has come.
   [[nodiscard]] std::string TakeOutput();
 
-  /// Seconds until the next bytes are due, 0 for now; nothing when no answer stands.
+  /// Seconds until the next bytes are due, 0 when they are; nothing when no answer stands.
   [[nodiscard]] std::optional<double> OutputDueIn() const;
 
   /// Changes the faults in force, as a test does half-way.

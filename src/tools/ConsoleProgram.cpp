@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 
-#include "console/SplashForm.h"
 #include "graphics/FrontEndControls.h"
 
 namespace torvane::tools {
@@ -33,6 +32,7 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
       desk_(loop_),
       console_({system_, files_, Port(), clock_, drives_, desk_}),
       shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, session_}) {
+  Serve(console_);
   console_.SetExits(
       {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
   desk_.setWindowTitle(graphics::FrontEndCaption);
@@ -65,8 +65,7 @@ void ConsoleProgram::ShowSplash() {
   } else {
     desk_.OpenWindow(WindowSize{}.Width, WindowSize{}.Height);
   }
-  console_.Open();
-  console_.Screens().Set().Show(console::SplashForm::ScreenName);
+  ShowSplashOnDesk();
   desk_.Refresh();
   ShowPanel();
 }
@@ -75,10 +74,6 @@ void ConsoleProgram::ShowPanel() {
   if (!machine_ || !(OperatorLooksOn() || options_.Panel)) return;
   panel_ = std::make_unique<SimulatorPanel>(loop_, machine_->Controller(), system_.Colours);
   panel_->OpenBeside(desk_);
-}
-
-void ConsoleProgram::UnloadSplash() {
-  console_.Screens().Set().Unload(console::SplashForm::ScreenName);
 }
 
 void ConsoleProgram::SystemMessageBox(std::string_view title, std::string_view text) {
@@ -94,19 +89,6 @@ void ConsoleProgram::SystemMessageBox(std::string_view title, std::string_view t
   QObject::connect(&box, &QMessageBox::finished, [&closed] { closed = true; });
   box.open();
   loop_.WaitUntil([&closed] { return closed; });
-}
-
-void ConsoleProgram::ShowFrontEnd() {
-  console_.Screens().Set().Show(console::FrontEnd::ScreenName);
-}
-
-bool ConsoleProgram::FrontEndVisible() const {
-  return const_cast<console::Console&>(console_).Screens().Set().Visible(
-      console::FrontEnd::ScreenName);
-}
-
-void ConsoleProgram::UnloadFrontEnd() {
-  console_.Screens().Set().Unload(console::FrontEnd::ScreenName);
 }
 
 }  // namespace torvane::tools

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "app/Shutdown.h"
-#include "app/StartScreens.h"
 #include "app/StartUp.h"
 #include "console/Console.h"
 #include "core/System.h"
@@ -16,6 +15,7 @@
 #include "toolkit/QtLoop.h"
 #include "toolkit/QtSerialPort.h"
 #include "toolkit/QtSessionEnd.h"
+#include "tools/ConsoleStart.h"
 #include "tools/SimulatedMachine.h"
 #include "tools/SimulatorPanel.h"
 #include "tools/TorvaneOptions.h"
@@ -23,7 +23,7 @@
 namespace torvane::tools {
 
 /// Needs an application object. Faults of required files come out of Run.
-class ConsoleProgram final : private app::StartScreens {
+class ConsoleProgram final : private ConsoleStart {
  public:
   explicit ConsoleProgram(const TorvaneOptions& options);
   ~ConsoleProgram() override;
@@ -49,12 +49,7 @@ class ConsoleProgram final : private app::StartScreens {
  private:
   // app::StartScreens
   void ShowSplash() override;
-  void UnloadSplash() override;
   void SystemMessageBox(std::string_view title, std::string_view text) override;
-  void ShowFrontEnd() override;
-  [[nodiscard]] bool FrontEndVisible() const override;
-  void UnloadFrontEnd() override;
-  void LoadPlotConfig() override { console_.LoadPlotConfig(); }
 
   [[nodiscard]] platform::SerialPort& Port();
   void ShowPanel();

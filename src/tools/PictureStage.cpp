@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 
 #include "app/StartUp.h"
-#include "console/SplashForm.h"
 #include "platform/RuntimeFault.h"
 
 namespace torvane::tools {
@@ -24,7 +23,9 @@ PictureStage::PictureStage(const std::string& installation, PictureOptions optio
       machine_(loop_, files_, MachineSpeed),
       desk_(loop_),
       console_({system_, files_, machine_.Port(), clock_, drives_, desk_}),
-      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, end_}) {}
+      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, end_}) {
+  Serve(console_);
+}
 
 PictureStage::~PictureStage() { system_.ShuttingDown = true; }
 
@@ -78,24 +79,12 @@ void PictureStage::Snap(toolkit::Desk& desk, const std::string& screen, const st
 
 void PictureStage::ShowSplash() {
   desk_.OpenWindow(options_.Size.Width, options_.Size.Height);
-  console_.Open();
-  Screens().Show(console::SplashForm::ScreenName);
+  ShowSplashOnDesk();
   Snap("SplashForm");
 }
-
-void PictureStage::UnloadSplash() { Screens().Unload(console::SplashForm::ScreenName); }
 
 void PictureStage::SystemMessageBox(std::string_view title, std::string_view text) {
   throw platform::RuntimeFault(std::string(title), std::string(text));
 }
-
-void PictureStage::ShowFrontEnd() { Screens().Show(console::FrontEnd::ScreenName); }
-
-bool PictureStage::FrontEndVisible() const {
-  return const_cast<console::Console&>(console_).Screens().Set().Visible(
-      console::FrontEnd::ScreenName);
-}
-
-void PictureStage::UnloadFrontEnd() { Screens().Unload(console::FrontEnd::ScreenName); }
 
 }  // namespace torvane::tools

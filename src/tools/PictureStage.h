@@ -6,7 +6,6 @@
 #include <string>
 
 #include "app/Shutdown.h"
-#include "app/StartScreens.h"
 #include "console/Console.h"
 #include "core/System.h"
 #include "platform/Clock.h"
@@ -15,6 +14,7 @@
 #include "platform/SessionEnd.h"
 #include "platform/VirtualLoop.h"
 #include "toolkit/Desk.h"
+#include "tools/ConsoleStart.h"
 #include "tools/SimulatedMachine.h"
 #include "tools/TorvaneOptions.h"
 
@@ -29,7 +29,7 @@ struct PictureOptions {
 
 /// The same keys give the same pictures, whatever the machine that makes them: time is virtual and
 /// the clock stands still.
-class PictureStage : private app::StartScreens {
+class PictureStage : private ConsoleStart {
  public:
   /// `installation` is the native path of a folder that may be written to.
   PictureStage(const std::string& installation, PictureOptions options);
@@ -74,12 +74,7 @@ class PictureStage : private app::StartScreens {
 
   // app::StartScreens
   void ShowSplash() override;
-  void UnloadSplash() override;
   void SystemMessageBox(std::string_view title, std::string_view text) override;
-  void ShowFrontEnd() override;
-  [[nodiscard]] bool FrontEndVisible() const override;
-  void UnloadFrontEnd() override;
-  void LoadPlotConfig() override { console_.LoadPlotConfig(); }
 
   void Await(const std::string& screen, int patienceMs, std::function<void()> job);
 

@@ -11,7 +11,7 @@ struct ShutdownTest : AppFixture {
     Temp.Put("Trio.cfg", "50\r\n50\r\n100\r\n");
     PutProgram(1, "GASKET", 2);
     Start();
-    MainScreenShown(Screens, Trio);
+    Trio.StartPolling(true);
     Log.clear();
   }
 };

@@ -327,14 +327,13 @@ TEST_F(StartUpTest, AShutdownFromTheFailureDialogEndsTheStartWithoutTheMainScree
   EXPECT_FALSE(Happened("send VR(18)=VR(18) OR 1"));
 }
 
-TEST_F(StartUpTest, TheMainScreenTakesTheSplashAwayAndStartsThePoll) {
+TEST_F(StartUpTest, NothingIsPolledBeforeTheMainScreenAsksForIt) {
   int ticks = 0;
   Trio.SetPollTick([&] { ++ticks; });
   EXPECT_TRUE(Start());
   Loop.RunFor(1000);
   EXPECT_EQ(ticks, 0) << "nothing is polled before the main screen has come up";
-  MainScreenShown(Screens, Trio);
-  EXPECT_EQ(Log.back(), "unload SplashForm");
+  Trio.StartPolling(true);
   EXPECT_TRUE(System.Link.PollingWanted);
   Loop.RunFor(1000);
   EXPECT_EQ(ticks, 20) << "every 50 ms";

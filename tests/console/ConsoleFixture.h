@@ -12,10 +12,8 @@
 #include <gtest/gtest.h>
 
 #include "app/Shutdown.h"
-#include "app/StartScreens.h"
 #include "app/StartUp.h"
 #include "console/Console.h"
-#include "console/SplashForm.h"
 #include "core/System.h"
 #include "platform/Clock.h"
 #include "platform/DiskFileSystem.h"
@@ -28,6 +26,7 @@
 #include "support/QtEnvironment.h"
 #include "support/TempDirectory.h"
 #include "toolkit/Desk.h"
+#include "tools/ConsoleStart.h"
 
 namespace torvane::tests {
 
@@ -49,7 +48,7 @@ class NoDrives final : public platform::Drives {
   [[nodiscard]] bool Ready(std::string_view) const override { return false; }
 };
 
-class ConsoleFixture : public ::testing::Test, private app::StartScreens {
+class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
  protected:
   /// `wire` says what the line to the controller costs; by default nothing.
   explicit ConsoleFixture(simulator::PortOptions wire = {}) {
@@ -65,6 +64,7 @@ class ConsoleFixture : public ::testing::Test, private app::StartScreens {
     Desk = std::make_unique<toolkit::Desk>(Loop);
     TheConsole = std::make_unique<console::Console>(
         console::ConsoleParts{System, *Files, *Port, Clock, Drives, *Desk});
+    Serve(*TheConsole);
     End = std::make_unique<app::Shutdown>(
         app::ShutdownParts{System, *Files, TheConsole->Trio(), TheConsole->Poll(), *this, Session});
     TheConsole->SetExits(
@@ -193,22 +193,14 @@ class ConsoleFixture : public ::testing::Test, private app::StartScreens {
   std::unique_ptr<app::Shutdown> End;
 
  private:
-  // app::StartScreens
+  // app::StartScreens, as far as they differ from one console to the next
   void ShowSplash() override {
     Desk->OpenWindow(1280, 1024);
-    TheConsole->Open();
-    Screens().Show(console::SplashForm::ScreenName);
+    ShowSplashOnDesk();
   }
-  void UnloadSplash() override { Screens().Unload(console::SplashForm::ScreenName); }
   void SystemMessageBox(std::string_view title, std::string_view text) override {
     SystemBoxes.push_back(std::string(title) + ": " + std::string(text));
   }
-  void ShowFrontEnd() override { Screens().Show(console::FrontEnd::ScreenName); }
-  [[nodiscard]] bool FrontEndVisible() const override {
-    return TheConsole->Screens().Set().Visible(console::FrontEnd::ScreenName);
-  }
-  void UnloadFrontEnd() override { Screens().Unload(console::FrontEnd::ScreenName); }
-  void LoadPlotConfig() override { TheConsole->LoadPlotConfig(); }
 
   std::int64_t soonMs_ = 0;
 };
