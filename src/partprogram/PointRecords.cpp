@@ -178,15 +178,8 @@ ReversePass::Flow ReversePass::TakeM87() {
   return Flow::GoOn;
 }
 
-/// "M00" between the first "(" and the first ")" is text.
 ReversePass::Flow ReversePass::TakeM00() {
-  const std::string_view text = Words().Text();
-  const auto open = text.find('(');
-  const auto close = text.find(')');
-  if (open != std::string_view::npos && close != std::string_view::npos) {
-    const auto stop = text.find("M00");
-    if (stop != std::string_view::npos && stop > open && stop < close) return Flow::GoOn;
-  }
+  if (StopIsText(Words())) return Flow::GoOn;
   state_.MotionMode = 0;
   PutPlace(AddPointRecord(Kind::ProgramStop));
   return Flow::GoOn;

@@ -19,25 +19,6 @@ constexpr std::size_t LargestCount = std::numeric_limits<std::int16_t>::max();
 /// mm, for a side that the program does not tell.
 constexpr double DefaultSheetSide = 1000;
 
-/// These blocks never go on in the running mode.
-constexpr WordSet NoModalWords{Word::G04, Word::G53, Word::G56, Word::G92, Word::G95,
-                               Word::M50, Word::M55, Word::M87, Word::M99};
-constexpr WordSet MotionWords{Word::G00, Word::G01, Word::G02, Word::G03};
-
-std::string_view TextOf(ReadFault fault) {
-  switch (fault) {
-    case ReadFault::ParameterNumber:
-      return Message::ParameterNumber;
-    case ReadFault::NumberRange:
-      return Message::NumberRange;
-    case ReadFault::NestedTooDeep:
-      return Message::FunctionTooDeep;
-    case ReadFault::None:
-      break;
-  }
-  return {};
-}
-
 }  // namespace
 
 /// The order in which the words of a block are tested and carried out.
@@ -164,7 +145,7 @@ ReversePass::Flow ReversePass::TakeBlock() {
     return Flow::GoOn;
   }
   reader_.ClearFault();
-  xLimitReported_ = yLimitReported_ = false;
+  limitCheck_.BeginBlock();
   const Flow flow = RunOrder();
   if (reader_.Fault() != ReadFault::None) Error(TextOf(reader_.Fault()), true);
   if (result_.Records.size() > LargestCount) {
@@ -193,8 +174,7 @@ bool ReversePass::Applies(const Row& row) const {
   if (row.Always || block.HasAny(row.Words)) return true;
   if (row.Letter != '\0') return block.Has(row.Letter);
   if (row.Mode < 0 || row.Mode != state_.MotionMode) return false;
-  const bool placed = block.Has('X') || block.Has('Y') || block.Has('I') || block.Has('J');
-  return placed && !block.HasAny(MotionWords) && !block.HasAny(NoModalWords);
+  return GoesOnInMode(block);
 }
 
 // ---- calls and jumps ----

@@ -7,7 +7,9 @@
 
 #include "partprogram/ArcMotion.h"
 #include "partprogram/Block.h"
+#include "partprogram/ErrorMessages.h"
 #include "partprogram/ModalState.h"
+#include "partprogram/MotionSteps.h"
 #include "partprogram/Passes.h"
 #include "partprogram/ProgramHeader.h"
 #include "partprogram/Report.h"
@@ -36,28 +38,6 @@ inline constexpr RecordKind OpenClamps{RecordCode::OpenClamps, PadText<18>("Open
 inline constexpr RecordKind CancelOffsets{RecordCode::CancelOffsets, PadText<18>("Cancel Offsets")};
 inline constexpr RecordKind Settings{RecordCode::Settings, PadText<18>("Settings")};
 }  // namespace Kind
-
-/// Messages of the pass, as they are handed to WriteError.
-namespace Message {
-inline constexpr std::string_view InvalidCentre = " Non-Interpolated Arc (Invalid I,J) ";
-inline constexpr std::string_view InvalidRadius = " Non-Interpolated Arc (Invalid R) ";
-inline constexpr std::string_view LimitX = " Out of limits in X ";
-inline constexpr std::string_view LimitY = " Out of limits in Y ";
-inline constexpr std::string_view Backoff = " Reposition with Excessive Backoff distance (J) ";
-inline constexpr std::string_view Return = " Reposition with Excessive Return distance (K) ";
-inline constexpr std::string_view SubMissing = " Subroutine Does Not Exist ";
-inline constexpr std::string_view SubTooDeep = " Subroutine Calls Nested Too Deep ";
-inline constexpr std::string_view ParameterNumber = " Parameter Number Out of Range ";
-inline constexpr std::string_view NumberRange = " Number Out of Range ";
-inline constexpr std::string_view FunctionTooDeep = " Functions Nested Too Deep ";
-inline constexpr std::string_view BlockTooLong = " Block Too Long ";
-inline constexpr std::string_view TooManyLines = " Too Many Lines in Program ";
-inline constexpr std::string_view TooManyRecords = " Too Many Records in Program ";
-inline constexpr std::string_view TooManyErrors = " Too Many Errors in Program ";
-inline constexpr std::string_view Endless = " Program Does Not End ";
-inline constexpr std::string_view TooManyTableLines = " Too Many Table Lines in Program ";
-inline constexpr std::string_view TableLineTooLong = " Table Line Too Long ";
-}  // namespace Message
 
 class ReversePass {
  public:
@@ -118,9 +98,7 @@ class ReversePass {
   Flow TakeG01();
   Flow TakeG02();
   Flow TakeG03();
-  [[nodiscard]] bool HoldsOtherMotion(Word own) const;
   void MakeLine(bool rapid);
-  [[nodiscard]] bool EndsWhereItBegins() const;
   void MakeArc(bool clockwise);
   void PutArc(const ArcGeometry& arc, bool clockwise);
   void FillBeam(DrawRecord& record) const;
@@ -168,10 +146,9 @@ class ReversePass {
   double kerfWidth_ = 0;
   bool unitsSettled_ = false;
   bool imperialProgram_ = false;
-  bool xLimitReported_ = false;
-  bool yLimitReported_ = false;
-  Point3 last_;       ///< last recorded end
-  Point3 unrounded_;  ///< end of the last line before it was rounded
+  LimitCheck limitCheck_;
+  LineRounding rounding_;
+  Point3 last_;  ///< last recorded end
   double moveLength_ = 0;
   double profileLength_ = 0;
   const BeamState beam_;  ///< first beam state of every element cut

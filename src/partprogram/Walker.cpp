@@ -48,22 +48,33 @@ std::size_t ProgramLines::Find(std::int32_t blockNumber) {
 
 Walker::Walker(std::string_view main, const std::map<std::int16_t, std::string>& subs)
     : main_(main) {
-  for (const auto& [number, text] : subs) subs_.emplace(number, ProgramLines(text));
+  for (const auto& [number, text] : subs) AddSub(number, text);
   levels_[0].Lines = &main_;
+}
+
+void Walker::AddSub(std::int16_t number, std::string_view text) {
+  subs_[number] = {ProgramLines(text), 0};
+}
+
+void Walker::AddSub(std::int16_t number, std::string_view text, std::int32_t firstBlock) {
+  Sub sub{ProgramLines(text), 0};
+  sub.First = sub.Lines.Find(firstBlock);
+  subs_[number] = std::move(sub);
 }
 
 WalkStep Walker::Next() {
   for (;;) {
     SubLevel& level = Level();
-    if (level.Next >= level.Lines->Count()) {
-      if (depth_ == 0) return WalkStep::End;
+    const bool ended = level.Next >= level.Lines->Count();
+    if (ended && depth_ == 0) return WalkStep::End;
+    if (++blocks_ > MaxWalkBlocks) return WalkStep::Endless;
+    if (ended) {
       Return();
       continue;
     }
-    if (++blocks_ > MaxWalkBlocks) return WalkStep::Endless;
     line_ = level.Lines->Line(level.Next++);
     block_.Prepare(line_);
-    if (depth_ > 0 && block_.Has(Word::M02)) {
+    if (depth_ > 0 && block_.HasAny(returns_)) {
       Return();
       continue;
     }
@@ -86,7 +97,9 @@ SubLevel& Walker::Call(std::int16_t number) {
   SubLevel& level = Level();
   level = SubLevel{};
   level.Number = number;
-  level.Lines = &subs_.at(number);
+  Sub& sub = subs_.at(number);
+  level.Lines = &sub.Lines;
+  level.First = level.Next = sub.First;
   return level;
 }
 
@@ -99,8 +112,8 @@ bool Walker::Leave() {
 void Walker::Return() {
   SubLevel& level = Level();
   level.LineCount = 0;
-  level.Next = 0;
-  if (--level.RepeatCount == 0) --depth_;
+  level.Next = level.First;
+  if (--level.RepeatCount <= 0) --depth_;
 }
 
 std::map<std::int16_t, std::string> ExtractSubroutines(std::string_view converted) {

@@ -58,14 +58,15 @@ struct SubLevel {
   float LocalY = 0;
   std::int16_t LineCount = 0;
   ProgramLines* Lines = nullptr;
-  std::size_t Next = 0;  ///< line that is read next
+  std::size_t First = 0;  ///< line with which each round begins
+  std::size_t Next = 0;   ///< line that is read next
 };
 
 enum class WalkStep : std::uint8_t {
   Block,         ///< a block is ready
   End,           ///< the main file is at its end
   TooManyLines,  ///< a line number that 16 bits do not hold
-  Endless,       ///< MaxWalkBlocks read
+  Endless,       ///< MaxWalkBlocks read, rounds of subroutines counted among them
 };
 
 class Walker {
@@ -85,7 +86,14 @@ class Walker {
   /// file is at its end.
   void Jump(std::int32_t target);
 
+  /// Words that end a round of a subroutine: "M02" alone, unless they are set here.
+  void SetReturnWords(WordSet words) { returns_ = words; }
+
   [[nodiscard]] bool HasSub(std::int16_t number) const { return subs_.contains(number); }
+  /// Adds a subroutine, or takes another text for it. Each round begins at the first line with
+  /// `firstBlock` as its block number, or at the first line of all. `text` must outlive the walker.
+  void AddSub(std::int16_t number, std::string_view text);
+  void AddSub(std::int16_t number, std::string_view text, std::int32_t firstBlock);
   /// Enters a subroutine that HasSub, with an entry cleared but for number and repeat count 1.
   /// The depth must be below MaxSubDepth.
   SubLevel& Call(std::int16_t number);
@@ -101,10 +109,16 @@ class Walker {
   [[nodiscard]] ProgramLines& MainLines() { return main_; }
 
  private:
+  struct Sub {
+    ProgramLines Lines;
+    std::size_t First = 0;
+  };
+
   void Return();
 
   ProgramLines main_;
-  std::map<std::int16_t, ProgramLines> subs_;
+  std::map<std::int16_t, Sub> subs_;
+  WordSet returns_{Word::M02};
   std::array<SubLevel, MaxSubDepth + 1> levels_{};
   int depth_ = 0;
   int blocks_ = 0;

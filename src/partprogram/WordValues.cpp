@@ -192,7 +192,7 @@ WordValue ReadExpression(std::string_view block, std::size_t from, const Paramet
   const auto lookup = [&](std::string_view text, const WordValue& number) -> std::optional<double> {
     const bool known = number.Found && number.Value >= 0 &&
                        number.Value < static_cast<double>(parameters.Values.size());
-    if (!known || NamesMoreThanHundred(text)) {
+    if (!known || (!parameters.TwoDigitNumbers && NamesMoreThanHundred(text))) {
       Raise(fault, ReadFault::ParameterNumber);
       return std::nullopt;
     }

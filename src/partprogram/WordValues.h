@@ -13,6 +13,9 @@ namespace torvane::partprogram {
 /// P0 to P100. All start at 0 on every pass.
 struct Parameters {
   std::array<double, 101> Values{};
+  /// A third digit is a digit behind the value, so that P101 reads P10 and a 1; without this it is
+  /// a fault.
+  bool TwoDigitNumbers = false;
 };
 
 /// Why a reader could not follow its text. The value then is what had been read up to there.
