@@ -52,8 +52,6 @@ function(torvane_tests name)
   endif()
   target_link_libraries(${name}_tests PRIVATE ${arg_DEPENDS} GTest::gmock rapidcheck ${main})
   target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_definitions(${name}_tests PRIVATE TORVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
-    TORVANE_BINARY_DIR="${PROJECT_BINARY_DIR}")
   if(TORVANE_PCH)
     target_precompile_headers(${name}_tests REUSE_FROM ${main})
   endif()

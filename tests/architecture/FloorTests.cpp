@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/SourceTree.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -43,7 +45,7 @@ const std::set<std::string> WithoutQt = {"platform", "core",    "partprogram",
 
 const std::regex IncludeLine(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
 
-fs::path SourceRoot() { return fs::path(TORVANE_SOURCE_DIR) / "src"; }
+fs::path SourceRoot() { return torvane::tests::SourceTree() / "src"; }
 
 struct Include {
   bool Angled = false;

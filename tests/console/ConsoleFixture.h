@@ -24,6 +24,7 @@
 #include "simulator/SimulatedController.h"
 #include "simulator/SimulatedPort.h"
 #include "support/QtEnvironment.h"
+#include "support/SourceTree.h"
 #include "support/TempDirectory.h"
 #include "toolkit/Desk.h"
 #include "tools/ConsoleStart.h"
@@ -52,7 +53,7 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
  protected:
   /// `wire` says what the line to the controller costs; by default nothing.
   explicit ConsoleFixture(simulator::PortOptions wire = {}) {
-    std::filesystem::copy(std::filesystem::path(TORVANE_SOURCE_DIR) / "examples" / "installation",
+    std::filesystem::copy(torvane::tests::SourceTree() / "examples" / "installation",
                           Directory.Path(), std::filesystem::copy_options::recursive);
     Files = std::make_unique<platform::DiskFileSystem>(Directory.Path());
     simulator::ControllerOptions options;

@@ -6,6 +6,7 @@
 #include "core/Directories.h"
 #include "core/SettingsModule.h"
 #include "platform/DiskFileSystem.h"
+#include "support/SourceTree.h"
 #include "support/TempDirectory.h"
 
 namespace torvane::core {
@@ -13,7 +14,7 @@ namespace {
 
 TEST(ExampleInstallation, ReadsWhole) {
   const test::TempDirectory temp;
-  std::filesystem::copy(TORVANE_SOURCE_DIR "/examples/installation", temp.Path(),
+  std::filesystem::copy(torvane::tests::SourceTree() / "examples/installation", temp.Path(),
                         std::filesystem::copy_options::recursive);
   platform::DiskFileSystem files(temp.Path());
   System system;

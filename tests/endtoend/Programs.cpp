@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "support/QtEnvironment.h"
+#include "support/SourceTree.h"
 
 namespace torvane::tests {
 
@@ -84,7 +85,7 @@ void RunningProgram::Kill() {
 }
 
 EndToEnd::EndToEnd() {
-  std::filesystem::copy(std::filesystem::path(TORVANE_SOURCE_DIR) / "examples" / "installation",
+  std::filesystem::copy(torvane::tests::SourceTree() / "examples" / "installation",
                         Place("installation"), std::filesystem::copy_options::recursive);
   // A silent line shows soon.
   Directory.Put("installation/Trio.cfg",

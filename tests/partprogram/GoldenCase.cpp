@@ -12,6 +12,7 @@
 #include "core/Text.h"
 #include "partprogram/Pipeline.h"
 #include "platform/DiskFileSystem.h"
+#include "support/SourceTree.h"
 #include "support/TempDirectory.h"
 
 namespace torvane::testing {
@@ -69,10 +70,10 @@ GoldenFiles CollectFiles(const test::TempDirectory& disk, std::int16_t slot, boo
 
 }  // namespace
 
-fs::path GoldenRoot() { return fs::path(TORVANE_SOURCE_DIR) / "tests" / "golden"; }
+fs::path GoldenRoot() { return torvane::tests::SourceTree() / "tests" / "golden"; }
 
 fs::path ExamplePrograms() {
-  return fs::path(TORVANE_SOURCE_DIR) / "examples" / "installation" / "Programs";
+  return torvane::tests::SourceTree() / "examples" / "installation" / "Programs";
 }
 
 std::string ReadBytes(const fs::path& path) {

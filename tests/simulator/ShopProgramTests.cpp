@@ -10,13 +10,14 @@
 #include "RunRig.h"
 #include "core/MachineFiles.h"
 #include "partprogram/Pipeline.h"
+#include "support/SourceTree.h"
 
 namespace torvane::simulator {
 namespace {
 
 namespace fs = std::filesystem;
 
-fs::path Installation() { return fs::path(TORVANE_SOURCE_DIR) / "examples/installation"; }
+fs::path Installation() { return torvane::tests::SourceTree() / "examples/installation"; }
 
 std::string ReadAll(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "partprogram/DrawRecord.h"
+#include "support/SourceTree.h"
 #include "support/TempDirectory.h"
 #include "tools/CheckCommand.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path Examples = fs::path(TORVANE_SOURCE_DIR) / "examples" / "installation";
+const fs::path Examples = torvane::tests::SourceTree() / "examples" / "installation";
 
 constexpr const char* Plain =
     "! MATERIAL : Copper\r\n! SHEET : X500 Y300\r\n! CLAMP : L80 R380\r\n"

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "support/QtEnvironment.h"
+#include "support/SourceTree.h"
 #include "support/TempDirectory.h"
 #include "tools/PictureScenes.h"
 
@@ -17,7 +18,7 @@ namespace fs = std::filesystem;
 
 std::set<std::string> TakeAll(const fs::path& folder) {
   const test::TempDirectory installation;
-  fs::copy(fs::path(TORVANE_SOURCE_DIR) / "examples" / "installation", installation.Path(),
+  fs::copy(torvane::tests::SourceTree() / "examples" / "installation", installation.Path(),
            fs::copy_options::recursive);
   MakeLongNames(installation.Path());
   PictureStage stage(installation.Path(), {folder.string(), {1024, 768}, false});
