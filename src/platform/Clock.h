@@ -1,6 +1,8 @@
 // The wall clock, for dates in reports.
 #pragma once
 
+#include <ctime>
+
 namespace torvane::platform {
 
 /// Local time of day. Month and day count from 1.
@@ -12,6 +14,9 @@ struct LocalTime {
   int Minute = 0;
   int Second = 0;
 };
+
+/// Local time of a moment of the machine's clock.
+[[nodiscard]] LocalTime LocalTimeOf(std::time_t moment);
 
 class Clock {
  public:

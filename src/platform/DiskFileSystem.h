@@ -46,6 +46,7 @@ class DiskFileSystem final : public FileSystem {
   void CopyFile(std::string_view from, std::string_view to) override;
   void RenameFile(std::string_view from, std::string_view to) override;
   [[nodiscard]] std::vector<std::string> ListFiles(std::string_view pattern) const override;
+  [[nodiscard]] std::vector<FileEntry> ListEntries(std::string_view pattern) const override;
   [[nodiscard]] std::vector<std::string> ListDirectories(std::string_view path) const override;
   [[nodiscard]] std::unique_ptr<RecordFile> OpenRecords(std::string_view path,
                                                         std::size_t recordSize) const override;

@@ -9,7 +9,16 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Clock.h"
+
 namespace torvane::platform {
+
+/// A file of a listing.
+struct FileEntry {
+  std::string Name;         ///< without path
+  std::uint64_t Size = 0;   ///< bytes
+  LocalTime Written = {0};  ///< Year 0 where it is not known
+};
 
 /// A file of fixed records, numbered from 1. Closed when it goes.
 class RecordFile {
@@ -69,6 +78,17 @@ class FileSystem {
   /// Names (without path) of the files that match a pattern such as "C:\ROOT\Data\*.prm", "*" and
   /// "?" being wild, sorted by name without minding case. Nothing when the directory is missing.
   [[nodiscard]] virtual std::vector<std::string> ListFiles(std::string_view pattern) const = 0;
+
+  /// The same with size and date.
+  [[nodiscard]] virtual std::vector<FileEntry> ListEntries(std::string_view pattern) const {
+    const std::string_view directory = pattern.substr(0, pattern.find_last_of("\\/:") + 1);
+    std::vector<FileEntry> entries;
+    for (std::string& name : ListFiles(pattern)) {
+      const std::uint64_t size = FileSize(std::string(directory) + name);
+      entries.push_back({std::move(name), size});
+    }
+    return entries;
+  }
 
   /// Names of the directories in a directory, sorted likewise, without "." and "..".
   [[nodiscard]] virtual std::vector<std::string> ListDirectories(std::string_view path) const = 0;

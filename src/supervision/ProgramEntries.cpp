@@ -6,6 +6,7 @@
 #include "core/Directories.h"
 #include "core/General.h"
 #include "core/LastFile.h"
+#include "core/ProgramCatalogue.h"
 #include "core/SlotFiles.h"
 #include "platform/PlainNames.h"
 #include "supervision/ProgramNames.h"
@@ -15,10 +16,7 @@ namespace torvane::supervision {
 
 namespace {
 
-constexpr std::string_view ReservedDirectory = "EXSUBS";
 constexpr std::array<std::string_view, 4> RestartFiles = {"cfg", "drw", "cnv", "tbl"};
-
-bool IsDriveEntry(std::string_view entry) { return entry.find(':') != std::string_view::npos; }
 
 }  // namespace
 
@@ -27,28 +25,16 @@ void ProgramEntries::Refuse(std::string_view line) {
 }
 
 std::vector<std::string> ProgramEntries::Directories() const {
-  auto names = files_.ListDirectories(system_.Directories.ProgramRoot);
-  names.erase(std::remove_if(names.begin(), names.end(),
-                             [](const std::string& name) {
-                               return name == "." || name == ".." ||
-                                      core::EqualNoCase(name, ReservedDirectory);
-                             }),
-              names.end());
-  return names;
+  return core::ListProgramDirectories(files_, system_.Directories.ProgramRoot);
 }
 
 std::vector<std::string> ProgramEntries::Programs(std::string_view entry) const {
-  const std::string path = core::ProgramDirectoryPath(system_.Directories, core::Trim(entry));
-  std::vector<std::string> names;
-  for (const auto& file : files_.ListFiles(path + "*.prg")) {
-    names.emplace_back(core::StripExtension(file));
-  }
-  return names;
+  return core::ListPrograms(files_, core::ProgramDirectoryPath(system_.Directories, entry));
 }
 
 std::optional<std::vector<std::string>> ProgramEntries::ChangeDirectory(std::string_view entry) {
   std::string name(core::Trim(entry));
-  if (IsDriveEntry(name)) {
+  if (core::IsDriveEntry(name)) {
     name.resize(std::min<std::size_t>(name.size(), 2));
     if (!drives_.Ready(name)) {
       Refuse("Disc Not Ready !");
