@@ -43,9 +43,13 @@ std::optional<std::vector<std::string>> ProgramEntries::ChangeDirectory(std::str
   } else if (!DirectoryInRoot(files_, system_.Directories, name)) {
     return std::nullopt;
   }
-  core::SetProgramDirectory(system_.Directories, name);
-  core::SaveControlFile(files_, system_.Directories, system_.ActiveSlot);
+  MakeCurrent(name);
   return Programs(name);
+}
+
+void ProgramEntries::MakeCurrent(std::string_view directory) {
+  core::SetProgramDirectory(system_.Directories, directory);
+  core::SaveControlFile(files_, system_.Directories, system_.ActiveSlot);
 }
 
 bool ProgramEntries::MakeMissingDirectory(const std::string& directory) {
@@ -82,11 +86,13 @@ std::optional<EditTarget> ProgramEntries::PrepareEdit(std::string_view directory
 std::optional<SearchWords> ProgramEntries::PrepareSearch(std::string_view directoryText,
                                                          std::string_view programText) {
   SearchWords words{std::string(core::Trim(directoryText)), std::string(core::Trim(programText))};
-  if (!NameLengthValid(words.Directory)) {
+  // One of them may be empty, which takes all names.
+  const bool none = words.Directory.empty() && words.Program.empty();
+  if (none || words.Directory.size() > LongestName) {
     Refuse("Invalid Directory Search Criteria !");
     return std::nullopt;
   }
-  if (!NameLengthValid(words.Program)) {
+  if (words.Program.size() > LongestName) {
     Refuse("Invalid Program Search Criteria !");
     return std::nullopt;
   }

@@ -21,7 +21,7 @@ struct EditTarget {
   std::string Path;       ///< the file
 };
 
-/// What the search is given.
+/// What the search is given; at most one of the two is empty.
 struct SearchWords {
   std::string Directory;
   std::string Program;
@@ -44,6 +44,9 @@ class ProgramEntries {
   /// its programs. Nothing, with a dialog, for a drive that does not answer; nothing, without one,
   /// for a text that names no directory (yet).
   std::optional<std::vector<std::string>> ChangeDirectory(std::string_view entry);
+
+  /// Makes a directory that was taken from a list current and writes Control.cfg.
+  void MakeCurrent(std::string_view directory);
 
   /// The way to the editor: names are tested, a missing directory is made if the operator wants it,
   /// and a new program starts from the template where there is one. Nothing after a refusal.

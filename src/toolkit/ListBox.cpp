@@ -26,6 +26,8 @@ void ListBox::Insert(int index, std::string text) {
   index = std::clamp(index, 0, Count());
   items_.insert(items_.begin() + index, std::move(text));
   selected_.insert(selected_.begin() + index, 0);
+  if (static_cast<std::size_t>(index) < details_.size())
+    details_.insert(details_.begin() + index, std::string());
   if (current_ >= index) ++current_;
   ItemsChanged();
 }
@@ -34,6 +36,7 @@ void ListBox::Remove(int index) {
   if (index < 0 || index >= Count()) return;
   items_.erase(items_.begin() + index);
   selected_.erase(selected_.begin() + index);
+  if (static_cast<std::size_t>(index) < details_.size()) details_.erase(details_.begin() + index);
   if (current_ == index) {
     current_ = -1;
   } else if (current_ > index) {
@@ -45,6 +48,7 @@ void ListBox::Remove(int index) {
 void ListBox::SetItems(std::vector<std::string> items) {
   items_ = std::move(items);
   selected_.assign(items_.size(), 0);
+  details_.clear();
   current_ = -1;
   top_ = 0;
   ItemsChanged();
@@ -53,6 +57,11 @@ void ListBox::SetItems(std::vector<std::string> items) {
 void ListBox::SetText(int index, std::string text) {
   if (index < 0 || index >= Count()) return;
   items_[static_cast<std::size_t>(index)] = std::move(text);
+  update();
+}
+
+void ListBox::SetDetails(std::vector<std::string> details) {
+  details_ = std::move(details);
   update();
 }
 
@@ -94,10 +103,21 @@ std::vector<int> ListBox::SelectedIndices() const {
   return indices;
 }
 
+std::vector<std::string> ListBox::SelectedTexts() const {
+  std::vector<std::string> texts;
+  for (const int index : SelectedIndices()) texts.push_back(Text(index));
+  return texts;
+}
+
 void ListBox::SetTopLine(int index) {
   const int last = std::max(0, Count() - VisibleLines());
   top_ = std::clamp(index, 0, last);
   bar_.SetValue(top_);
+  update();
+}
+
+void ListBox::SetStyle(TypeStyle style) {
+  style_ = style;
   update();
 }
 
@@ -194,14 +214,36 @@ void ListBox::PressLine(int index) {
 void ListBox::PointerDown(const PointerEvent& event) {
   pressY_ = event.Y;
   pressTop_ = top_;
+  pressLine_ = LineAt(event.Y);
+  marksBefore_ = selected_;
   dragged_ = false;
 }
 
-/// A finger that moves by half a row drags the lines along and selects nothing.
+/// The lines between the press and here; a drag back gives the rest its old marks again.
+void ListBox::MarkUpTo(int y) {
+  const int row = RowHeight();
+  if (y < 0) SetTopLine(top_ - 1);
+  if (y >= height()) SetTopLine(top_ + 1);
+  const int last = std::min(Count(), top_ + VisibleLines()) - 1;
+  const int line = std::clamp(top_ + (y - Measures().Hairline) / row, top_, std::max(top_, last));
+  if (line == current_ || marksBefore_.size() != selected_.size()) return;
+  selected_ = marksBefore_;
+  const char mark = marksBefore_[static_cast<std::size_t>(pressLine_)] ? 0 : 1;
+  const auto [first, end] = std::minmax(pressLine_, line);
+  std::fill(selected_.begin() + first, selected_.begin() + end + 1, mark);
+  current_ = line;
+  update();
+  if (const auto handler = select_) handler();
+}
+
+/// A finger that moves by half a row drags the lines along and selects nothing; in a multiple list
+/// it marks.
 void ListBox::PointerMove(const PointerEvent& event) {
   if (pressY_ < 0 || event.Button == PointerButton::None) return;
   if (std::abs(event.Y - pressY_) > RowHeight() / 2) dragged_ = true;
   if (!dragged_) return;
+  if (mode_ == Selection::Multiple && pressLine_ >= 0 && pressLine_ < Count())
+    return MarkUpTo(event.Y);
   const int before = top_;
   SetTopLine(pressTop_ + (pressY_ - event.Y) / RowHeight());
   if (top_ == before) return;
@@ -245,14 +287,56 @@ void ListBox::ItemsChanged() {
   SetTopLine(top_);
 }
 
+namespace {
+
+std::vector<std::string_view> Columns(std::string_view details) {
+  std::vector<std::string_view> columns;
+  while (true) {
+    const std::size_t tab = details.find('\t');
+    columns.push_back(details.substr(0, tab));
+    if (tab == std::string_view::npos) return columns;
+    details.remove_prefix(tab + 1);
+  }
+}
+
+}  // namespace
+
+/// Each as wide as its longest text would be in figures.
+std::vector<int> ListBox::ColumnWidths(const QPainter& painter) const {
+  std::vector<int> widths;
+  const int figure = painter.fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  for (const std::string& details : details_) {
+    const auto columns = Columns(details);
+    if (widths.size() < columns.size()) widths.resize(columns.size(), 0);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+      widths[i] = std::max(widths[i], figure * static_cast<int>(columns[i].size()));
+  }
+  return widths;
+}
+
+/// Takes the columns of a line off the right end of its place.
+void ListBox::PaintDetails(QPainter& painter, QRect& place, int line,
+                           const std::vector<int>& widths) const {
+  if (static_cast<std::size_t>(line) >= details_.size()) return;
+  const auto columns = Columns(details_[static_cast<std::size_t>(line)]);
+  const int gap = Measures().Px(16);
+  for (std::size_t i = widths.size(); i-- > 0;) {
+    QRect column = place;
+    column.setLeft(place.right() + 1 - widths[i]);
+    if (i < columns.size()) PaintFigures(painter, column, ToQString(columns[i]), Alignment::Right);
+    place.setRight(column.left() - gap - 1);
+  }
+}
+
 void ListBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const Metrics& m = Measures();
   painter.fillRect(rect(), ToQColor(Background()));
-  QFont font = FontOf(m, TypeStyle::Body);
+  QFont font = FontOf(m, style_);
   const int row = RowHeight();
   font.setPixelSize(std::min(font.pixelSize(), std::max(8, row * 3 / 4)));
   painter.setFont(font);
+  const std::vector<int> columns = ColumnWidths(painter);
   const int right = bar_.Visible() ? bar_.x() : width() - m.Hairline;
   const Colour text = Enabled() ? Foreground() : Faded(Foreground(), Background());
   for (int i = 0; i < VisibleLines() && top_ + i < Count(); ++i) {
@@ -261,8 +345,9 @@ void ListBox::paintEvent(QPaintEvent*) {
     const bool marked = Selected(line);
     if (marked) painter.fillRect(place, ToQColor(text));
     painter.setPen(ToQColor(marked ? Background() : text));
-    PaintLine(painter, place.adjusted(m.Px(10), 0, -m.Px(10), 0), {Text(line), -1},
-              Alignment::Left);
+    QRect rest = place.adjusted(m.Px(10), 0, -m.Px(10), 0);
+    PaintDetails(painter, rest, line, columns);
+    PaintLine(painter, rest, {Text(line), -1}, Alignment::Left);
     if (mode_ != Selection::Multiple || line != current_ || !HasFocus()) continue;
     painter.drawRect(place.adjusted(2, 2, -3, -3));
   }

@@ -5,14 +5,16 @@
 #include <vector>
 
 #include "toolkit/Control.h"
+#include "toolkit/Metrics.h"
 #include "toolkit/ScrollBar.h"
 
 namespace torvane::toolkit {
 
 enum class Selection { None, Single, Multiple };
 
-/// Indices count from 0, -1 is none. With several selectable, a press or Space turns a line over
-/// and the current line (the one with the frame) moves by itself.
+/// Indices count from 0, -1 is none. With several selectable, a press or Space turns a line over,
+/// a drag gives all lines that it passes the mark that a press would give the first, and the
+/// current line (the one with the frame) moves by itself.
 class ListBox : public Control {
  public:
   explicit ListBox(QWidget* parent, Selection mode = Selection::Single, Form* owner = nullptr);
@@ -24,6 +26,9 @@ class ListBox : public Control {
   void SetItems(std::vector<std::string> items);
   void SetText(int index, std::string text);
   [[nodiscard]] int Count() const { return static_cast<int>(items_.size()); }
+  /// What stands beside the lines, in order: the columns of a line are divided by tabs, their right
+  /// ends line up. Lines that come later have none.
+  void SetDetails(std::vector<std::string> details);
   /// Empty for an index out of range.
   [[nodiscard]] const std::string& Text(int index) const;
   [[nodiscard]] const std::vector<std::string>& Items() const { return items_; }
@@ -36,10 +41,13 @@ class ListBox : public Control {
   void SetSelected(int index, bool selected);
   [[nodiscard]] bool Selected(int index) const;
   [[nodiscard]] std::vector<int> SelectedIndices() const;
+  [[nodiscard]] std::vector<std::string> SelectedTexts() const;
 
   /// The first line in view, kept within the list.
   void SetTopLine(int index);
   [[nodiscard]] int TopLine() const { return top_; }
+  /// The type of the lines, Body by default.
+  void SetStyle(TypeStyle style);
   /// Lines that fit; a fixed count stretches the rows, 0 goes by the type.
   void SetVisibleLines(int count);
   [[nodiscard]] int VisibleLines() const;
@@ -72,17 +80,25 @@ class ListBox : public Control {
   [[nodiscard]] int RowHeight() const;
   [[nodiscard]] int LineAt(int y) const;
   void Step(int to);
+  void MarkUpTo(int y);
+  void PaintDetails(QPainter& painter, QRect& place, int line,
+                    const std::vector<int>& widths) const;
+  [[nodiscard]] std::vector<int> ColumnWidths(const QPainter& painter) const;
   void ShowCurrent();
   void ItemsChanged();
 
   Selection mode_;
   std::vector<std::string> items_;
   std::vector<char> selected_;
+  std::vector<std::string> details_;
+  std::vector<char> marksBefore_;  ///< at the press that a drag began with
   int current_ = -1;
   int top_ = 0;
   int fixedLines_ = 0;
+  TypeStyle style_ = TypeStyle::Body;
   int pressY_ = -1;
   int pressTop_ = 0;
+  int pressLine_ = -1;
   bool dragged_ = false;
   ScrollBar bar_;
   std::function<void()> select_;

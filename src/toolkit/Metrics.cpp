@@ -29,6 +29,7 @@ constexpr std::array<TypeStep, static_cast<std::size_t>(TypeStyle::Count)> TypeS
     {25, 20},  // Entry
     {32, 26},  // Readout
     {42, 34},  // Figure
+    {20, 16},  // Mono
 }};
 
 }  // namespace

@@ -136,6 +136,10 @@ QString ToQString(std::string_view text) {
 
 QFont FontOf(const Metrics& metrics, TypeStyle style) {
   QFont font;
+  if (style == TypeStyle::Mono) {
+    font.setFamilies({QStringLiteral("B612 Mono"), QStringLiteral("monospace")});
+    font.setStyleHint(QFont::Monospace);
+  }
   font.setPixelSize(metrics.TypeSize(style));
   const bool bold =
       style == TypeStyle::Bold || style == TypeStyle::Key || style == TypeStyle::Title;

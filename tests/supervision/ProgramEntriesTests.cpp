@@ -120,18 +120,23 @@ TEST_F(ProgramEntriesTest, TheEditorRefusesNamesThatAreNone) {
   }
 }
 
-TEST_F(ProgramEntriesTest, TheSearchRefusesEmptyAndOverlongWords) {
-  EXPECT_FALSE(Entries.PrepareSearch(" ", "ab").has_value());
+TEST_F(ProgramEntriesTest, TheSearchRefusesTwoEmptyWordsAndOverlongOnes) {
+  EXPECT_FALSE(Entries.PrepareSearch(" ", "").has_value());
   ExpectRefused("Invalid Directory Search Criteria !");
   EXPECT_FALSE(Entries.PrepareSearch(TooLong, "ab").has_value());
   ExpectRefused("Invalid Directory Search Criteria !");
-  EXPECT_FALSE(Entries.PrepareSearch("SH", "").has_value());
-  ExpectRefused("Invalid Program Search Criteria !");
   EXPECT_FALSE(Entries.PrepareSearch("SH", TooLong).has_value());
   ExpectRefused("Invalid Program Search Criteria !");
-  const auto words = Entries.PrepareSearch(" SH ", " ab ");
+}
+
+TEST_F(ProgramEntriesTest, OneOfTheSearchWordsMayBeEmpty) {
+  const auto programs = Entries.PrepareSearch(" SH ", " ");
+  ASSERT_TRUE(programs.has_value());
+  EXPECT_EQ(programs->Directory, "SH");
+  EXPECT_EQ(programs->Program, "");
+  const auto words = Entries.PrepareSearch("", " ab ");
   ASSERT_TRUE(words.has_value());
-  EXPECT_EQ(words->Directory, "SH");
+  EXPECT_EQ(words->Directory, "");
   EXPECT_EQ(words->Program, "ab");
   EXPECT_TRUE(Log.empty());
 }

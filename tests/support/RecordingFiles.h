@@ -1,6 +1,7 @@
 // Files that write down in one list what was done with them, for tests of an order.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,6 +17,9 @@ class RecordingFiles final : public platform::FileSystem {
  public:
   RecordingFiles(platform::FileSystem& inner, std::vector<std::string>& events)
       : inner_(inner), events_(events) {}
+
+  /// Called with each event before it is passed on; what it throws is the disk's fault.
+  std::function<void(const std::string& event)> Before;
 
   bool FileExists(std::string_view path) const override { return inner_.FileExists(path); }
   bool DirectoryExists(std::string_view path) const override {
@@ -77,6 +81,7 @@ class RecordingFiles final : public platform::FileSystem {
  private:
   void Note(std::string_view what, std::string_view path) const {
     events_.push_back(std::string(what) + " " + std::string(path));
+    if (Before) Before(events_.back());
   }
 
   platform::FileSystem& inner_;

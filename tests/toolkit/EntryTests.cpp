@@ -225,6 +225,78 @@ TEST_F(Lists, SeveralMayBeSelected) {
   EXPECT_EQ(several.SelectedIndices(), (std::vector<int>{1, 2}));
 }
 
+class MultipleList : public OnDesk {
+ protected:
+  MultipleList() : One(Desk_, "OneForm", Log), List(&One.Body, Selection::Multiple) {
+    List.SetVisibleLines(5);
+    List.Place({0, 0, 300, 202});
+    for (int i = 0; i < 20; ++i) List.Add("LINE " + std::to_string(i));
+    List.OnSelect([this] { Log.push_back(std::to_string(List.SelectedIndices().size())); });
+    One.Window.Show();
+    Log.clear();
+  }
+  /// Middle of a row in view.
+  static int RowY(int row) { return 1 + 40 * row + 20; }
+  using Indices = std::vector<int>;
+
+  Screen One;
+  ListBox List;
+};
+
+TEST_F(MultipleList, ADragMarksTheLinesThatItPasses) {
+  PressAt(List, 20, RowY(1));
+  DragTo(List, 20, RowY(3));
+  EXPECT_EQ(List.SelectedIndices(), (Indices{1, 2, 3})) << "while the finger is still down";
+  DragTo(List, 20, RowY(2));
+  EXPECT_EQ(List.SelectedIndices(), (Indices{1, 2})) << "a drag back lets go of the rest";
+  ReleaseAt(List, 20, RowY(2));
+  EXPECT_EQ(List.SelectedIndices(), (Indices{1, 2}));
+  EXPECT_EQ(List.TopLine(), 0) << "the lines do not move under the finger";
+  EXPECT_EQ(Taken(), (Words{"3", "2"}));
+  EXPECT_EQ(List.SelectedTexts(), (Words{"LINE 1", "LINE 2"}));
+}
+
+TEST_F(MultipleList, ADragThatBeginsOnAMarkedLineTakesMarksAway) {
+  for (const int line : {0, 1, 2, 4}) List.SetSelected(line, true);
+  PressAt(List, 20, RowY(2));
+  DragTo(List, 20, RowY(0));
+  ReleaseAt(List, 20, RowY(0));
+  EXPECT_EQ(List.SelectedIndices(), Indices{4});
+}
+
+TEST_F(MultipleList, ADragBelowTheListScrollsOn) {
+  PressAt(List, 20, RowY(4));
+  for (int step = 0; step < 3; ++step) DragTo(List, 20, 260 + step);
+  ReleaseAt(List, 20, 262);
+  EXPECT_EQ(List.TopLine(), 3);
+  EXPECT_EQ(List.SelectedIndices(), (Indices{4, 5, 6, 7}));
+}
+
+TEST_F(MultipleList, ALittleTrembleIsAPress) {
+  PressAt(List, 20, RowY(1));
+  DragTo(List, 20, RowY(1) + 10);
+  ReleaseAt(List, 20, RowY(1) + 10);
+  EXPECT_EQ(List.SelectedIndices(), Indices{1});
+}
+
+TEST_F(MultipleList, AListThatIsFilledAgainUnderTheFingerMarksNothing) {
+  PressAt(List, 20, RowY(4));
+  List.SetItems({"A", "B"});
+  DragTo(List, 20, RowY(1));
+  ReleaseAt(List, 20, RowY(1));
+  EXPECT_EQ(List.SelectedIndices(), Indices{});
+}
+
+TEST_F(Lists, DetailsStandBesideTheLinesAndLeaveTheirTexts) {
+  List.SetDetails({"1200\t01.02.26", "7\t"});
+  List.Insert(0, "NEW");
+  List.Remove(1);
+  EXPECT_EQ(List.Text(0), "NEW");
+  List.SetStyle(TypeStyle::Mono);
+  const QImage picture = List.grab().toImage();
+  EXPECT_FALSE(picture.isNull());
+}
+
 TEST_F(Lists, AListThatSelectsNothingScrollsByKeys) {
   ListBox help(&One.Body, Selection::None);
   help.SetVisibleLines(5);
