@@ -11,6 +11,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include "core/ScreenNames.h"
 #include "toolkit/Application.h"
 #include "tools/ConsoleProgram.h"
 #include "tools/ProgramGenerator.h"
@@ -115,7 +116,7 @@ void KeyToPixels(benchmark::State& state) {
   options.Simulate = true;
   tools::ConsoleProgram program(options);
   auto look = program.Loop().MakeTimer([&] {
-    if (!program.Console().Screens().Set().Visible(console::FrontEnd::ScreenName)) return;
+    if (!program.Console().Screens().Set().Visible(core::ScreenNames::FrontEnd)) return;
     static bool measured = false;
     if (std::exchange(measured, true)) return;
     Measure(state, program);

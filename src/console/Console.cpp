@@ -1,17 +1,10 @@
 #include "console/Console.h"
 
-#include "console/ProgramForm.h"
-#include "console/ShutdownForm.h"
-#include "console/SplashForm.h"
-#include "console/StatusMenuForm.h"
-#include "console/ViewProgForm.h"
-
 namespace torvane::console {
 
 Console::Console(const ConsoleParts& parts)
     : parts_(parts),
-      screens_(parts.System, parts.Desk, parts.Files,
-               [this](toolkit::Key key) { HandleFunctionKey(key); }),
+      screens_(parts.System, parts.Desk, [this](toolkit::Key key) { HandleFunctionKey(key); }),
       trio_(parts.Desk.Loop(), parts.Port, parts.Files, parts.System.Link, parts.System.Directories,
             screens_),
       downloads_(trio_, parts.Files, parts.System.Directories, parts.System.Programs),
@@ -20,10 +13,24 @@ Console::Console(const ConsoleParts& parts)
       store_(programs_),
       change_(programs_, store_),
       selection_(programs_, store_, split_, parts.Clock),
-      entries_(parts.System, parts.Files, parts.Drives, screens_) {
-  screens_.SetFrontEndActions(*this);
+      entries_(parts.System, parts.Files, parts.Drives, screens_),
+      services_{parts.System,
+                parts.Files,
+                parts.Drives,
+                parts.Clock,
+                trio_,
+                downloads_,
+                poll_,
+                screens_,
+                screens_.Warning(),
+                screens_.Messages(),
+                entries_,
+                selection_,
+                screens_.EntryPads(),
+                *this,
+                exits_} {
+  screens_.Set().Serve(services_);
   trio_.SetPollTick([this] { poll_.PollTrio(); });
-  RegisterScreens();
 }
 
 Console::~Console() = default;
@@ -31,24 +38,6 @@ Console::~Console() = default;
 void Console::SetExits(ConsoleExits exits) {
   exits_ = std::move(exits);
   screens_.SetShutdownToService(exits_.ShutdownToService);
-}
-
-void Console::RegisterScreens() {
-  ScreenSet& set = screens_.Set();
-  set.Register(ProgramForm::ScreenName, [this](ScreenSet& screens) {
-    return std::make_unique<ProgramForm>(screens, entries_, selection_, screens_.EntryPads());
-  });
-  set.Register(StatusMenuForm::ScreenName, [this](ScreenSet& screens) {
-    return std::make_unique<StatusMenuForm>(screens, trio_);
-  });
-  set.Register(ViewProgForm::ScreenName, [this](ScreenSet& screens) {
-    return std::make_unique<ViewProgForm>(screens, [this] { ShowListing(); });
-  });
-  set.Register(ShutdownForm::ScreenName, [this](ScreenSet& screens) {
-    return std::make_unique<ShutdownForm>(screens,
-                                          ShutdownActions{[this] { exits_.ShutdownSystem(); },
-                                                          [this] { exits_.ShutdownToService(); }});
-  });
 }
 
 void Console::Open() {
@@ -84,7 +73,7 @@ void Console::ShowPlotBox(int slot) {
 }
 
 void Console::MainScreenShown() {
-  screens_.Set().Unload(SplashForm::ScreenName);
+  screens_.Set().Unload(core::ScreenNames::SplashForm);
   screens_.ShowProgramLine();
   trio_.StartPolling(true);
 }
@@ -99,12 +88,6 @@ void Console::LimitsButtonChanged(bool pressed) {
 
 void Console::RedrawPlot(int slot) {
   if (drawing_) drawing_->LoadPlot(slot);
-}
-
-void Console::ShowListing() {
-  poll_.ShowRunningBlock(parts_.System.ActiveSlot, 0);
-  poll_.ForgetShownBlock();
-  poll_.ReadRunningBlock();
 }
 
 void Console::HandleFunctionKey(toolkit::Key key) {
@@ -123,7 +106,7 @@ void Console::HandleFunctionKey(toolkit::Key key) {
     case KeyCommand::ChangeProgram:
       return ChangeActiveProgram(action.Number);
     case KeyCommand::Shutdown:
-      return screens_.Set().ShowModal(ShutdownForm::ScreenName);
+      return screens_.Set().ShowModal(core::ScreenNames::ShutdownForm);
     case KeyCommand::GraphicsButton:
       main.GraphicsButton(action.Number).Press();
       return;

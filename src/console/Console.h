@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "console/ConsoleScreens.h"
+#include "console/ConsoleServices.h"
 #include "graphics/DrawingModule.h"
 #include "graphics/RealTimePlot.h"
 #include "link/Downloads.h"
@@ -28,12 +29,6 @@ struct ConsoleParts {
   const platform::Clock& Clock;
   const platform::Drives& Drives;
   toolkit::Desk& Desk;
-};
-
-/// The ways out, given by the program that owns the console.
-struct ConsoleExits {
-  std::function<void()> ShutdownSystem;
-  std::function<void()> ShutdownToService;
 };
 
 /// Made before the start-up begins. `Open` comes after the colours have been read: only then are
@@ -75,9 +70,6 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   void LimitsButtonChanged(bool pressed) override;
   void RedrawPlot(int slot) override;
 
-  void RegisterScreens();
-  void ShowListing();
-
   ConsoleParts parts_;
   ConsoleExits exits_;
   ConsoleScreens screens_;
@@ -90,6 +82,7 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   partprogram::SplitCycle split_;
   supervision::ProgramSelection selection_;
   supervision::ProgramEntries entries_;
+  ConsoleServices services_;
   std::unique_ptr<graphics::DrawingModule> drawing_;
   std::unique_ptr<graphics::RealTimePlotter> plotter_;
 };

@@ -8,8 +8,9 @@
 #include "console/FrontEnd.h"
 #include "console/Pads.h"
 #include "console/ScreenSet.h"
+#include "core/ScreenNames.h"
 #include "link/Trio.h"
-#include "platform/FileSystem.h"
+#include "supervision/MessageList.h"
 #include "supervision/OperatorDialogs.h"
 #include "supervision/PollScreens.h"
 #include "supervision/ProgramScreens.h"
@@ -17,26 +18,27 @@
 
 namespace torvane::console {
 
-/// Knows which screen a figure belongs to, and passes over screens that are not loaded. It starts
-/// nothing by itself.
+/// Passes over screens that are not loaded, and starts nothing by itself.
 class ConsoleScreens final : public link::LinkScreens,
                              public supervision::OperatorDialogs,
                              public supervision::PollScreens,
                              public supervision::ProgramScreens {
  public:
   /// `functionKey` takes the global keys.
-  ConsoleScreens(core::System& system, toolkit::Desk& desk, platform::FileSystem& files,
+  ConsoleScreens(core::System& system, toolkit::Desk& desk,
                  std::function<void(toolkit::Key)> functionKey);
 
   [[nodiscard]] ScreenSet& Set() { return set_; }
   [[nodiscard]] Pads& EntryPads() { return pads_; }
+  [[nodiscard]] supervision::WarningBox& Warning() { return warning_; }
   [[nodiscard]] supervision::MessageList& Messages() { return messages_; }
 
-  /// The main screen, loaded on first use; its actions must have been given before.
+  /// The main screen, loaded on first use.
   [[nodiscard]] FrontEnd& Main();
   /// Null before the main screen was loaded and after it has gone.
-  [[nodiscard]] FrontEnd* LoadedMain() const { return set_.Find<FrontEnd>(FrontEnd::ScreenName); }
-  void SetFrontEndActions(FrontEndActions& actions);
+  [[nodiscard]] FrontEnd* LoadedMain() const {
+    return set_.Find<FrontEnd>(core::ScreenNames::FrontEnd);
+  }
 
   /// Names the active program on the main screen's first text line, nothing for an empty slot. The
   /// graphics state has a title of its own there, which stays.
@@ -55,15 +57,13 @@ class ConsoleScreens final : public link::LinkScreens,
   void Beep() override { set_.Desk().Beep(); }
 
   // supervision::PollScreens
-  [[nodiscard]] bool Visible(supervision::PolledForm form) const override;
-  void ShowFigure(supervision::PolledBoxes boxes, int index, std::string_view text) override;
+  [[nodiscard]] bool Offers(supervision::PollStage stage) const override {
+    return set_.Offers(stage);
+  }
+  void RunStage(supervision::PollStage stage) override { set_.RunStage(stage); }
+  void ShowFigure(int index, std::string_view text) override;
   [[nodiscard]] std::uint32_t MessageButtonBackground() const override;
   void PaintMessageButton(std::uint32_t background, std::uint32_t text) override;
-  void SetRollerButton(bool on) override;
-  void ShowListing(const supervision::ListingView& rows) override;
-  void ShowMessages(const supervision::MessageList& messages) override;
-  [[nodiscard]] bool BatchEditing() const override { return false; }
-  void ShowBatch(const core::Batch& batch) override;
 
   // supervision::ProgramScreens
   [[nodiscard]] std::vector<std::string> VisibleForms() const override {
@@ -71,8 +71,8 @@ class ConsoleScreens final : public link::LinkScreens,
   }
   void SetProgramCaption(int slot, std::string_view caption) override;
   void PressProgramButton(int slot) override;
-  void OpenSetupForm() override { set_.Open("SetupForm"); }
-  void UnloadProgramForm() override { set_.Unload("ProgramForm"); }
+  void OpenSetupForm() override { set_.Open(core::ScreenNames::SetupForm); }
+  void UnloadProgramForm() override { set_.Unload(core::ScreenNames::ProgramForm); }
 
  private:
   ScreenSet set_;

@@ -1,7 +1,8 @@
 #include "console/FrontEnd.h"
 
+#include "console/ConsoleServices.h"
+#include "console/FrontEndControls.h"
 #include "console/ScreenSet.h"
-#include "graphics/FrontEndControls.h"
 #include "graphics/SheetPainter.h"
 #include "toolkit/Theme.h"
 
@@ -14,34 +15,18 @@ using toolkit::TypeStyle;
 
 namespace {
 
-/// The screen behind each of MainButton 1 to 6.
-constexpr std::array<const char*, 6> MainScreens = {"ProgramForm", "LaserStatusForm",
-                                                    "MachineForm", "StatusMenuForm",
-                                                    "UserForm",    "FileHandleForm"};
-
 /// How much of a rim's strength the lines between the figures have.
 constexpr double HairlineShare = 0.5;
 
-std::string Numbered(const char* name, int index) {
-  return std::string(name) + "(" + std::to_string(index) + ")";
-}
-
 }  // namespace
 
-FrontEnd::FrontEnd(ScreenSet& screens, FrontEndActions& actions)
-    : Screen(screens, {.Name = ScreenName,
-                       .Keys = GlobalKeys::All,
-                       .Current = false,
-                       .Backdrop = true,
-                       .Accelerators = false}),
-      actions_(actions) {
+FrontEnd::FrontEnd(const ScreenStart& start) : Screen(start), actions_(Services().MainActions) {
   SetUpFrontEnd();
 }
 
 void FrontEnd::SetUpFrontEnd() {
   Window().SetColours(Colours()[ColourName::PlotBackground], Colours()[ColourName::Text]);
-  header_ =
-      &AddPanel(Window(), "HeaderPanel", PanelStyle::Title, Role::Header, graphics::FrontEndHeader);
+  header_ = &AddPanel(Window(), "HeaderPanel", PanelStyle::Title, Role::Header, FrontEndHeader);
   MakePlot();
   MakePositions();
   textPanel_ = &AddPanel(Window(), "TextPanel", PanelStyle::Text, Role::Entry);
@@ -71,7 +56,7 @@ void FrontEnd::MakePositions() {
   figureField_ = &AddPanel(Window(), "FigureField", PanelStyle::Sunken, Role::StatusPosition);
   positionBox_ = &AddPanel(Window(), "PositionBox", PanelStyle::Sunken, Role::StatusPosition);
   for (int index = 1; index <= 6; ++index) {
-    const graphics::PositionRow& row = graphics::PositionRows[Index(index)];
+    const PositionRow& row = PositionRows[Index(index)];
     const Role role =
         row.Colour == ColourName::StatusFeedText ? Role::StatusFeed : Role::StatusPosition;
     auto& label = AddLabel(*positionBox_, Numbered("PositionLabel", index), row.Label, role,
@@ -103,35 +88,34 @@ Screen::Handler FrontEnd::Press(Handler handler) {
 void FrontEnd::MakeKeys() {
   mainRow_ = &AddPanel(*keyStrip_, "MainButtonPanel", PanelStyle::Body, Role::Panel);
   for (int index = 1; index <= 7; ++index) {
-    mainButtons_[Index(index)] = &AddButton(
-        *mainRow_, Numbered("MainButton", index), graphics::MainButtons[Index(index)].Caption,
-        Role::General, Press([this, index] { OpenMain(index); }));
+    mainButtons_[Index(index)] =
+        &AddButton(*mainRow_, Numbered("MainButton", index), MainButtons[Index(index)].Caption,
+                   Role::General, Press([this, index] { OpenMain(index); }));
   }
   for (int slot = 1; slot <= 2; ++slot) {
     programButtons_[Slot(slot)] = &AddTwoState(
-        *keyStrip_, Numbered("ProgramButton", slot), graphics::ProgramButtonCaptions[Index(slot)],
+        *keyStrip_, Numbered("ProgramButton", slot), ProgramButtonCaptions[Index(slot)],
         Role::General,
         [this, slot](bool) { Press([this, slot] { actions_.ChangeActiveProgram(slot); })(); });
   }
-  messageButton_ = &AddButton(*keyStrip_, "MessageButton", graphics::MessageButtonCaption,
-                              Role::OkMessage, Press([this] { OpenMessages(); }));
-  shutdownButton_ = &AddButton(*keyStrip_, "ShutdownButton", graphics::ShutdownCaption,
-                               Role::General, Press([this] { ShutdownPressed(); }));
+  messageButton_ = &AddButton(*keyStrip_, "MessageButton", MessageButtonCaption, Role::OkMessage,
+                              Press([this] { OpenMessages(); }));
+  shutdownButton_ = &AddButton(*keyStrip_, "ShutdownButton", ShutdownCaption, Role::General,
+                               Press([this] { ShutdownPressed(); }));
 }
 
 void FrontEnd::MakeGraphicsKeys() {
   graphicsRow_ = &AddPanel(*keyStrip_, "GraphicsButtonPanel", PanelStyle::Body, Role::Panel);
   for (int index = 1; index <= 4; ++index) {
-    graphicsButtons_[Index(index)] =
-        &AddButton(*graphicsRow_, Numbered("GraphicsButton", index),
-                   graphics::GraphicsButtonCaptions[Index(index)], Role::General,
-                   Press([this, index] { GraphicsCommand(index); }));
+    graphicsButtons_[Index(index)] = &AddButton(*graphicsRow_, Numbered("GraphicsButton", index),
+                                                GraphicsButtonCaptions[Index(index)], Role::General,
+                                                Press([this, index] { GraphicsCommand(index); }));
   }
   kerfButton_ = &AddTwoState(
-      *graphicsRow_, "KerfButton", graphics::KerfButtonCaption, Role::General,
+      *graphicsRow_, "KerfButton", KerfButtonCaption, Role::General,
       [this](bool down) { Press([this, down] { actions_.KerfButtonChanged(down); })(); });
   limitsButton_ = &AddTwoState(
-      *graphicsRow_, "LimitsButton", graphics::LimitsButtonCaption, Role::General,
+      *graphicsRow_, "LimitsButton", LimitsButtonCaption, Role::General,
       [this](bool down) { Press([this, down] { actions_.LimitsButtonChanged(down); })(); });
   pathRow_ = &AddPanel(*keyStrip_, "PathButtonPanel", PanelStyle::Body, Role::Panel);
   for (int index = 1; index <= 6; ++index) {
@@ -179,19 +163,22 @@ void FrontEnd::OpenMain(int index) {
   if (Screens().System().Console.FormsLocked) return;
   if (index == 7) {
     EnterGraphics(true);
-  } else if (graphics::MainButtons[Index(index)].CurrentForm != nullptr) {
-    Screens().Open(MainScreens[Index(index)]);
+    return;
+  }
+  const MainButtonRow& row = MainButtons[Index(index)];
+  if (row.SetsCurrent) {
+    Screens().Open(row.Screen);
   } else {
-    Screens().Show(MainScreens[Index(index)]);
+    Screens().Show(row.Screen);
   }
 }
 
-void FrontEnd::OpenMessages() { Screens().Open("MessageForm"); }
+void FrontEnd::OpenMessages() { Screens().Open(core::ScreenNames::MessageForm); }
 
 void FrontEnd::ShutdownPressed() {
   const core::ConsoleState& state = Screens().System().Console;
   if (!state.PlotKeysActive) {
-    Screens().ShowModal("ShutdownForm");
+    Screens().ShowModal(core::ScreenNames::ShutdownForm);
   } else if (state.PlotKeyMode >= 1 && state.PlotKeyMode <= 4) {
     EnterGraphics(true);
   } else {
@@ -212,8 +199,8 @@ void FrontEnd::EnterGraphics(bool enable) {
   SetStatusLine("");
   positionBox_->SetVisible(false);
   for (auto* button : programButtons_) button->SetVisible(false);
-  SetTextLine(graphics::GraphicsText);
-  shutdownButton_->SetCaption(graphics::ExitGraphicsCaption);
+  SetTextLine(GraphicsText);
+  shutdownButton_->SetCaption(ExitGraphicsCaption);
   ShowRow(graphicsRow_);
   Screens().Desk().Refresh();
   state.FormsLocked = false;
@@ -229,7 +216,7 @@ void FrontEnd::LeaveGraphics() {
   positionBox_->SetVisible(true);
   for (auto* button : programButtons_) button->SetVisible(true);
   SetTextLine("");
-  shutdownButton_->SetCaption(graphics::ShutdownCaption);
+  shutdownButton_->SetCaption(ShutdownCaption);
   state.FormsLocked = false;
   state.PlotKeysActive = false;
   state.PlotKeyMode = 0;

@@ -36,9 +36,7 @@ class FrontEndActions {
 /// screen stands.
 class FrontEnd final : public Screen, public graphics::PlotButtons {
  public:
-  FrontEnd(ScreenSet& screens, FrontEndActions& actions);
-
-  static constexpr const char* ScreenName = "FrontEnd";
+  explicit FrontEnd(const ScreenStart& start);
 
   /// Canvas of slot 1 or 2.
   [[nodiscard]] toolkit::PlotCanvas& PlotBox(int slot) { return *plotBoxes_[Slot(slot)]; }

@@ -104,18 +104,4 @@ KeyAction FunctionKeyAction(Key key, const core::ConsoleState& state) {
   return {};
 }
 
-bool IsGlobalKey(Key key, GlobalKeys set) {
-  switch (set) {
-    case GlobalKeys::None:
-      return false;
-    case GlobalKeys::All:
-      return toolkit::IsFunctionKey(key) || key == Key::K;
-    case GlobalKeys::AllButK:
-      return toolkit::IsFunctionKey(key);
-    case GlobalKeys::NoSlots:
-      return key == Key::K || (toolkit::IsFunctionKey(key) && key != Key::F10 && key != Key::F11);
-  }
-  return false;
-}
-
 }  // namespace torvane::console

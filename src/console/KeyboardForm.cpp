@@ -41,18 +41,10 @@ bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
 
 }  // namespace
 
-KeyboardForm::KeyboardForm(ScreenSet& screens, PadEntry& entry)
-    : PadForm(screens, entry,
-              {.Name = ScreenName,
-               .PanelName = "KeyboardPanel",
-               .Title = "KEY PAD",
-               .Keys = GlobalKeys::None,
-               .Current = false,
-               .Accelerators = false},
-              "KeyboardBox") {
+KeyboardForm::KeyboardForm(const ScreenStart& start) : PadForm(start, "KeyboardBox") {
   for (int index = 0; index < KeyCount; ++index) {
     keys_[static_cast<std::size_t>(index)] = &AddPadKey(
-        "KeyButton(" + std::to_string(index) + ")", CaptionOf(index), Role::MainKey,
+        Numbered("KeyButton", index), CaptionOf(index), Role::MainKey,
         [this, index] { return static_cast<unsigned char>(InCase(CharacterOf(index))); });
   }
   shift_ = &AddTwoState(Body(), "ShiftButton", "CAPS LOCK", Role::SubKey, [](bool) {});

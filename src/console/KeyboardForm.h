@@ -9,10 +9,9 @@ namespace torvane::console {
 
 class KeyboardForm final : public PadForm {
  public:
-  static constexpr const char* ScreenName = "KeyboardForm";
   static constexpr int KeyCount = 47;
 
-  KeyboardForm(ScreenSet& screens, PadEntry& entry);
+  explicit KeyboardForm(const ScreenStart& start);
 
  private:
   void Activated() override;

@@ -1,57 +1,44 @@
 #include "console/MessageForm.h"
 
+#include <array>
+
+#include "console/ConsoleServices.h"
 #include "console/ScreenSet.h"
+#include "supervision/PollTrio.h"
 
 namespace torvane::console {
 
 using supervision::HelpKey;
 using toolkit::Key;
 
-namespace {
-
-/// Pixels of the drawing.
-constexpr int HelpLineHeight = 21;
-
-}  // namespace
-
-MessageForm::MessageForm(ScreenSet& screens, platform::FileSystem& files,
-                         supervision::MessageList& messages)
-    : Screen(screens, {.Name = ScreenName,
-                       .PanelName = "MessagePanel",
-                       .Title = "MESSAGES",
-                       .Accelerators = false}),
-      files_(files),
-      messages_(messages) {
-  MakeRows();
-  helpBox_ = new toolkit::ListBox(&Body(), toolkit::Selection::None);  // owned by the panel
-  Adopt(*helpBox_, "HelpBox", Role::Entry);
+MessageForm::MessageForm(const ScreenStart& start) : Screen(start), messages_(Services().Messages) {
+  messageBox_ = &AddPanel(Body(), "MessageBox", toolkit::PanelStyle::Sunken, Role::Entry);
+  rows_ = AddTextRows(*messageBox_, "Message", supervision::MessageRows, [this](int row) {
+    messages_.Select(row);
+    FocusHome();
+  });
+  for (toolkit::Label* row : rows_) row->SetText(supervision::BlankRow());
+  helpBox_ = &AddList(Body(), "HelpBox", toolkit::Selection::None);
   helpBox_->SetVisibleLines(supervision::HelpPageLines);
   helpBox_->OnClick(Guard([this] { FocusHome(); }));
   help_ = &AddButton(Body(), "HelpButton", supervision::HelpCaption, Role::General,
                      [this] { HelpPressed(); });
-  clear_ =
-      &AddButton(Body(), "ClearButton", "&ACKNOWLEDGE", Role::General, [this] { ClearPressed(); });
-  exit_ = &AddExitButton(Body());
+  auto& clear =
+      AddButton(Body(), "ClearButton", "&ACKNOWLEDGE", Role::General, [this] { ClearPressed(); });
+  auto& exit = AddExitButton(Body());
   SetHome(*help_);
   Window().SetDefaultButton(help_);
   for (const Key key : {Key::H, Key::M, Key::B}) AddKey(key, *help_);
-  AddKey(Key::A, *clear_);
-  AddKey(Key::X, *exit_);
-}
-
-void MessageForm::MakeRows() {
-  messageBox_ = &AddPanel(Body(), "MessageBox", toolkit::PanelStyle::Sunken, Role::Entry);
-  for (int row = 1; row <= supervision::MessageRows; ++row) {
-    auto& label = AddLabel(*messageBox_, "Message(" + std::to_string(row) + ")",
-                           supervision::BlankRow(), Role::Entry);
-    label.SetPlainText(true);
-    label.SetFilled(true);
-    label.OnClick(Guard([this, row] {
-      messages_.Select(row);
-      FocusHome();
-    }));
-    rows_[static_cast<std::size_t>(row - 1)] = &label;
-  }
+  AddKey(Key::A, clear);
+  AddKey(Key::X, exit);
+  OfferStage(supervision::PollStage::Messages, [this] {
+    if (Services().Poll.RefreshMessages()) ShowRows();
+  });
+  constexpr double HelpHigh = 21.0 * supervision::HelpPageLines;
+  // The help page has more lines than the list has rows; both fill the same box.
+  const Cell list = Inside(*messageBox_, Rows(Sharing(CellsOf(rows_))).Spaced(0));
+  SetGrid(880, Rows({Layers({Cell(helpBox_).High(HelpHigh), list}), Columns({help_, clear, exit})})
+                   .Spaced(SectionGap));
 }
 
 void MessageForm::Activated() {
@@ -66,11 +53,11 @@ void MessageForm::ShowList(bool list) {
   SetCaption(*help_, list ? supervision::HelpCaption : supervision::MessagesCaption);
 }
 
-void MessageForm::ShowMessages(const supervision::MessageList& messages) {
+void MessageForm::ShowRows() {
   for (int row = 1; row <= supervision::MessageRows; ++row) {
     toolkit::Label& label = *rows_[static_cast<std::size_t>(row - 1)];
-    Paint(label, messages.Row(row).Inverse ? Role::EntryInverse : Role::Entry, Colours());
-    label.SetText(messages.Row(row).Text);
+    Paint(label, messages_.Row(row).Inverse ? Role::EntryInverse : Role::Entry, Colours());
+    label.SetText(messages_.Row(row).Text);
   }
 }
 
@@ -79,7 +66,7 @@ void MessageForm::HelpPressed() {
     ShowList(true);
     return;
   }
-  const auto help = supervision::ReadHelpText(files_, Screens().System().Directories,
+  const auto help = supervision::ReadHelpText(Services().Files, System().Directories,
                                               messages_.HelpPath(messages_.SelectedMessage()));
   if (!help.Found) Screens().Desk().Beep();
   helpBox_->SetItems(help.Lines);
@@ -88,8 +75,8 @@ void MessageForm::HelpPressed() {
 }
 
 void MessageForm::ClearPressed() {
-  supervision::AcknowledgeReceived(files_, Screens().System().Directories,
-                                   Screens().System().Console.NewProgramsReceived);
+  supervision::AcknowledgeReceived(Services().Files, System().Directories,
+                                   System().Console.NewProgramsReceived);
 }
 
 void MessageForm::Scroll(HelpKey key) {
@@ -120,23 +107,6 @@ bool MessageForm::OtherKey(const toolkit::KeyStroke& stroke) {
     return true;
   }
   return false;
-}
-
-void MessageForm::Layout(const toolkit::Metrics& metrics) {
-  // The help page has more lines than the list has rows; both fill the same box.
-  const int rows = supervision::HelpPageLines * metrics.Px(HelpLineHeight) + 2 * metrics.Hairline;
-  toolkit::Area rest =
-      PlaceBody(metrics, metrics.Px(880), rows + metrics.KeyHeight + 3 * metrics.Margin);
-  const toolkit::Area box = toolkit::TakeTop(rest, rows, metrics.Margin);
-  messageBox_->Place(box);
-  helpBox_->Place(box);
-  const auto lines =
-      toolkit::Rows(messageBox_->Inside().Inset(metrics.Gap), supervision::MessageRows, 0);
-  for (std::size_t i = 0; i < lines.size(); ++i) rows_[i]->Place(lines[i]);
-  const auto keys = toolkit::Columns(rest, 3, metrics.Gap);
-  help_->Place(keys[0]);
-  clear_->Place(keys[1]);
-  exit_->Place(keys[2]);
 }
 
 }  // namespace torvane::console

@@ -41,18 +41,10 @@ constexpr int GridColumns = 5;
 
 }  // namespace
 
-NumberForm::NumberForm(ScreenSet& screens, PadEntry& entry)
-    : PadForm(screens, entry,
-              {.Name = ScreenName,
-               .PanelName = "NumberPanel",
-               .Title = "NUMBER PAD",
-               .Keys = GlobalKeys::None,
-               .Current = false,
-               .Accelerators = false},
-              "NumberBox") {
+NumberForm::NumberForm(const ScreenStart& start) : PadForm(start, "NumberBox") {
   for (std::size_t i = 0; i < NumberKeys.size(); ++i) {
     const char character = NumberKeys[i].Character;
-    keys_[i] = &AddPadKey("NumberButton(" + std::to_string(i) + ")", std::string(1, character),
+    keys_[i] = &AddPadKey(Numbered("NumberButton", static_cast<int>(i)), std::string(1, character),
                           Role::MainKey, [character] { return static_cast<int>(character); });
   }
 }

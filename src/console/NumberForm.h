@@ -9,9 +9,7 @@ namespace torvane::console {
 
 class NumberForm final : public PadForm {
  public:
-  static constexpr const char* ScreenName = "NumberForm";
-
-  NumberForm(ScreenSet& screens, PadEntry& entry);
+  explicit NumberForm(const ScreenStart& start);
 
  private:
   void OkPressed() override;

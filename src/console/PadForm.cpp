@@ -1,5 +1,6 @@
 #include "console/PadForm.h"
 
+#include "console/ConsoleServices.h"
 #include "console/EntryMode.h"
 #include "core/General.h"
 
@@ -7,10 +8,9 @@ namespace torvane::console {
 
 using toolkit::Key;
 
-PadForm::PadForm(ScreenSet& screens, PadEntry& entry, ScreenTraits traits, const char* boxName)
-    : Screen(screens, std::move(traits)), entry_(entry), mode_(entry.EntryResult) {
-  box_ = new toolkit::EntryBox(&Body());  // owned by the panel
-  Adopt(*box_, boxName, Role::Entry);
+PadForm::PadForm(const ScreenStart& start, const char* boxName)
+    : Screen(start), entry_(Services().EntryPads.Entry()), mode_(entry_.EntryResult) {
+  box_ = &AddEntry(Body(), boxName);
   MakeCommonKeys();
   SetHome(*box_);
   // Typed keys go the way of the pad's keys; Backspace and Enter are dealt with before.

@@ -25,7 +25,7 @@ struct PadAreas {
 /// The mode is kept for the length of the call. Focus is always in the box.
 class PadForm : public Screen {
  protected:
-  PadForm(ScreenSet& screens, PadEntry& entry, ScreenTraits traits, const char* boxName);
+  PadForm(const ScreenStart& start, const char* boxName);
 
   /// A key of the pad that types a character.
   toolkit::Button& AddPadKey(const std::string& name, const std::string& caption, Role role,

@@ -16,8 +16,7 @@ struct PadEntry {
 
 class Pads {
  public:
-  /// Registers both pads with the screens.
-  explicit Pads(ScreenSet& screens);
+  explicit Pads(ScreenSet& screens) : screens_(screens) {}
 
   /// The number pad. After CANCEL the initial text's own value comes back, so a caller always
   /// writes the result.
@@ -25,6 +24,9 @@ class Pads {
 
   /// The key pad. After CANCEL the initial text comes back.
   [[nodiscard]] std::string EnterText(std::string_view initialText, int mode);
+
+  /// What the call that stands puts in and takes out; for the screens of the pads.
+  [[nodiscard]] PadEntry& Entry() { return entry_; }
 
  private:
   std::string Enter(const char* screen, std::string_view initialText, int mode);

@@ -1,55 +1,69 @@
 #include "console/ProgramForm.h"
 
+#include <array>
+
+#include "console/ConsoleServices.h"
 #include "console/EntryMode.h"
 #include "console/ScreenSet.h"
 #include "core/General.h"
+#include "core/ScreenNames.h"
 
 namespace torvane::console {
 
 using toolkit::Key;
 
-ProgramForm::ProgramForm(ScreenSet& screens, supervision::ProgramEntries& entries,
-                         supervision::ProgramSelection& selection, Pads& pads)
-    : Screen(screens, {.Name = ScreenName, .PanelName = "ProgramPanel", .Title = "PROGRAM"}),
-      entries_(entries),
-      selection_(selection),
-      pads_(pads) {
-  MakeNames();
-  MakeKeys();
+ProgramForm::ProgramForm(const ScreenStart& start)
+    : Screen(start), entries_(Services().Entries), selection_(Services().Selection) {
+  constexpr double SideWide = 216;
+  const Cell names = NameCells();
+  auto& select =
+      AddButton(Body(), "SelectButton", "&SELECT", Role::General, [this] { SelectPressed(); });
+  const auto side = SideKeys();
+  auto& exit = AddExitButton(Body());
+  SetHome(select);
+  SetGrid(928, Rows({Columns({names, Rows(CellsOf(side)).Wide(SideWide)}).Spaced(SectionGap),
+                     Columns({select, Cell(exit).Wide(SideWide)}).Spaced(SectionGap)})
+                   .Spaced(SectionGap));
 }
 
-void ProgramForm::MakeNames() {
-  labels_[0] = &AddLabel(Body(), "DirectoryLabel", "DIRECTORY", Role::Panel);
-  directoryCombo_ = new toolkit::PickBox(&Body());  // owned by the panel
-  Adopt(*directoryCombo_, "DirectoryCombo", Role::Entry);
-  directoryCombo_->OnChange(Guard([this] { DirectoryChanged(); }));
-  labels_[1] = &AddLabel(Body(), "ProgramLabel", "PROGRAM", Role::Panel);
-  programCombo_ = new toolkit::PickBox(&Body());  // owned by the panel
-  Adopt(*programCombo_, "ProgramCombo", Role::Entry);
+Cell ProgramForm::NameCells() {
+  constexpr double PadWide = 114;
+  auto& directory = AddLabel(Body(), "DirectoryLabel", "DIRECTORY");
+  directoryCombo_ = &AddPick(Body(), "DirectoryCombo", [this] { DirectoryChanged(); });
+  auto& program = AddLabel(Body(), "ProgramLabel", "PROGRAM");
+  programCombo_ = &AddPick(Body(), "ProgramCombo", {});
   // Names are entered on the pads: most letters are keys of this screen.
   for (toolkit::PickBox* box : {directoryCombo_, programCombo_})
     box->OnKeyPress([](char) { return '\0'; });
-  padButtons_[0] = &AddButton(Body(), "PadButton(1)", "PAD (&D)", Role::General, [this] {
+  auto& directoryPad = AddButton(Body(), "PadButton(1)", "PAD (&D)", Role::General, [this] {
     if (EnterName(*directoryCombo_)) DirectoryChanged();
   });
-  padButtons_[1] = &AddButton(Body(), "PadButton(2)", "PAD (&P)", Role::General,
-                              [this] { (void)EnterName(*programCombo_); });
+  auto& programPad = AddButton(Body(), "PadButton(2)", "PAD (&P)", Role::General,
+                               [this] { (void)EnterName(*programCombo_); });
+  return Rows({Rows({directory, Table({0, PadWide}, {{directoryCombo_, directoryPad}})}).Spaced(4),
+               Rows({program, Table({0, PadWide}, {{programCombo_, programPad}})}).Spaced(4)})
+      .Spaced(SectionGap);
 }
 
-void ProgramForm::MakeKeys() {
-  select_ =
-      &AddButton(Body(), "SelectButton", "&SELECT", Role::General, [this] { SelectPressed(); });
-  side_[0] = &AddButton(Body(), "EditButton", "&EDIT", Role::General, [this] { EditPressed(); });
-  side_[1] =
-      &AddButton(Body(), "SearchButton", "SEA&RCH", Role::General, [this] { SearchPressed(); });
-  side_[2] = &AddButton(Body(), "ListsButton", "&LISTS", Role::General,
-                        [this] { Screens().Open("ProgListForm"); });
-  side_[3] = &AddButton(Body(), "RestartButton(1)", "&BLOCK RESTART", Role::General,
-                        [this] { RestartPressed(); });
-  side_[4] = &AddButton(Body(), "RestartButton(2)", "&VISUAL RESTART", Role::General,
-                        [this] { RestartPressed(); });
-  exit_ = &AddExitButton(Body());
-  SetHome(*select_);
+std::vector<toolkit::Button*> ProgramForm::SideKeys() {
+  struct SideKey {
+    const char* Name;
+    const char* Caption;
+    void (ProgramForm::*Pressed)();
+  };
+  static constexpr std::array<SideKey, 5> Keys = {{
+      {"EditButton", "&EDIT", &ProgramForm::EditPressed},
+      {"SearchButton", "SEA&RCH", &ProgramForm::SearchPressed},
+      {"ListsButton", "&LISTS", &ProgramForm::ListsPressed},
+      {"RestartButton(1)", "&BLOCK RESTART", &ProgramForm::RestartPressed},
+      {"RestartButton(2)", "&VISUAL RESTART", &ProgramForm::RestartPressed},
+  }};
+  std::vector<toolkit::Button*> keys;
+  for (const SideKey& key : Keys) {
+    keys.push_back(&AddButton(Body(), key.Name, key.Caption, Role::General,
+                              [this, pressed = key.Pressed] { (this->*pressed)(); }));
+  }
+  return keys;
 }
 
 void ProgramForm::Loaded() {
@@ -72,7 +86,7 @@ void ProgramForm::DirectoryChanged() {
 }
 
 bool ProgramForm::EnterName(toolkit::PickBox& box) {
-  const std::string name = pads_.EnterText(box.Text(), EntryMode::Name);
+  const std::string name = EnterText(box.Text(), EntryMode::Name);
   if (name == box.Text()) return false;
   box.SetText(name);
   return true;
@@ -84,15 +98,17 @@ void ProgramForm::SelectPressed() {
 
 void ProgramForm::EditPressed() {
   // The way there makes directories and files: not before there is an editor to open them.
-  if (!Screens().Known("EditProgForm")) return;
+  if (!Screens().Known(core::ScreenNames::EditProgForm)) return;
   if (entries_.PrepareEdit(directoryCombo_->Text(), programCombo_->Text()))
-    Screens().Open("EditProgForm");
+    Screens().Open(core::ScreenNames::EditProgForm);
 }
 
 void ProgramForm::SearchPressed() {
   if (entries_.PrepareSearch(directoryCombo_->Text(), programCombo_->Text()))
-    Screens().Open("SearchForm");
+    Screens().Open(core::ScreenNames::SearchForm);
 }
+
+void ProgramForm::ListsPressed() { Screens().Open(core::ScreenNames::ProgListForm); }
 
 void ProgramForm::RestartPressed() {
   if (!entries_.RestartAvailable(Screens().System().ActiveSlot)) Screens().Desk().Beep();
@@ -120,30 +136,6 @@ bool ProgramForm::OtherKey(const toolkit::KeyStroke& stroke) {
         ->KeyDown(toolkit::KeyStroke(row.Step));
   }
   return false;
-}
-
-void ProgramForm::LayoutNames(toolkit::Area rest, const toolkit::Metrics& metrics) {
-  for (std::size_t i = 0; i < labels_.size(); ++i) {
-    labels_[i]->Place(toolkit::TakeTop(rest, metrics.LineHeight, metrics.Gap / 2));
-    toolkit::Area line = toolkit::TakeTop(rest, metrics.KeyHeight, metrics.Margin);
-    padButtons_[i]->Place(toolkit::TakeRight(line, metrics.KeyWidth * 3 / 4, metrics.Gap));
-    (i == 0 ? directoryCombo_ : programCombo_)->Place(line);
-  }
-}
-
-void ProgramForm::Layout(const toolkit::Metrics& metrics) {
-  const int sideRows = static_cast<int>(side_.size());
-  const int height =
-      (sideRows + 1) * metrics.KeyHeight + (sideRows - 1) * metrics.Gap + 3 * metrics.Margin;
-  const int side = metrics.Px(216);
-  toolkit::Area rest = PlaceBody(metrics, metrics.Px(928), height);
-  toolkit::Area bottom = toolkit::TakeBottom(rest, metrics.KeyHeight, metrics.Margin);
-  exit_->Place(toolkit::TakeRight(bottom, side, metrics.Margin));
-  select_->Place(bottom);
-  const auto column =
-      toolkit::Rows(toolkit::TakeRight(rest, side, metrics.Margin), sideRows, metrics.Gap);
-  for (std::size_t i = 0; i < side_.size(); ++i) side_[i]->Place(column[i]);
-  LayoutNames(rest, metrics);
 }
 
 }  // namespace torvane::console

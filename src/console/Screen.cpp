@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "console/ConsoleServices.h"
 #include "console/MainAreas.h"
 #include "console/ScreenSet.h"
 
@@ -12,8 +13,12 @@ using toolkit::KeyStroke;
 using toolkit::PanelStyle;
 using toolkit::PointerEvent;
 
-Screen::Screen(ScreenSet& screens, ScreenTraits traits)
-    : screens_(screens), traits_(std::move(traits)), form_(screens.Desk(), traits_.Name) {
+std::string Numbered(const std::string& name, int index) {
+  return name + "(" + std::to_string(index) + ")";
+}
+
+Screen::Screen(const ScreenStart& start)
+    : screens_(start.Set), traits_(start.Traits), form_(screens_.Desk(), traits_.Name) {
   Paint(form_, Role::Panel, Colours());
   form_.SetBackdrop(traits_.Backdrop);
   if (!traits_.PanelName.empty()) MakeTitle();
@@ -22,17 +27,48 @@ Screen::Screen(ScreenSet& screens, ScreenTraits traits)
     Guard([&] { used = KeyDown(stroke); })();
     return used;
   });
+  form_.OnKeyUp([this](const KeyStroke& stroke) { Guard([&] { KeyUp(stroke); })(); });
+  if (traits_.SwallowsTyping) form_.OnKeyPress([](char) { return '\0'; });
   form_.OnActivate(Guard([this] { Activate(); }));
-  form_.OnUnload(Guard([this] {
-    Unloaded();
-    HandOver();
-    screens_.Retire(*this);
-  }));
+  form_.OnUnload(Guard([this] { Leave(); }));
 }
 
 Screen::~Screen() = default;
 
-const core::ColourTable& Screen::Colours() const { return screens_.System().Colours; }
+const core::ColourTable& Screen::Colours() const { return System().Colours; }
+const ConsoleServices& Screen::Services() const { return screens_.Services(); }
+core::System& Screen::System() const { return screens_.System(); }
+
+void Screen::Unload() {
+  if (form_.Visible()) return form_.Close();
+  if (loading_) abandoned_ = true;
+}
+
+/// False when it gave up: then it never was there.
+bool Screen::Load() {
+  loading_ = true;
+  Loaded();
+  loading_ = false;
+  if (abandoned_) {
+    Leave();
+    return false;
+  }
+  ChoosePlace();
+  return true;
+}
+
+void Screen::Leave() {
+  if (traits_.LocksOthers) screens_.LockForms(false, traits_.Name);
+  Unloaded();
+  HandOver();
+  screens_.Retire(*this);
+}
+
+void Screen::RunStage(supervision::PollStage stage) {
+  const auto found = stages_.find(stage);
+  if (found == stages_.end()) return;
+  Guard(found->second)();
+}
 
 void Screen::MakeTitle() {
   title_ =
@@ -63,95 +99,17 @@ Screen::Handler Screen::Guard(Handler handler) {
   };
 }
 
-template <class Control, class... Arguments>
-Control& Screen::Make(QWidget& parent, const std::string& name, Role role,
-                      Arguments&&... arguments) {
-  auto* control =
-      new Control(&parent, std::forward<Arguments>(arguments)...);  // owned by its parent
-  Adopt(*control, name, role);
-  return *control;
-}
-
-void Screen::Adopt(toolkit::Control& control, const std::string& name, Role role) {
-  control.SetName(name);
-  Paint(control, role, Colours());
-}
-
-toolkit::Button& Screen::AddButton(QWidget& parent, const std::string& name,
-                                   const std::string& caption, Role role, Handler click) {
-  auto& button = Make<toolkit::Button>(parent, name, role);
-  SetCaption(button, caption);
-  button.OnClick(Guard([this, click = std::move(click)] {
-    click();
-    FocusHome();
-  }));
-  return button;
-}
-
-toolkit::TwoStateButton& Screen::AddTwoState(QWidget& parent, const std::string& name,
-                                             const std::string& caption, Role role,
-                                             std::function<void(bool)> change) {
-  auto& button = Make<toolkit::TwoStateButton>(parent, name, role);
-  SetCaption(button, caption);
-  button.OnChange(
-      [this, change = std::move(change)](bool down) { Guard([&] { change(down); })(); });
-  button.OnClick(Guard([this] { FocusHome(); }));
-  return button;
-}
-
-toolkit::Label& Screen::AddLabel(QWidget& parent, const std::string& name, const std::string& text,
-                                 Role role, toolkit::TypeStyle style,
-                                 toolkit::Alignment alignment) {
-  return Make<toolkit::Label>(parent, name, role, text, style, alignment);
-}
-
-toolkit::Frame& Screen::AddFrame(QWidget& parent, const std::string& name,
-                                 const std::string& caption) {
-  return Make<toolkit::Frame>(parent, name, Role::Panel, caption);
-}
-
-toolkit::Panel& Screen::AddPanel(QWidget& parent, const std::string& name, PanelStyle style,
-                                 Role role, const std::string& caption) {
-  return Make<toolkit::Panel>(parent, name, role, style, caption);
-}
-
-toolkit::Button& Screen::AddExitButton(QWidget& parent, const std::string& caption) {
-  auto& button = AddButton(parent, "ExitButton", caption, Role::General, [this] { Unload(); });
-  if (home_ == nullptr) SetHome(button);
-  return button;
-}
-
-void Screen::AddKey(Key key, toolkit::Button& button) {
-  keys_[key] = [&button] { button.Press(); };
-}
-
-void Screen::AddKey(Key key, Handler handler) { keys_[key] = std::move(handler); }
-
-void Screen::SetCaption(toolkit::Button& button, const std::string& caption) {
-  if (const auto old = accelerators_.find(&button); old != accelerators_.end()) {
-    keys_.erase(old->second);
-    accelerators_.erase(old);
-  }
-  button.SetCaption(caption);
-  const Key key = toolkit::KeyOf(button.Accelerator());
-  if (key == Key::None || !traits_.Accelerators) return;
-  accelerators_[&button] = key;
-  AddKey(key, button);
-}
-
-void Screen::SetHome(toolkit::Control& control) {
-  home_ = &control;
-  form_.SetDefaultFocus(home_);
-}
-
 void Screen::FocusHome() {
   if (form_.Visible()) form_.FocusDefault();
 }
 
+bool Screen::FirstLook(const KeyStroke&) { return false; }
 bool Screen::OtherKey(const KeyStroke&) { return false; }
+void Screen::KeyUp(const KeyStroke&) {}
 
 bool Screen::KeyDown(const KeyStroke& stroke) {
-  if (IsGlobalKey(stroke.Code, traits_.Keys)) {
+  if (FirstLook(stroke) || !form_.Visible()) return true;
+  if (traits_.Keys.Holds(stroke.Code)) {
     screens_.HandleFunctionKey(stroke.Code);
     return true;
   }
@@ -181,6 +139,17 @@ void Screen::HandOver() {
   current = traits_.Parent;
   parent.Show();
   if (auto* exit = parent.Find("ExitButton")) parent.FocusOn(exit);
+}
+
+void Screen::SetGrid(double width, const Cell& contents) {
+  grid_ = contents;
+  gridWidth_ = width;
+}
+
+void Screen::Layout(const toolkit::Metrics& metrics) {
+  if (!grid_) return;
+  const int height = grid_->Height(metrics) + 2 * metrics.Margin;
+  grid_->Place(PlaceBody(metrics, metrics.Px(gridWidth_), height), metrics);
 }
 
 /// Over the plot, so that the figures, the header and the keys of the main screen stay in sight

@@ -4,12 +4,17 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "console/ColourRoles.h"
-#include "console/FunctionKeys.h"
+#include "console/FormGrid.h"
+#include "console/ScreenTraits.h"
 #include "console/TitleDrag.h"
+#include "core/System.h"
+#include "supervision/PollScreens.h"
 #include "toolkit/Button.h"
 #include "toolkit/EntryBox.h"
 #include "toolkit/Form.h"
@@ -19,32 +24,24 @@
 #include "toolkit/ListBox.h"
 #include "toolkit/Panel.h"
 #include "toolkit/PickBox.h"
+#include "toolkit/ProgressBar.h"
 
 namespace torvane::console {
 
 class ScreenSet;
+struct ConsoleServices;
 
-/// What tells one screen from another for the frame.
-struct ScreenTraits {
-  std::string Name = {};              ///< such as "MachineForm"
-  std::string PanelName = {};         ///< such as "MachinePanel"; panel 0 is the title, 1 the body
-  std::string Title = {};             ///< caption of panel 0
-  GlobalKeys Keys = GlobalKeys::All;  ///< handed on before the screen's own accelerators
-  std::string Parent = {};            ///< taken up again at unload, if it shows
-  bool Current = true;                ///< false for modal screens, which leave CurrentForm alone
-  bool Backdrop = false;              ///< the main screen, under all others
-  bool Centred = false;               ///< a dialog, in the middle whatever stands below it
-  bool Accelerators = true;           ///< false where the letters of the captions are global keys
-};
+/// The name of a control of an array, such as "FeedButton(2)".
+[[nodiscard]] std::string Numbered(const std::string& name, int index);
 
-/// A screen builds its controls in its constructor with the functions below, lays them out by
-/// Layout, and does in Loaded, Activated and Unloaded what is its own. A press on a button made
+/// A screen makes its controls in its constructor with the functions below, lays them out by
+/// SetGrid, and does in Loaded, Activated and Unloaded what is its own. A press on a control made
 /// here runs its handler and then puts the focus back on the fixed control; the letter behind the
-/// ampersand of its caption does the same. The screen is destroyed some time after it was unloaded,
-/// never while one of its handlers runs.
+/// ampersand of its caption does the same. A handler may wait; the screen is destroyed some time
+/// after it was unloaded, never while one of its handlers runs.
 class Screen {
  public:
-  Screen(ScreenSet& screens, ScreenTraits traits);
+  explicit Screen(const ScreenStart& start);
   virtual ~Screen();
   Screen(const Screen&) = delete;
   Screen& operator=(const Screen&) = delete;
@@ -54,14 +51,20 @@ class Screen {
   [[nodiscard]] toolkit::Form& Window() { return form_; }
   [[nodiscard]] bool Visible() const { return form_.Visible(); }
 
-  /// Closes it: CurrentForm and the parent are put right.
-  void Unload() { form_.Close(); }
+  /// Closes it: CurrentForm and the parent are put right. From Loaded: it never shows.
+  void Unload();
 
   /// Puts the focus on the control where it rests.
   void FocusHome();
 
   /// True while a handler of this screen is on the stack.
   [[nodiscard]] bool Running() const { return running_ > 0; }
+
+  /// Its stages of the poll's tick.
+  [[nodiscard]] bool Offers(supervision::PollStage stage) const {
+    return stages_.count(stage) != 0;
+  }
+  void RunStage(supervision::PollStage stage);
 
  protected:
   using Handler = std::function<void()>;
@@ -76,14 +79,64 @@ class Screen {
   toolkit::TwoStateButton& AddTwoState(QWidget& parent, const std::string& name,
                                        const std::string& caption, Role role,
                                        std::function<void(bool)> change);
+  /// One of several in the same parent; `chosen` runs when the operator puts it down.
+  toolkit::OptionButton& AddOption(QWidget& parent, const std::string& name,
+                                   const std::string& caption, Handler chosen);
+  /// A key that acts while it is held: `down` at the press, `up` when it is let go, wherever the
+  /// finger has gone. Only the left button of the pointer counts.
+  toolkit::Button& AddHoldButton(QWidget& parent, const std::string& name,
+                                 const std::string& caption, Handler down, Handler up);
   toolkit::Label& AddLabel(QWidget& parent, const std::string& name, const std::string& text,
-                           Role role, toolkit::TypeStyle style = toolkit::TypeStyle::Body,
+                           Role role = Role::Panel,
+                           toolkit::TypeStyle style = toolkit::TypeStyle::Body,
                            toolkit::Alignment alignment = toolkit::Alignment::Left);
+  /// A figure or a text in a field of its own, which is only looked at; a press gives the focus
+  /// back.
+  toolkit::Label& AddValue(QWidget& parent, const std::string& name,
+                           toolkit::Alignment alignment = toolkit::Alignment::Right);
   toolkit::Frame& AddFrame(QWidget& parent, const std::string& name, const std::string& caption);
   toolkit::Panel& AddPanel(QWidget& parent, const std::string& name, toolkit::PanelStyle style,
                            Role role, const std::string& caption = {});
+  /// A list; `select` runs when the operator moves the current line or marks one.
+  toolkit::ListBox& AddList(QWidget& parent, const std::string& name,
+                            toolkit::Selection selection = toolkit::Selection::Single,
+                            Handler select = {});
+  /// An entry with a list that drops down; `change` runs when the operator takes or types another
+  /// text.
+  toolkit::PickBox& AddPick(QWidget& parent, const std::string& name, Handler change);
+  /// An entry that is typed into.
+  toolkit::EntryBox& AddEntry(QWidget& parent, const std::string& name, Handler change = {});
+  /// A box that shows and is pressed; `click` says what for.
+  toolkit::EntryBox& AddBox(QWidget& parent, const std::string& name, Handler click);
+  /// A box that opens the number pad on its text in an entry mode, shows what comes back with
+  /// `places` decimals (-1 as plain as it is) and hands it on.
+  toolkit::EntryBox& AddNumberBox(QWidget& parent, const std::string& name, int mode, int places,
+                                  std::function<void(double)> entered);
+  toolkit::ImageMark& AddImage(QWidget& parent, const std::string& name, toolkit::MarkKind kind,
+                               Role role = Role::Panel);
+  toolkit::ProgressBar& AddProgress(QWidget& parent, const std::string& name);
   /// "E&XIT": unloads the own form and nothing else.
   toolkit::Button& AddExitButton(QWidget& parent, const std::string& caption = "E&XIT");
+
+  /// An array of buttons, named from index `first` on; a press runs `click` with its index.
+  std::vector<toolkit::Button*> AddButtons(QWidget& parent, const std::string& name, int first,
+                                           const std::vector<std::string>& captions, Role role,
+                                           const std::function<void(int)>& click);
+  /// An array of options.
+  std::vector<toolkit::OptionButton*> AddOptions(QWidget& parent, const std::string& name,
+                                                 int first,
+                                                 const std::vector<std::string>& captions,
+                                                 const std::function<void(int)>& chosen);
+  /// Arrays of labels and of values.
+  std::vector<toolkit::Label*> AddLabels(QWidget& parent, const std::string& name, int first,
+                                         const std::vector<std::string>& texts);
+  std::vector<toolkit::Label*> AddValues(QWidget& parent, const std::string& name, int first,
+                                         int count);
+
+  /// Lines of a listing or of messages, from index 1 on: one line of text each, ampersands as they
+  /// are; a press runs `press` with the row.
+  std::vector<toolkit::Label*> AddTextRows(QWidget& parent, const std::string& name, int count,
+                                           const std::function<void(int)>& press);
 
   /// Gives a control made by hand its name and its colours.
   void Adopt(toolkit::Control& control, const std::string& name, Role role);
@@ -94,25 +147,51 @@ class Screen {
   void AddKey(toolkit::Key key, Handler handler);
   /// The accelerator of the caption that stands now, and no other letter of this button.
   void SetCaption(toolkit::Button& button, const std::string& caption);
+  /// Another set of global keys from now on, where it depends on the state of the screen.
+  void SetGlobalKeys(KeyMask keys) { traits_.Keys = keys; }
 
   /// The control that the focus goes back to after every action.
   void SetHome(toolkit::Control& control);
+
+  // ---- asking and telling; all of them wait, and the screen may have gone when they return ----
+  /// The number pad on the text of a box; shows and gives what was entered, or on CANCEL the value
+  /// of the text.
+  double EnterNumber(toolkit::EntryBox& box, int mode, int places);
+  [[nodiscard]] std::string EnterText(std::string_view text, int mode);
+  /// A warning of one or two lines with &OK.
+  void Warn(std::string_view first, std::string_view second = {});
+  /// A question of one or two lines, answered &OK (true) or &CANCEL.
+  [[nodiscard]] bool Confirm(std::string_view first, std::string_view second = {});
+
+  /// A stage of the poll's tick, run while the screen shows. It may ask the controller.
+  void OfferStage(supervision::PollStage stage, Handler handler) {
+    stages_[stage] = std::move(handler);
+  }
 
   // ---- the four moments ----
   /// Before the screen shows for the first time.
   virtual void Loaded() {}
   /// It came to the front: CurrentForm is set; bring the shown values up to date.
   virtual void Activated() {}
+  /// Every key before it is carried out, global keys too; true swallows it. It may wait.
+  virtual bool FirstLook(const toolkit::KeyStroke& stroke);
   /// A key that is neither global nor an accelerator; true when it was used.
   virtual bool OtherKey(const toolkit::KeyStroke& stroke);
+  /// A key was let go, once a key, never for the repeats of a held one; also when the screen or
+  /// the window went from under it.
+  virtual void KeyUp(const toolkit::KeyStroke& stroke);
   /// It is going; CurrentForm is put right after it.
   virtual void Unloaded() {}
-  /// Places the controls. `rest` is what the title leaves, in pixels of panel 1.
-  virtual void Layout(const toolkit::Metrics& metrics) = 0;
+  /// Places the controls: the grid of the body, unless a screen has a form of its own.
+  virtual void Layout(const toolkit::Metrics& metrics);
+  /// The body's contents, `width` in pixels of the drawing with the margins; the height follows.
+  void SetGrid(double width, const Cell& contents);
 
   [[nodiscard]] toolkit::Panel& Title() { return *title_; }
   [[nodiscard]] toolkit::Panel& Body() { return *body_; }
   [[nodiscard]] ScreenSet& Screens() { return screens_; }
+  [[nodiscard]] const ConsoleServices& Services() const;
+  [[nodiscard]] core::System& System() const;
   [[nodiscard]] const core::ColourTable& Colours() const;
 
   /// Sizes the form to a body of that size, places both panels, and gives the room for controls
@@ -124,10 +203,16 @@ class Screen {
   void MakeTitle();
   bool KeyDown(const toolkit::KeyStroke& stroke);
   void Activate();
+  bool Load();
+  void Leave();
   void HandOver();
   void ChoosePlace();
   template <class Control, class... Arguments>
-  Control& Make(QWidget& parent, const std::string& name, Role role, Arguments&&... arguments);
+  Control& Make(QWidget& parent, const std::string& name, Role role, Arguments&&... arguments) {
+    auto* control = new Control(&parent, std::forward<Arguments>(arguments)...);  // owned by it
+    Adopt(*control, name, role);
+    return *control;
+  }
 
   ScreenSet& screens_;
   ScreenTraits traits_;
@@ -138,8 +223,12 @@ class Screen {
   TitleDrag drag_;
   std::map<toolkit::Key, Handler> keys_;
   std::map<toolkit::Button*, toolkit::Key> accelerators_;
+  std::map<supervision::PollStage, Handler> stages_;
+  std::optional<Cell> grid_;
+  double gridWidth_ = 0;
   int running_ = 0;
-  bool loaded_ = false;
+  bool loading_ = false;
+  bool abandoned_ = false;  ///< unloaded before it could show
 };
 
 }  // namespace torvane::console

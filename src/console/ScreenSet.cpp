@@ -1,22 +1,8 @@
 #include "console/ScreenSet.h"
 
 #include <algorithm>
-#include <array>
 
 namespace torvane::console {
-
-namespace {
-
-/// Screens that stay live while all others are locked: the operator can always read the messages.
-constexpr std::array<std::string_view, 4> LiveWhileLocked = {"ListForm", "FrontEnd", "MessageForm",
-                                                             "WarningForm"};
-
-bool StaysLive(std::string_view name, std::string_view exempt) {
-  return name == exempt ||
-         std::find(LiveWhileLocked.begin(), LiveWhileLocked.end(), name) != LiveWhileLocked.end();
-}
-
-}  // namespace
 
 ScreenSet::ScreenSet(core::System& system, toolkit::Desk& desk,
                      std::function<void(toolkit::Key)> functionKey)
@@ -27,21 +13,24 @@ ScreenSet::ScreenSet(core::System& system, toolkit::Desk& desk,
 
 ScreenSet::~ScreenSet() { *alive_ = false; }
 
-void ScreenSet::Register(const std::string& name, Factory factory) {
-  factories_[name] = std::move(factory);
-}
+void ScreenSet::Register(const ScreenRow& row) { rows_[row.Traits.Name] = row; }
 
 Screen* ScreenSet::Load(const std::string& name) {
   if (Screen* loaded = Find(name)) return loaded;
-  const auto factory = factories_.find(name);
-  if (factory == factories_.end()) return nullptr;
-  auto made = factory->second(*this);
+  const auto row = rows_.find(name);
+  if (row == rows_.end()) return nullptr;
+  const ScreenTraits& traits = row->second.Traits;
+  auto made = row->second.Make({*this, traits});
   Screen* screen = made.get();
   screens_[name] = std::move(made);
   screen->Window().OnLayout([screen](const toolkit::Metrics& metrics) { screen->Layout(metrics); });
-  screen->Guard([screen] { screen->Loaded(); })();
-  screen->ChoosePlace();
-  return screen;
+  if (traits.LocksOthers) {
+    LockForms(true, name);
+    system_.Console.CurrentForm = name;
+  }
+  bool goesOn = true;
+  screen->Guard([screen, &goesOn] { goesOn = screen->Load(); })();
+  return goesOn ? screen : nullptr;
 }
 
 bool ScreenSet::Show(const std::string& name) {
@@ -93,7 +82,8 @@ void ScreenSet::LockForms(bool locked, std::string_view exempt) {
     if (!locked) {
       form->SetEnabled(true);
     } else if (form->Visible()) {
-      form->SetEnabled(StaysLive(form->Name(), exempt));
+      const ScreenTraits* traits = TraitsOf(*form);
+      form->SetEnabled(form->Name() == exempt || (traits != nullptr && traits->LiveWhileLocked));
     }
   }
 }
@@ -103,12 +93,30 @@ void ScreenSet::RestoreFormOrder() {
   // the controller.
   toolkit::Form* top = nullptr;
   for (toolkit::Form* form : std::vector<toolkit::Form*>(desk_.Forms())) {
-    if (!form->Visible() || form->Name() == "ListForm" || form->Name() == "FrontEnd") continue;
+    if (!form->Visible() || form->Backdrop()) continue;
     form->Raise();
     const bool currentFound = top != nullptr && top->Name() == system_.Console.CurrentForm;
     if (!currentFound) top = form;
   }
   if (top != nullptr) top->Show();
+}
+
+const ScreenTraits* ScreenSet::TraitsOf(const toolkit::Form& form) const {
+  const Screen* screen = Find(form.Name());
+  return screen == nullptr ? nullptr : &screen->Traits();
+}
+
+Screen* ScreenSet::Offering(supervision::PollStage stage) const {
+  for (const auto& [name, screen] : screens_) {
+    if (screen->Visible() && screen->Offers(stage)) return screen.get();
+  }
+  return nullptr;
+}
+
+bool ScreenSet::Offers(supervision::PollStage stage) const { return Offering(stage) != nullptr; }
+
+void ScreenSet::RunStage(supervision::PollStage stage) {
+  if (Screen* screen = Offering(stage)) screen->RunStage(stage);
 }
 
 void ScreenSet::Retire(Screen& screen) {

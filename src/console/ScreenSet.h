@@ -14,24 +14,26 @@
 
 namespace torvane::console {
 
-/// Holds one instance of each screen that is loaded. A name that no factory makes is a screen of
-/// a machine without it: showing it does nothing.
+/// Holds one instance of each screen that is loaded. A name without a row is a screen of a machine
+/// that has it: showing it does nothing.
 class ScreenSet {
  public:
-  using Factory = std::function<std::unique_ptr<Screen>(ScreenSet&)>;
-
   ScreenSet(core::System& system, toolkit::Desk& desk,
             std::function<void(toolkit::Key)> functionKey);
   ~ScreenSet();
 
-  /// How to make a screen; a later registration of the name takes the place of the first.
-  void Register(const std::string& name, Factory factory);
-  [[nodiscard]] bool Known(const std::string& name) const { return factories_.count(name) != 0; }
+  /// What the screens work with; before the first of them is made.
+  void Serve(const ConsoleServices& services) { services_ = &services; }
 
-  /// Makes a screen without showing it; null for a name that nothing makes.
+  /// A later row of a name takes the place of the first.
+  void Register(const ScreenRow& row);
+  [[nodiscard]] bool Known(const std::string& name) const { return rows_.count(name) != 0; }
+
+  /// Makes a screen without showing it; null for a name without a row, and where the screen gave
+  /// up while it was loading.
   Screen* Load(const std::string& name);
 
-  /// Shows a screen modeless, loading it if need be. False for a name that nothing makes.
+  /// Shows a screen modeless, loading it if need be. False where there is none.
   bool Show(const std::string& name);
 
   /// Shows a menu's choice: the screen, then CurrentForm.
@@ -62,22 +64,31 @@ class ScreenSet {
   /// makes the top one active.
   void RestoreFormOrder();
 
+  /// True while a screen shows that offers the stage.
+  [[nodiscard]] bool Offers(supervision::PollStage stage) const;
+  /// Runs the stage of the screen that shows and offers it.
+  void RunStage(supervision::PollStage stage);
+
   /// The global keys.
   void HandleFunctionKey(toolkit::Key key) { functionKey_(key); }
 
   [[nodiscard]] core::System& System() { return system_; }
   [[nodiscard]] toolkit::Desk& Desk() { return desk_; }
+  [[nodiscard]] const ConsoleServices& Services() const { return *services_; }
 
  private:
   friend class Screen;
   /// The screen was unloaded: out of the table now, destroyed when its handlers have returned.
   void Retire(Screen& screen);
   void Reap();
+  [[nodiscard]] const ScreenTraits* TraitsOf(const toolkit::Form& form) const;
+  [[nodiscard]] Screen* Offering(supervision::PollStage stage) const;
 
   core::System& system_;
   toolkit::Desk& desk_;
+  const ConsoleServices* services_ = nullptr;
   std::function<void(toolkit::Key)> functionKey_;
-  std::map<std::string, Factory> factories_;
+  std::map<std::string, ScreenRow> rows_;
   std::map<std::string, std::unique_ptr<Screen>> screens_;
   std::vector<std::unique_ptr<Screen>> retired_;
   std::shared_ptr<bool> alive_;

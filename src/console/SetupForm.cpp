@@ -1,12 +1,9 @@
 #include "console/SetupForm.h"
 
-#include "console/ScreenSet.h"
 #include "core/General.h"
+#include "supervision/RunTime.h"
 
 namespace torvane::console {
-
-using toolkit::Alignment;
-using toolkit::TypeStyle;
 
 namespace {
 
@@ -25,88 +22,47 @@ SetupTexts SetupTextsOf(const core::ActiveProgram& program) {
           "PROFILE : " + LengthText(program.Totals.ProfileLength, program.Imperial)};
 }
 
-SetupForm::SetupForm(ScreenSet& screens)
-    : Screen(screens, {.Name = ScreenName,
-                       .PanelName = "SetupPanel",
-                       .Title = "PROGRAM INFORMATION",
-                       .Keys = GlobalKeys::NoSlots}) {
-  sheetFrame_ = &AddFrame(Body(), "SheetFrame", "SHEET");
-  MakeSheet();
-  statsFrame_ = &AddFrame(Body(), "StatsFrame", "JOB STATISTICS");
-  for (std::size_t i = 0; i < stats_.size(); ++i) {
-    stats_[i] = &AddLabel(*statsFrame_, "StatsLabel(" + std::to_string(i + 1) + ")", "",
-                          Role::Panel, TypeStyle::Bold);
-  }
-  timeFrame_ = &AddFrame(Body(), "TimeFrame", "RUN STATUS");
-  timeLabel_ = &AddLabel(*timeFrame_, "TimeLabel", "TIME :", Role::Panel);
-  timeBox_ = &AddValue(*timeFrame_, "TimeBox");
-  timeBox_->SetAlignment(Alignment::Right);
-  exit_ = &AddExitButton(Body());
+SetupForm::SetupForm(const ScreenStart& start) : Screen(start) {
+  auto& sheet = AddFrame(Body(), "SheetFrame", "SHEET");
+  auto& stats = AddFrame(Body(), "StatsFrame", "JOB STATISTICS");
+  auto& run = AddFrame(Body(), "TimeFrame", "RUN STATUS");
+  stats_ = AddLabels(stats, "StatsLabel", 1, {"", ""});
+  for (toolkit::Label* label : stats_) label->SetStyle(toolkit::TypeStyle::Bold);
+  auto& timeLabel = AddLabel(run, "TimeLabel", "TIME :");
+  auto& timeBox = AddValue(run, "TimeBox");
+  OfferStage(supervision::PollStage::RunTime, [this, &timeBox] {
+    timeBox.SetText(supervision::RunTimeText(System().State.RunSeconds));
+  });
+  SetGrid(720, Rows({
+                        Inside(sheet, SheetCells(sheet)),
+                        Columns({Inside(stats, Rows(CellsOf(stats_))),
+                                 Inside(run, Table({96, 0}, {{timeLabel, timeBox}}))})
+                            .Spaced(SectionGap),
+                        AtRight(AddExitButton(Body())),
+                    })
+                   .Spaced(SectionGap));
 }
 
-toolkit::Label& SetupForm::AddValue(QWidget& parent, const std::string& name) {
-  auto& label = AddLabel(parent, name, "", Role::Entry, TypeStyle::Readout);
-  label.SetFilled(true);
-  label.SetRim(true);
-  label.SetPlainText(true);
-  return label;
-}
-
-void SetupForm::MakeSheet() {
-  sheetLabels_[0] = &AddLabel(*sheetFrame_, "SheetLabel(1)", "MATERIAL :", Role::Panel);
-  material_ = &AddValue(*sheetFrame_, "MaterialDescription");
-  sheetLabels_[1] = &AddLabel(*sheetFrame_, "SheetLabel(2)", "SIZE :", Role::Panel);
-  constexpr std::array<const char*, 2> Axes = {"X", "Y"};
-  for (std::size_t i = 0; i < Axes.size(); ++i) {
-    const std::string number = "(" + std::to_string(i + 1) + ")";
-    sizeLabels_[i] = &AddLabel(*sheetFrame_, "SizeLabel" + number, Axes[i], Role::Panel,
-                               TypeStyle::Bold, Alignment::Centre);
-    sheetSizes_[i] = &AddValue(*sheetFrame_, "SheetSize" + number);
-    sheetSizes_[i]->SetAlignment(Alignment::Right);
-  }
+Cell SetupForm::SheetCells(toolkit::Frame& sheet) {
+  constexpr double CaptionWide = 136;
+  auto labels = AddLabels(sheet, "SheetLabel", 1, {"MATERIAL :", "SIZE :"});
+  material_ = &AddValue(sheet, "MaterialDescription", toolkit::Alignment::Left);
+  auto axes = AddLabels(sheet, "SizeLabel", 1, {"X", "Y"});
+  for (toolkit::Label* axis : axes) axis->SetAlignment(toolkit::Alignment::Centre);
+  sheetSizes_ = AddValues(sheet, "SheetSize", 1, 2);
+  return Table({CaptionWide, 0},
+               {{labels[0], material_},
+                {labels[1], Columns({Table({32, 0}, {{axes[0], sheetSizes_[0]}}),
+                                     Table({32, 0}, {{axes[1], sheetSizes_[1]}})})}});
 }
 
 void SetupForm::Activated() {
-  const SetupTexts texts = SetupTextsOf(Screens().System().Active());
+  const SetupTexts texts = SetupTextsOf(System().Active());
   material_->SetText(texts.Material);
   sheetSizes_[0]->SetText(texts.SheetX);
   sheetSizes_[1]->SetText(texts.SheetY);
   stats_[0]->SetText(texts.Rapid);
   stats_[1]->SetText(texts.Profile);
-}
-
-void SetupForm::LayoutSheet(const toolkit::Metrics& metrics) {
-  auto lines = toolkit::Rows(sheetFrame_->Inside(), 2, metrics.Gap);
-  const int caption = metrics.Px(136);
-  sheetLabels_[0]->Place(toolkit::TakeLeft(lines[0], caption, metrics.Gap));
-  material_->Place(lines[0]);
-  sheetLabels_[1]->Place(toolkit::TakeLeft(lines[1], caption, metrics.Gap));
-  auto sizes = toolkit::Columns(lines[1], 2, metrics.Gap);
-  for (std::size_t i = 0; i < sizes.size(); ++i) {
-    sizeLabels_[i]->Place(toolkit::TakeLeft(sizes[i], metrics.Px(32), metrics.Gap));
-    sheetSizes_[i]->Place(sizes[i]);
-  }
-}
-
-void SetupForm::Layout(const toolkit::Metrics& metrics) {
-  const int line = metrics.EntryHeight;
-  const int sheet = toolkit::Frame::HeightFor(metrics, 2 * line + metrics.Gap);
-  const int stats = toolkit::Frame::HeightFor(metrics, 2 * line + metrics.Gap);
-  toolkit::Area rest =
-      PlaceBody(metrics, metrics.Px(720),
-                sheet + stats + metrics.KeyHeight + 2 * metrics.Margin + 2 * metrics.Margin);
-  sheetFrame_->Place(toolkit::TakeTop(rest, sheet, metrics.Margin));
-  LayoutSheet(metrics);
-  auto frames = toolkit::Columns(toolkit::TakeTop(rest, stats, metrics.Margin), 2, metrics.Margin);
-  statsFrame_->Place(frames[0]);
-  timeFrame_->Place(frames[1]);
-  const auto lines = toolkit::Rows(statsFrame_->Inside(), 2, metrics.Gap);
-  for (std::size_t i = 0; i < stats_.size(); ++i) stats_[i]->Place(lines[i]);
-  toolkit::Area time = timeFrame_->Inside();
-  time = toolkit::TakeTop(time, line);
-  timeLabel_->Place(toolkit::TakeLeft(time, metrics.Px(96), metrics.Gap));
-  timeBox_->Place(time);
-  exit_->Place(toolkit::TakeRight(rest, metrics.KeyWidth));
 }
 
 }  // namespace torvane::console

@@ -1,8 +1,8 @@
 // Program information: the sheet, the lengths of the job, the run time.
 #pragma once
 
-#include <array>
 #include <string>
+#include <vector>
 
 #include "console/Screen.h"
 #include "core/ActiveProgram.h"
@@ -22,31 +22,15 @@ struct SetupTexts {
 
 class SetupForm final : public Screen {
  public:
-  static constexpr const char* ScreenName = "SetupForm";
-
-  explicit SetupForm(ScreenSet& screens);
-
-  void SetRunTime(const std::string& text) { timeBox_->SetText(text); }
-  [[nodiscard]] const std::string& RunTime() const { return timeBox_->Text(); }
+  explicit SetupForm(const ScreenStart& start);
 
  private:
-  void MakeSheet();
-  toolkit::Label& AddValue(QWidget& parent, const std::string& name);
+  [[nodiscard]] Cell SheetCells(toolkit::Frame& sheet);
   void Activated() override;
-  void Layout(const toolkit::Metrics& metrics) override;
-  void LayoutSheet(const toolkit::Metrics& metrics);
 
-  toolkit::Frame* sheetFrame_ = nullptr;
-  toolkit::Frame* statsFrame_ = nullptr;
-  toolkit::Frame* timeFrame_ = nullptr;
-  std::array<toolkit::Label*, 2> sheetLabels_{};
-  std::array<toolkit::Label*, 2> sizeLabels_{};
-  std::array<toolkit::Label*, 2> sheetSizes_{};
   toolkit::Label* material_ = nullptr;
-  std::array<toolkit::Label*, 2> stats_{};
-  toolkit::Label* timeLabel_ = nullptr;
-  toolkit::Label* timeBox_ = nullptr;
-  toolkit::Button* exit_ = nullptr;
+  std::vector<toolkit::Label*> sheetSizes_;
+  std::vector<toolkit::Label*> stats_;
 };
 
 }  // namespace torvane::console

@@ -2,33 +2,24 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "console/Screen.h"
 
 namespace torvane::console {
 
-/// What the two answers do. Both return after everything is closed; the process ends from the loop.
-struct ShutdownActions {
-  std::function<void()> ShutdownSystem;
-  std::function<void()> ShutdownToService;
-};
-
+/// From the answer on every key is dead: the program only has its end before it.
 class ShutdownForm final : public Screen {
  public:
-  static constexpr const char* ScreenName = "ShutdownForm";
-
-  ShutdownForm(ScreenSet& screens, ShutdownActions actions);
+  explicit ShutdownForm(const ScreenStart& start);
 
  private:
   void End(const std::function<void()>& action);
-  void Layout(const toolkit::Metrics& metrics) override;
+  bool FirstLook(const toolkit::KeyStroke& stroke) override;
 
-  ShutdownActions actions_;
-  toolkit::ImageMark* marks_[2] = {};
+  bool ending_ = false;
   toolkit::Label* label_ = nullptr;
-  toolkit::Button* cancel_ = nullptr;
-  toolkit::Button* shutdown_ = nullptr;
-  toolkit::Button* service_ = nullptr;
+  std::vector<toolkit::Button*> keys_;
 };
 
 }  // namespace torvane::console

@@ -5,9 +5,7 @@ namespace torvane::console {
 using toolkit::Alignment;
 using toolkit::TypeStyle;
 
-SplashForm::SplashForm(ScreenSet& screens)
-    : Screen(screens,
-             {.Name = ScreenName, .Keys = GlobalKeys::None, .Current = false, .Centred = true}) {
+SplashForm::SplashForm(const ScreenStart& start) : Screen(start) {
   splashPanel_ = &AddPanel(Window(), "SplashPanel", toolkit::PanelStyle::Body, Role::Panel);
   titlePanel_ = &AddLabel(*splashPanel_, "TitlePanel", "Torvane 32", Role::Panel, TypeStyle::Figure,
                           Alignment::Centre);

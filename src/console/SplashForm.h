@@ -8,9 +8,7 @@ namespace torvane::console {
 /// Its timer belongs to the start-up; the main screen unloads it.
 class SplashForm final : public Screen {
  public:
-  static constexpr const char* ScreenName = "SplashForm";
-
-  explicit SplashForm(ScreenSet& screens);
+  explicit SplashForm(const ScreenStart& start);
 
  private:
   void Loaded() override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "console/ConsoleServices.h"
 #include "console/ScreenSet.h"
 
 namespace torvane::console {
@@ -33,15 +34,7 @@ int LineCount(const std::string& text) {
 
 }  // namespace
 
-WarningForm::WarningForm(ScreenSet& screens, supervision::WarningBox& box)
-    : Screen(screens, {.Name = ScreenName,
-                       .PanelName = "WarningPanel",
-                       .Title = supervision::WarningHeader,
-                       .Keys = GlobalKeys::None,
-                       .Current = false,
-                       .Centred = true,
-                       .Accelerators = false}),
-      box_(box) {
+WarningForm::WarningForm(const ScreenStart& start) : Screen(start), box_(Services().Warning) {
   MakeMarks();
   label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Entry,
                      toolkit::Alignment::Centre);
@@ -68,10 +61,10 @@ void WarningForm::MakeMarks() {
   for (std::size_t i = 0; i < Rows.size(); ++i) {
     marks_[i].Images = Rows[i].Images;
     for (std::size_t side = 0; side < 2; ++side) {
-      auto* mark = new toolkit::ImageMark(&Body(), Rows[i].Kind);  // owned by the panel
-      Adopt(*mark, std::string(Rows[i].Name) + "(" + std::to_string(side) + ")", Role::Bold);
-      mark->SetVisible(false);
-      marks_[i].Marks[side] = mark;
+      auto& mark = AddImage(Body(), Numbered(Rows[i].Name, static_cast<int>(side)), Rows[i].Kind,
+                            Role::Bold);
+      mark.SetVisible(false);
+      marks_[i].Marks[side] = &mark;
     }
   }
 }

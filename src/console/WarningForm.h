@@ -11,9 +11,7 @@ namespace torvane::console {
 /// Shows what the box holds, and tells it which button was pressed.
 class WarningForm final : public Screen {
  public:
-  static constexpr const char* ScreenName = "WarningForm";
-
-  WarningForm(ScreenSet& screens, supervision::WarningBox& box);
+  explicit WarningForm(const ScreenStart& start);
 
  private:
   void MakeMarks();

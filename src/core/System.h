@@ -28,6 +28,7 @@ struct ConsoleState {
   bool PlotKeysActive = false;
   std::int16_t PlotKeyMode = 0;  ///< 0 none, 1 and 2 zoom corners, 4 pan, 5 to 8 visual restart
   bool NewProgramsReceived = false;
+  bool BatchEditing = false;  ///< BatchForm takes new values: its boxes are left alone
 };
 
 /// A procedure takes the narrowest record of these that serves it.

@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 
+#include "core/General.h"
 #include "link/Variables.h"
 #include "supervision/PollTrio.h"
 
@@ -26,25 +27,25 @@ std::int32_t SheetsToGo(const core::Batch& batch) {
 
 }  // namespace
 
-void Poll::RefreshLaserStatus() {
-  const auto show = [this](PolledBoxes boxes, int index, std::string_view name, int places) {
-    ShowFigure(boxes, index, trio_.GetRspnsSngl(name, places), places);
+LaserFigures Poll::ReadLaserFigures() {
+  const auto read = [this](std::string_view name, int places) {
+    return core::NumberText(trio_.GetRspnsSngl(name, places), places);
   };
-  show(PolledBoxes::LaserFeed, 1, Variable::FeedRate, 0);
-  // The actual feed is the same variable, read earlier in the tick.
-  ShowFigure(PolledBoxes::LaserFeed, 2, system_.State.FeedRate, 0);
-  ShowFigure(PolledBoxes::LaserFeed, 3, system_.State.FeedOverride, 0);
-  int index = 0;
-  for (const auto name : PowerVariables) show(PolledBoxes::LaserPower, ++index, name, 0);
-  index = 0;
-  for (const auto& value : link::LaserStatusValues) {
-    show(PolledBoxes::LaserStatus, ++index, value.Name, value.Decimals);
-  }
+  LaserFigures figures;
+  // The actual feed is the same variable as the programmed one, read earlier in the tick.
+  figures.Feed[0] = read(Variable::FeedRate, 0);
+  figures.Feed[1] = core::NumberText(system_.State.FeedRate, 0);
+  figures.Feed[2] = core::NumberText(system_.State.FeedOverride, 0);
+  for (std::size_t i = 0; i < figures.Power.size(); ++i)
+    figures.Power[i] = read(PowerVariables[i], 0);
+  for (std::size_t i = 0; i < figures.Status.size(); ++i)
+    figures.Status[i] = read(link::LaserStatusValues[i].Name, link::LaserStatusValues[i].Decimals);
+  return figures;
 }
 
 void Poll::RefreshBatch() {
   const std::int16_t slot = system_.ActiveSlot;
-  if (!system_.Link.TrioLinkEnabled || screens_.BatchEditing()) return;
+  if (!system_.Link.TrioLinkEnabled || system_.Console.BatchEditing) return;
   if (slot != 1 && slot != 2) return;
   core::Batch read;
   read.PartsPerSheet = trio_.GetRspnsLng(Variable::PartsPerSheet);
@@ -54,7 +55,8 @@ void Poll::RefreshBatch() {
   read.SheetsToGo = SheetsToGo(read);
   system_.Programs[static_cast<std::size_t>(slot)].BatchCounters = read;
   // The operator may have begun to type, or have changed the slot, while the replies came.
-  if (!screens_.BatchEditing() && system_.ActiveSlot == slot) screens_.ShowBatch(read);
+  if (!system_.Console.BatchEditing && system_.ActiveSlot == slot)
+    screens_.RunStage(PollStage::Batch);
 }
 
 }  // namespace torvane::supervision

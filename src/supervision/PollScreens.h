@@ -1,66 +1,42 @@
-// What the poll shows, and to whom. The screens implement it; nothing here waits.
+// What the poll shows, and who takes part in its tick. The screens implement it.
 #pragma once
 
 #include <cstdint>
 #include <string_view>
 
-#include "core/ActiveProgram.h"
-#include "supervision/MessageList.h"
-#include "supervision/RunningBlock.h"
-
 namespace torvane::supervision {
 
-/// Screens that cost exchanges or work only while they are visible.
-enum class PolledForm {
-  MachineForm,
-  LaserStatusForm,
-  SetupForm,
-  BatchForm,
-  XYPositionForm,
-  XYJogForm,
-  ViewProgForm,
-  MessageForm
-};
-
-/// Groups of boxes that take one figure each.
-enum class PolledBoxes {
-  MainPosition,  ///< main screen: 1 to 3 the axes, 5 the override, 6 the feed
-  Jog,           ///< XYJogForm: 1 and 2
-  XYPosition,    ///< XYPositionForm: 1 to 3
-  MachineFeed,   ///< MachineForm's FeedBox: 1
-  LaserFeed,     ///< LaserStatusForm's FeedBox: 1 to 3
-  LaserPower,    ///< LaserStatusForm's PowerBox: 1 to 3
-  LaserStatus,   ///< LaserStatusForm's StatusBox: 1 to 10
-  RunTime        ///< SetupForm's TimeBox: 1
+/// The moments of a tick at which a screen may take part, in the order of the tick. A screen offers
+/// a stage for as long as it lives; the tick calls it only while the screen shows, so a screen that
+/// does not show costs no exchange.
+enum class PollStage {
+  JogPosition,   ///< the positions were read
+  Position,      ///< likewise, after JogPosition
+  RunningBlock,  ///< VR(81) was read
+  Messages,      ///< the message button was painted
+  Machine,
+  Laser,
+  RunTime,
+  Batch,  ///< the batch counters were read; offering it has them read at every tick
 };
 
 class PollScreens {
  public:
   virtual ~PollScreens() = default;
 
-  [[nodiscard]] virtual bool Visible(PolledForm form) const = 0;
+  /// True while a screen shows that offers the stage.
+  [[nodiscard]] virtual bool Offers(PollStage stage) const = 0;
+  /// Runs the stage of the screen that shows and offers it; nothing otherwise. It may wait.
+  virtual void RunStage(PollStage stage) = 0;
 
-  /// Puts a figure into a box. A screen that is not loaded is passed over, never loaded.
-  virtual void ShowFigure(PolledBoxes boxes, int index, std::string_view text) = 0;
+  /// PositionText of the main screen: 1 to 3 the axes, 5 the override, 6 the feed. Passed over
+  /// while that screen is not loaded.
+  virtual void ShowFigure(int index, std::string_view text) = 0;
 
   /// Background of MessageButton as painted now, 0x00BBGGRR.
   [[nodiscard]] virtual std::uint32_t MessageButtonBackground() const = 0;
   /// Paints MessageButton afresh in these colours.
   virtual void PaintMessageButton(std::uint32_t background, std::uint32_t text) = 0;
-
-  /// Presses or releases RollerButton. Its event may run: it asks `RollerGuard` first.
-  virtual void SetRollerButton(bool on) = 0;
-
-  /// The 18 rows of ViewProgForm.
-  virtual void ShowListing(const ListingView& rows) = 0;
-
-  /// The rows of MessageForm.
-  virtual void ShowMessages(const MessageList& messages) = 0;
-
-  /// True while BatchForm takes new values, its SetButton showing "&OK".
-  [[nodiscard]] virtual bool BatchEditing() const = 0;
-  /// BatchBox 1 to 5.
-  virtual void ShowBatch(const core::Batch& batch) = 0;
 };
 
 /// The live plot, a floor above.

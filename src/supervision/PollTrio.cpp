@@ -8,7 +8,6 @@
 #include "supervision/FlagGuard.h"
 #include "supervision/MachineStatus.h"
 #include "supervision/MessageButton.h"
-#include "supervision/RunTime.h"
 
 namespace torvane::supervision {
 
@@ -50,11 +49,10 @@ void Poll::PollTrio() {
   ReadFeeds();
   ReadRunningBlock();
   RefreshMessageButton();
-  if (screens_.Visible(PolledForm::MachineForm)) RefreshMachineForm(false);
-  if (screens_.Visible(PolledForm::LaserStatusForm)) RefreshLaserStatus();
-  if (screens_.Visible(PolledForm::SetupForm)) RefreshRunTime();
+  for (const PollStage stage : {PollStage::Machine, PollStage::Laser, PollStage::RunTime})
+    screens_.RunStage(stage);
   TopUpTable();
-  if (screens_.Visible(PolledForm::BatchForm) || RunEnded(system_.State)) RefreshBatch();
+  if (screens_.Offers(PollStage::Batch) || RunEnded(system_.State)) RefreshBatch();
   if (system_.Link.PollLogEnabled) trio_.RotateLog();
 }
 
@@ -63,8 +61,8 @@ void Poll::ReadStatus() {
   DecodeStatus(system_.State, word, system_.Machine.MachineVariant);
 }
 
-void Poll::ShowFigure(PolledBoxes boxes, int index, float value, int places) {
-  screens_.ShowFigure(boxes, index, core::NumberText(value, places));
+void Poll::ShowFigure(int index, float value, int places) {
+  screens_.ShowFigure(index, core::NumberText(value, places));
 }
 
 float Poll::ReadAxis(std::string_view expression, float scale, float offset) {
@@ -82,40 +80,35 @@ void Poll::ReadPositions() {
   state.XPosition = ReadAxis(link::MeasuredPosition[0], state.XScale, state.XOffset);
   state.YPosition = ReadAxis(link::MeasuredPosition[1], state.YScale, state.YOffset);
   state.ZPosition = ReadAxis(link::MeasuredPosition[2], state.ZScale, state.ZOffset);
-  ShowFigure(PolledBoxes::MainPosition, 1, state.XPosition, 1);
-  ShowFigure(PolledBoxes::MainPosition, 2, state.YPosition, 1);
-  ShowFigure(PolledBoxes::MainPosition, 3, state.ZPosition, 1);
-  if (screens_.Visible(PolledForm::XYJogForm)) {
-    ShowFigure(PolledBoxes::Jog, 1, state.XPosition, 2);
-    ShowFigure(PolledBoxes::Jog, 2, state.YPosition, 2);
-  }
-  if (screens_.Visible(PolledForm::XYPositionForm)) ShowDemandPositions();
+  ShowFigure(1, state.XPosition, 1);
+  ShowFigure(2, state.YPosition, 1);
+  ShowFigure(3, state.ZPosition, 1);
+  screens_.RunStage(PollStage::JogPosition);
+  screens_.RunStage(PollStage::Position);
 }
 
-void Poll::ShowDemandPositions() {
+std::array<float, 3> Poll::ReadDisplayedPositions() {
   const auto& state = system_.State;
-  std::array<float, 3> shown = {state.XPosition, state.YPosition, state.ZPosition};
   for (const auto& mode : DemandModes) {
     if (mode.Mode != state.PositionDisplayMode) continue;
     const std::array<float, 3> scales = {state.XScale, state.YScale, state.ZScale};
     const std::array<float, 3> offsets = {state.XOffset, state.YOffset, state.ZOffset};
+    std::array<float, 3> shown{};
     for (std::size_t axis = 0; axis < shown.size(); ++axis) {
       shown[axis] =
           ReadAxis(mode.Expressions[axis], scales[axis], mode.WithOffset ? offsets[axis] : 0.0F);
     }
-    break;
+    return shown;
   }
-  for (std::size_t axis = 0; axis < shown.size(); ++axis) {
-    ShowFigure(PolledBoxes::XYPosition, static_cast<int>(axis) + 1, shown[axis], 2);
-  }
+  return {state.XPosition, state.YPosition, state.ZPosition};
 }
 
 void Poll::ReadFeeds() {
   auto& state = system_.State;
   state.FeedOverride = trio_.GetRspnsSngl(Variable::FeedOverride, 0);
   state.FeedRate = trio_.GetRspnsSngl(Variable::FeedRate, 0);
-  ShowFigure(PolledBoxes::MainPosition, 5, state.FeedOverride, 0);
-  ShowFigure(PolledBoxes::MainPosition, 6, state.FeedRate, 0);
+  ShowFigure(5, state.FeedOverride, 0);
+  ShowFigure(6, state.FeedRate, 0);
 }
 
 void Poll::ReadRunningBlock() {
@@ -124,19 +117,21 @@ void Poll::ReadRunningBlock() {
     const FlagGuard silent(system_.Link.ReportCommsErrors, false);
     state.RunningBlock = trio_.GetRspnsInt(Variable::RunningRecord);
   }
-  if (!screens_.Visible(PolledForm::ViewProgForm)) return;
-  if (state.RunningBlock == state.RunningBlockShown &&
-      system_.ActiveSlot == state.RunningSlotShown) {
-    return;
-  }
-  ShowRunningBlock(system_.ActiveSlot, state.RunningBlock);
-  state.RunningBlockShown = state.RunningBlock;
-  state.RunningSlotShown = system_.ActiveSlot;
+  screens_.RunStage(PollStage::RunningBlock);
 }
 
-void Poll::ShowRunningBlock(int slot, int block) {
-  screens_.ShowListing(
-      supervision::ShowRunningBlock(files_, system_.Directories, system_.Programs, slot, block));
+std::optional<ListingView> Poll::TakeChangedListing() {
+  auto& state = system_.State;
+  const std::int16_t slot = system_.ActiveSlot;
+  if (state.RunningBlock == state.RunningBlockShown && slot == state.RunningSlotShown)
+    return std::nullopt;
+  state.RunningBlockShown = state.RunningBlock;
+  state.RunningSlotShown = slot;
+  return Listing(slot, state.RunningBlock);
+}
+
+ListingView Poll::Listing(int slot, int block) const {
+  return ShowRunningBlock(files_, system_.Directories, system_.Programs, slot, block);
 }
 
 void Poll::ForgetShownBlock() {
@@ -151,32 +146,22 @@ void Poll::RefreshMessageButton() {
   if (screens_.MessageButtonBackground() != background) {
     screens_.PaintMessageButton(background, system_.Colours[names.Text]);
   }
-  if (screens_.Visible(PolledForm::MessageForm)) RefreshMessages();
+  screens_.RunStage(PollStage::Messages);
 }
 
-void Poll::RefreshMessages() {
+bool Poll::RefreshMessages() {
   const std::int32_t vr16 = trio_.GetRspnsLng(Variable::IoMessage);
   const std::int32_t vr17 = trio_.GetRspnsLng(Variable::LogicMessages);
-  if (messages_.Refresh(vr16, vr17, system_.Console.NewProgramsReceived, system_.Messages,
-                        system_.Directories)) {
-    screens_.ShowMessages(messages_);
-  }
+  return messages_.Refresh(vr16, vr17, system_.Console.NewProgramsReceived, system_.Messages,
+                           system_.Directories);
 }
 
-void Poll::RefreshMachineForm(bool force) {
+std::optional<bool> Poll::TakeRollers(bool force) {
   auto& state = system_.State;
-  ShowFigure(PolledBoxes::MachineFeed, 1, state.FeedOverride, 0);
   const bool rollersOn = (state.StatusWord & core::StatusBit::RollersOn) != 0;
-  if (rollersOn == state.RollersOn && !force) return;
-  {
-    const FlagGuard guard(rollerGuard_);
-    screens_.SetRollerButton(rollersOn);
-  }
+  if (rollersOn == state.RollersOn && !force) return std::nullopt;
   state.RollersOn = rollersOn;
-}
-
-void Poll::RefreshRunTime() {
-  screens_.ShowFigure(PolledBoxes::RunTime, 1, RunTimeText(system_.State.RunSeconds));
+  return rollersOn;
 }
 
 void Poll::TopUpTable() {

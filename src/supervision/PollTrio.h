@@ -2,7 +2,9 @@
 // whatever screen is visible, draws the live plot and keeps the controller's table filled.
 #pragma once
 
+#include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +15,16 @@
 #include "platform/FileSystem.h"
 #include "supervision/MessageList.h"
 #include "supervision/PollScreens.h"
+#include "supervision/RunningBlock.h"
 
 namespace torvane::supervision {
+
+/// What the boxes of the laser screen show, each from box 1 on.
+struct LaserFigures {
+  std::array<std::string, 3> Feed;     ///< programmed, actual, override
+  std::array<std::string, 3> Power;    ///< likewise
+  std::array<std::string, 10> Status;  ///< laser mode to tip height
+};
 
 /// With the link off the tick still runs, and every value reads as 0. A failed query reads as 0 too
 /// and is taken for the truth: the failure dialog is the operator's warning.
@@ -35,19 +45,31 @@ class Poll {
   /// The running record, by the one query that fails without a word.
   void ReadRunningBlock();
   void RefreshMessageButton();
-  /// `force` sets RollerButton even where the rollers have not changed.
-  void RefreshMachineForm(bool force);
-  void RefreshLaserStatus();
-  void RefreshRunTime();
   void TopUpTable();
   /// The batch counters of the active slot; nothing with the link off and while they are edited.
+  /// BatchForm's stage runs after it.
   void RefreshBatch();
 
-  /// The message list, while its screen is visible.
-  void RefreshMessages();
+  // ---- what the stages of the screens ask for ----
 
-  /// The listing around a running record; the rows go to the program view.
-  void ShowRunningBlock(int slot, int block);
+  /// X, Y and the third axis as PositionDisplayMode wants them: as measured, or asked for here.
+  [[nodiscard]] std::array<float, 3> ReadDisplayedPositions();
+
+  /// The listing around the running record where the record or the slot is not the one that was
+  /// asked for last; it then counts as shown.
+  [[nodiscard]] std::optional<ListingView> TakeChangedListing();
+
+  /// The listing around a running record; all blank for a slot without a program.
+  [[nodiscard]] ListingView Listing(int slot, int block) const;
+
+  /// Asks for the two message numbers. True when the list was built anew and is to be shown.
+  bool RefreshMessages();
+
+  /// Whether the rollers are on, where that has changed since the last call or `force` asks.
+  [[nodiscard]] std::optional<bool> TakeRollers(bool force);
+
+  /// Feed, power and state of the laser, asked for now, as their boxes show them.
+  [[nodiscard]] LaserFigures ReadLaserFigures();
 
   /// Runs `job`: now, or behind the refill of the table that is under way below it on the stack. A
   /// change of program in the middle of a refill would mix the lines of two programs.
@@ -56,12 +78,8 @@ class Poll {
   /// The next ReadRunningBlock shows the listing afresh.
   void ForgetShownBlock();
 
-  /// True while the poll itself moves RollerButton: its event sends nothing then.
-  [[nodiscard]] bool RollerGuard() const { return rollerGuard_; }
-
  private:
-  void ShowDemandPositions();
-  void ShowFigure(PolledBoxes boxes, int index, float value, int places);
+  void ShowFigure(int index, float value, int places);
   [[nodiscard]] float ReadAxis(std::string_view expression, float scale, float offset);
 
   core::System& system_;
@@ -71,7 +89,6 @@ class Poll {
   PollScreens& screens_;
   PlotStage& plot_;
   MessageList& messages_;
-  bool rollerGuard_ = false;
   bool inTick_ = false;
   bool toppingUp_ = false;
   std::vector<std::function<void()>> waiting_;

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "core/ScreenNames.h"
 #include "supervision/ActiveStore.h"
 #include "supervision/ProgramParts.h"
 
@@ -12,9 +13,12 @@ namespace torvane::supervision {
 /// Screens that forbid the change while they are visible, without a message. Some installations
 /// know the names of screens that this one does not have; they do no harm.
 inline constexpr std::array<std::string_view, 11> ChangeBlockingForms = {
-    "ProgramForm",  "EditProgForm", "BlockStartForm",    "RestartForm",
-    "ProgListForm", "SearchForm",   "LaserSettingsForm", "MachineStatusForm",
-    "ViewProgForm", "SetupForm",    "BatchForm"};
+    core::ScreenNames::ProgramForm,       core::ScreenNames::EditProgForm,
+    core::ScreenNames::BlockStartForm,    core::ScreenNames::RestartForm,
+    core::ScreenNames::ProgListForm,      core::ScreenNames::SearchForm,
+    core::ScreenNames::LaserSettingsForm, core::ScreenNames::MachineStatusForm,
+    core::ScreenNames::ViewProgForm,      core::ScreenNames::SetupForm,
+    core::ScreenNames::BatchForm};
 
 class ProgramChange {
  public:

@@ -11,17 +11,13 @@ namespace torvane::supervision {
 
 class QuietPollScreens : public PollScreens {
  public:
-  [[nodiscard]] bool Visible(PolledForm /*form*/) const override { return false; }
-  void ShowFigure(PolledBoxes /*boxes*/, int /*index*/, std::string_view /*text*/) override {}
+  [[nodiscard]] bool Offers(PollStage /*stage*/) const override { return false; }
+  void RunStage(PollStage /*stage*/) override {}
+  void ShowFigure(int /*index*/, std::string_view /*text*/) override {}
   [[nodiscard]] std::uint32_t MessageButtonBackground() const override { return background_; }
   void PaintMessageButton(std::uint32_t background, std::uint32_t /*text*/) override {
     background_ = background;
   }
-  void SetRollerButton(bool /*on*/) override {}
-  void ShowListing(const ListingView& /*rows*/) override {}
-  void ShowMessages(const MessageList& /*messages*/) override {}
-  [[nodiscard]] bool BatchEditing() const override { return false; }
-  void ShowBatch(const core::Batch& /*batch*/) override {}
 
  private:
   std::uint32_t background_ = 0;

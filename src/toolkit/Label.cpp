@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPointer>
+#include <algorithm>
 
 #include "toolkit/Theme.h"
 
@@ -52,6 +53,15 @@ void Label::SetRim(bool rim) {
 void Label::SetPlainText(bool plain) {
   plain_ = plain;
   update();
+}
+
+int Label::NaturalHeight() const {
+  constexpr double Leading = 1.5;
+  const int lines = 1 + static_cast<int>(std::count(text_.begin(), text_.end(), '\n'));
+  const Metrics& m = Measures();
+  if (filled_ && rim_)
+    return std::max(m.EntryHeight, static_cast<int>(m.TypeSize(style_) * Leading));
+  return std::max(m.LineHeight, static_cast<int>(lines * m.TypeSize(style_) * Leading));
 }
 
 void Label::Press() {

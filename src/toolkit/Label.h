@@ -28,6 +28,10 @@ class Label : public Control {
   /// Shows ampersands as they are (messages, program text).
   void SetPlainText(bool plain);
 
+  /// The height of its lines of text with their leading, pixels; one with a rim is as high as an
+  /// entry.
+  [[nodiscard]] int NaturalHeight() const;
+
   /// A press and release on it.
   void OnClick(std::function<void()> handler) { click_ = std::move(handler); }
   /// As if it were pressed; nothing when it is hidden or disabled.

@@ -137,6 +137,13 @@ int ListBox::RowHeight() const {
   return std::max(1, Measures().Px(40));
 }
 
+int ListBox::NaturalHeight() const {
+  constexpr int FewLines = 6;
+  const Metrics& m = Measures();
+  const int lines = fixedLines_ > 0 ? fixedLines_ * m.LineHeight : FewLines * m.Px(40);
+  return lines + 2 * m.Hairline;
+}
+
 int ListBox::LineAt(int y) const {
   const int line = top_ + (y - Measures().Hairline) / RowHeight();
   return y < 0 || line >= Count() ? -1 : line;

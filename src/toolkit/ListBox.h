@@ -51,6 +51,8 @@ class ListBox : public Control {
   /// Lines that fit; a fixed count stretches the rows, 0 goes by the type.
   void SetVisibleLines(int count);
   [[nodiscard]] int VisibleLines() const;
+  /// The height that shows the fixed count of lines, or six where none is fixed, pixels.
+  [[nodiscard]] int NaturalHeight() const;
 
   /// The operator changed the current line or the selection (pointer or key).
   void OnSelect(std::function<void()> handler) { select_ = std::move(handler); }

@@ -41,11 +41,11 @@ Metrics Metrics::For(int width, int height) {
   m.Scale = std::clamp(std::min(width / DrawnWidth, height / DrawnHeight), 0.5, 3.0);
   m.Gap = m.Px(8);
   m.Margin = m.Px(24);
-  m.KeyHeight = std::max(LowestKey, m.Px(72));
-  m.PadKeyHeight = std::max(LowestKey, m.Px(60));
+  m.KeyHeight = m.KeyOf(72);
+  m.PadKeyHeight = m.KeyOf(60);
   m.KeyWidth = m.Px(152);
   m.TitleHeight = m.Px(48);
-  m.EntryHeight = std::max(LowestKey, m.Px(56));
+  m.EntryHeight = m.KeyOf(56);
   m.LineHeight = m.Px(28);
   m.TextStrip = m.Px(34);
   m.Hairline = std::max(1, static_cast<int>(m.Scale));
@@ -57,6 +57,8 @@ Metrics Metrics::For(int width, int height) {
 }
 
 int Metrics::Px(double base) const { return static_cast<int>(std::lround(base * Scale)); }
+
+int Metrics::KeyOf(double base) const { return std::max(LowestKey, Px(base)); }
 
 int Metrics::TypeSize(TypeStyle style) const {
   const TypeStep& step = TypeScale[static_cast<std::size_t>(style)];

@@ -34,6 +34,9 @@ struct Metrics {
   /// `base` (pixels of the drawing) on this desk.
   [[nodiscard]] int Px(double base) const;
 
+  /// The height of a key drawn so high: never lower than a finger needs.
+  [[nodiscard]] int KeyOf(double base) const;
+
   /// Height of a type style's capitals and line, in pixels of the font.
   [[nodiscard]] int TypeSize(TypeStyle style) const;
 

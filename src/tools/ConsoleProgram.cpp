@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 
-#include "graphics/FrontEndControls.h"
+#include "console/FrontEndControls.h"
 
 namespace torvane::tools {
 
@@ -35,7 +35,7 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
   Serve(console_);
   console_.SetExits(
       {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
-  desk_.setWindowTitle(graphics::FrontEndCaption);
+  desk_.setWindowTitle(console::FrontEndCaption);
   desk_.OnCloseRequest([this] { console_.HandleFunctionKey(toolkit::Key::F12); });
 }
 

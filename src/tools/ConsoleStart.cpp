@@ -1,18 +1,19 @@
 #include "tools/ConsoleStart.h"
 
 #include "console/SplashForm.h"
+#include "core/ScreenNames.h"
 
 namespace torvane::tools {
 
 void ConsoleStart::ShowSplashOnDesk() {
   console_->Open();
-  Set().Show(console::SplashForm::ScreenName);
+  Set().Show(core::ScreenNames::SplashForm);
 }
 
-void ConsoleStart::UnloadSplash() { Set().Unload(console::SplashForm::ScreenName); }
-void ConsoleStart::ShowFrontEnd() { Set().Show(console::FrontEnd::ScreenName); }
-bool ConsoleStart::FrontEndVisible() const { return Set().Visible(console::FrontEnd::ScreenName); }
-void ConsoleStart::UnloadFrontEnd() { Set().Unload(console::FrontEnd::ScreenName); }
+void ConsoleStart::UnloadSplash() { Set().Unload(core::ScreenNames::SplashForm); }
+void ConsoleStart::ShowFrontEnd() { Set().Show(core::ScreenNames::FrontEnd); }
+bool ConsoleStart::FrontEndVisible() const { return Set().Visible(core::ScreenNames::FrontEnd); }
+void ConsoleStart::UnloadFrontEnd() { Set().Unload(core::ScreenNames::FrontEnd); }
 void ConsoleStart::LoadPlotConfig() { console_->LoadPlotConfig(); }
 
 }  // namespace torvane::tools

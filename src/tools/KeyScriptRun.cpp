@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "console/WarningForm.h"
+#include "core/ScreenNames.h"
 #include "core/Text.h"
 #include "platform/RuntimeFault.h"
 #include "toolkit/Label.h"
@@ -74,7 +75,7 @@ void KeyScriptRun::Next() {
                                            : toolkit::KeyStroke(character));
   }
   if (step.Word == KeyWord::Answer) {
-    if (program_.Console().Screens().Set().Visible(console::WarningForm::ScreenName)) {
+    if (program_.Console().Screens().Set().Visible(core::ScreenNames::WarningForm)) {
       Press(toolkit::KeyStroke(step.Stroke));
     }
   } else if (Do(step)) {
@@ -100,9 +101,9 @@ bool KeyScriptRun::Do(const KeyStep& step) {
       std::fflush(stdout);
       return true;
     case KeyWord::NoWarning:
-      if (program_.Console().Screens().Set().Visible(console::WarningForm::ScreenName)) {
+      if (program_.Console().Screens().Set().Visible(core::ScreenNames::WarningForm)) {
         Fail(step,
-             "a warning stands: " + LabelText(console::WarningForm::ScreenName, "WarningLabel"));
+             "a warning stands: " + LabelText(core::ScreenNames::WarningForm, "WarningLabel"));
       }
       return true;
     default:
@@ -118,8 +119,8 @@ bool KeyScriptRun::Reached(const KeyStep& step) {
     case KeyWord::WaitClosed:
       return !set.Visible(step.Form);
     case KeyWord::WaitWarning:
-      return set.Visible(console::WarningForm::ScreenName) &&
-             LabelText(console::WarningForm::ScreenName, "WarningLabel").find(step.Text) !=
+      return set.Visible(core::ScreenNames::WarningForm) &&
+             LabelText(core::ScreenNames::WarningForm, "WarningLabel").find(step.Text) !=
                  std::string::npos;
     case KeyWord::WaitLabel:
       return set.Visible(step.Form) &&

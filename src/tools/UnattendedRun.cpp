@@ -8,6 +8,7 @@
 #include "console/FrontEnd.h"
 #include "console/WarningForm.h"
 #include "core/General.h"
+#include "core/ScreenNames.h"
 #include "supervision/RunTime.h"
 #include "toolkit/Label.h"
 
@@ -42,7 +43,7 @@ void UnattendedRun::Look() {
   if (options_.ExitAfterRun) AnswerDialogs();
   switch (phase_) {
     case Phase::WaitingForMain:
-      if (program_.Console().Screens().Set().Visible(console::FrontEnd::ScreenName))
+      if (program_.Console().Screens().Set().Visible(core::ScreenNames::FrontEnd))
         Enter(Phase::Selecting);
       return;
     case Phase::Selecting:
@@ -64,7 +65,7 @@ void UnattendedRun::Enter(Phase phase) {
 }
 
 void UnattendedRun::AnswerDialogs() {
-  auto* warning = program_.Console().Screens().Set().Find(console::WarningForm::ScreenName);
+  auto* warning = program_.Console().Screens().Set().Find(core::ScreenNames::WarningForm);
   if (warning == nullptr || !warning->Visible()) return;
   if (auto* label = dynamic_cast<toolkit::Label*>(warning->Window().Find("WarningLabel"))) {
     std::fprintf(stderr, "%s\n", std::string(core::Trim(label->Text())).c_str());

@@ -105,15 +105,13 @@ class RecordedScreens final : public StartScreens,
   void UnloadProgramForm() override {}
 
   // PollScreens
-  [[nodiscard]] bool Visible(supervision::PolledForm) const override { return false; }
-  void ShowFigure(supervision::PolledBoxes, int, std::string_view) override {}
+  [[nodiscard]] bool Offers(supervision::PollStage) const override { return false; }
+  void RunStage(supervision::PollStage stage) override {
+    if (stage == supervision::PollStage::Batch) Note("show batch");
+  }
+  void ShowFigure(int, std::string_view) override {}
   [[nodiscard]] std::uint32_t MessageButtonBackground() const override { return 0; }
   void PaintMessageButton(std::uint32_t, std::uint32_t) override {}
-  void SetRollerButton(bool) override {}
-  void ShowListing(const supervision::ListingView&) override {}
-  void ShowMessages(const supervision::MessageList&) override {}
-  [[nodiscard]] bool BatchEditing() const override { return false; }
-  void ShowBatch(const core::Batch&) override { Note("show batch"); }
 
   // PlotStage
   void RealTimePlot() override {}

@@ -134,10 +134,10 @@ TEST(FunctionKeys, OfTheVisualRestart) {
   }
 }
 
-std::vector<Key> HandedOn(GlobalKeys set) {
+std::vector<Key> HandedOn(KeyMask set) {
   std::vector<Key> keys;
   for (const Key key : EveryKey()) {
-    if (IsGlobalKey(key, set)) keys.push_back(key);
+    if (set.Holds(key)) keys.push_back(key);
   }
   return keys;
 }

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "ConsoleFixture.h"
+#include "TrialScreen.h"
 #include "toolkit/PickBox.h"
 
 namespace torvane::tests {
@@ -208,21 +209,8 @@ TEST_F(ProgramScreen, TheWaysToScreensThatAreNotThereMakeNothing) {
 }
 
 TEST_F(ProgramScreen, EditAsksBeforeItMakesADirectory) {
-  class Editor final : public console::Screen {
-   public:
-    explicit Editor(console::ScreenSet& set)
-        : Screen(set, {.Name = "EditProgForm",
-                       .PanelName = "EditProgPanel",
-                       .Title = "PROGRAM EDIT",
-                       .Parent = "ProgramForm"}) {
-      AddExitButton(Body());
-    }
-
-   private:
-    void Layout(const toolkit::Metrics& metrics) override { PlaceBody(metrics, 300, 200); }
-  };
-  Screens().Register("EditProgForm",
-                     [](console::ScreenSet& set) { return std::make_unique<Editor>(set); });
+  Screens().Register(
+      TrialRow({.Name = "EditProgForm", .Title = "PROGRAM EDIT", .Parent = "ProgramForm"}));
   EnterName(Key::D, "NEWDIR");
   EnterName(Key::P, "FIRST");
   const std::string question = "Directory\nNEWDIR\nDoes Not Exist !\n\nCreate It ?";

@@ -1,29 +1,12 @@
 // The pattern of every screen: keys, CurrentForm, lock, order, hand-over, drag, and a screen that
 // goes while its own handler runs.
 #include "ConsoleFixture.h"
+#include "TrialScreen.h"
 
 namespace torvane::tests {
 namespace {
 
 using toolkit::Key;
-
-/// A plain screen with an exit, and a button "&GO" that runs what the test wants.
-class PlainScreen final : public console::Screen {
- public:
-  PlainScreen(console::ScreenSet& set, console::ScreenTraits traits, std::function<void()> go,
-              bool* gone = nullptr)
-      : Screen(set, std::move(traits)), gone_(gone) {
-    AddExitButton(Body());
-    AddButton(Body(), "GoButton", "&GO", console::Role::General, std::move(go));
-  }
-  ~PlainScreen() override {
-    if (gone_ != nullptr) *gone_ = true;
-  }
-
- private:
-  void Layout(const toolkit::Metrics& metrics) override { PlaceBody(metrics, 400, 200); }
-  bool* gone_;
-};
 
 class ScreenFrame : public ConsoleFixture {
  protected:
@@ -32,13 +15,13 @@ class ScreenFrame : public ConsoleFixture {
   void AddPlain(
       const std::string& name, const std::string& parent = {}, std::function<void()> go = [] {},
       bool* gone = nullptr) {
-    Screens().Register(name, [=](console::ScreenSet& set) {
-      return std::make_unique<PlainScreen>(
-          set,
-          console::ScreenTraits{
-              .Name = name, .PanelName = "Panel", .Title = name, .Parent = parent},
-          go, gone);
-    });
+    Screens().Register(
+        TrialRow({.Name = name, .Title = name, .Parent = parent}, [=](TrialScreen& screen) {
+          screen.AddButton(screen.Body(), "GoButton", "&GO", console::Role::General, go);
+          screen.OnGone = [gone] {
+            if (gone != nullptr) *gone = true;
+          };
+        }));
   }
   [[nodiscard]] toolkit::Form& Window(const std::string& name) {
     return Screens().Find(name)->Window();

@@ -322,7 +322,7 @@ TEST_F(StatusScreens, TheRunTimeRoundsBehindTheTestForAMinute) {
   const TimeCase cases[] = {{0, "0:00"}, {7.4F, "0:07"}, {59.7F, "0:60"}, {61, "1:01"}};
   for (const auto& row : cases) {
     System.State.RunSeconds = row.Seconds;
-    TheConsole->Poll().RefreshRunTime();
+    TheConsole->Screens().RunStage(supervision::PollStage::RunTime);
     EXPECT_EQ(LabelText("SetupForm", "TimeBox"), row.Text);
   }
 }

@@ -18,6 +18,10 @@ class PollTrioTest : public ::testing::Test, public Bench {
     Poll.PollTrio();
     return Sent();
   }
+  /// A screen that shows and writes down that its stage ran.
+  void Offer(PollStage stage, const std::string& name) {
+    Screens.Stages[stage] = [this, name] { Log.push_back(name); };
+  }
 };
 
 TEST_F(PollTrioTest, ATickWithAProgramMakesEightExchangesInTheirOrder) {
@@ -35,16 +39,31 @@ TEST_F(PollTrioTest, WithoutAProgramTheRunTimeIsNotAsked) {
 
 TEST_F(PollTrioTest, TheStagesFollowEachOther) {
   System.TableSent = 5;
-  Screens.Shown = {PolledForm::MachineForm, PolledForm::SetupForm};
+  Offer(PollStage::JogPosition, "jog");
+  Offer(PollStage::Position, "position");
+  Offer(PollStage::RunningBlock, "running block");
+  Offer(PollStage::Messages, "messages");
+  Offer(PollStage::Machine, "machine");
+  Offer(PollStage::Laser, "laser");
+  Offer(PollStage::RunTime, "run time");
+  Offer(PollStage::Batch, "batch");
   Controller.Values = {{"VR(19)", "131072"}, {"VR(52)", "61.5"},         {"VR(98)", "80"},
                        {"VR(25)", "2400"},   {"MPOS AXIS(0)", "12.345"}, {"MPOS AXIS(1)", "-3"},
                        {"MPOS AXIS(4)", "1"}};
   Tick();
-  const Events wanted = {
-      "> ? VR(19)",       "trace",         "> ? VR(52)",  "> ? MPOS AXIS(0)", "> ? MPOS AXIS(1)",
-      "> ? MPOS AXIS(4)", "Main 1=12.3",   "Main 2=-3.0", "Main 3=1.0",       "> ? VR(98)",
-      "> ? VR(25)",       "Main 5=80",     "Main 6=2400", "> ? VR(81)",       "MachineFeed 1=80",
-      "roller down",      "RunTime 1=1:02"};
+  const Events wanted = {"> ? VR(19)",       "trace",
+                         "> ? VR(52)",       "> ? MPOS AXIS(0)",
+                         "> ? MPOS AXIS(1)", "> ? MPOS AXIS(4)",
+                         "Main 1=12.3",      "Main 2=-3.0",
+                         "Main 3=1.0",       "jog",
+                         "position",         "> ? VR(98)",
+                         "> ? VR(25)",       "Main 5=80",
+                         "Main 6=2400",      "> ? VR(81)",
+                         "running block",    "messages",
+                         "machine",          "laser",
+                         "run time",         "> ? VR(82)",
+                         "> ? VR(83)",       "> ? VR(84)",
+                         "> ? VR(85)",       "batch"};
   EXPECT_EQ(Happened(), wanted);
 }
 
@@ -76,24 +95,14 @@ TEST_F(PollTrioTest, WithoutScaleAndOffsetThePositionIsTheReplyAsItStands) {
   EXPECT_EQ(System.State.XPosition, 123.45678F);
 }
 
-TEST_F(PollTrioTest, TheJogScreenTakesTwoFiguresWithTwoPlaces) {
-  Screens.Shown = {PolledForm::XYJogForm};
-  Controller.Values = {{"MPOS AXIS(0)", "1.239"}, {"MPOS AXIS(1)", "2"}};
-  EXPECT_EQ(Tick().size(), 13U) << "and costs no exchange; five more are the table's";
-  const auto happened = Happened();
-  EXPECT_NE(std::find(happened.begin(), happened.end(), "Jog 1=1.24"), happened.end());
-  EXPECT_NE(std::find(happened.begin(), happened.end(), "Jog 2=2.00"), happened.end());
-}
-
 TEST_F(PollTrioTest, TheReadOutAsksForItsMode) {
   System.TableSent = 5;
-  Screens.Shown = {PolledForm::XYPositionForm};
+  std::array<float, 3> shown{};
+  Screens.Stages[PollStage::Position] = [&] { shown = Poll.ReadDisplayedPositions(); };
   System.State.XScale = 2;
   System.State.XOffset = 1;
-  const std::vector<std::pair<std::string, std::string>> modes = {{"MPOS", "XY 1=11.00"},
-                                                                  {"DPOS", "XY 1=16.00"},
-                                                                  {"ENDMOVE", "XY 1=21.00"},
-                                                                  {"FE", "XY 1=2.00"}};
+  const std::vector<std::pair<std::string, float>> modes = {
+      {"MPOS", 11.0F}, {"DPOS", 16.0F}, {"ENDMOVE", 21.0F}, {"FE", 2.0F}};
   Controller.Values = {{"MPOS AXIS(0)", "20"},
                        {"DPOS AXIS(0)", "30"},
                        {"ENDMOVE AXIS(0)", "40"},
@@ -108,17 +117,17 @@ TEST_F(PollTrioTest, TheReadOutAsksForItsMode) {
       wanted.insert(wanted.begin() + 5, more.begin(), more.end());
     }
     EXPECT_EQ(Tick(), wanted);
-    const auto happened = Happened();
-    EXPECT_NE(std::find(happened.begin(), happened.end(), modes[mode].second), happened.end())
-        << modes[mode].second;
+    EXPECT_EQ(shown[0], modes[mode].second);
   }
 }
 
 TEST_F(PollTrioTest, AModeThatDoesNotExistShowsTheMeasuredValues) {
   System.TableSent = 5;
-  Screens.Shown = {PolledForm::XYPositionForm};
   System.State.PositionDisplayMode = 9;
-  EXPECT_EQ(Tick(), EightQueries);
+  System.State.YPosition = 7;
+  Sent();
+  EXPECT_EQ(Poll.ReadDisplayedPositions()[1], 7);
+  EXPECT_EQ(Sent(), Lines{});
 }
 
 TEST_F(PollTrioTest, OfflineEveryValueReadsZeroAndNothingGoesOut) {
@@ -153,35 +162,31 @@ TEST_F(PollTrioTest, TheMessageListIsReadOnlyWhileItsScreenIsVisible) {
   Controller.Values["VR(16)"] = "3";
   Tick();
   EXPECT_EQ(Messages.Count(), 0);
-  Screens.Shown = {PolledForm::MessageForm};
+  bool changed = false;
+  Screens.Stages[PollStage::Messages] = [&] { changed = Poll.RefreshMessages(); };
   Lines wanted = EightQueries;
   wanted.insert(wanted.end(), {"? VR(16)", "? VR(17)"});
   EXPECT_EQ(Tick(), wanted);
   EXPECT_EQ(Messages.Row(1).Text, " Door open");
-  EXPECT_EQ(Happened().back(), "messages 1");
+  EXPECT_TRUE(changed);
   EXPECT_EQ(Tick(), wanted) << "read each time,";
-  EXPECT_NE(Happened().back(), "messages 1") << "shown only on a change";
+  EXPECT_FALSE(changed) << "to be shown only on a change";
 }
 
-TEST_F(PollTrioTest, TheRollerButtonFollowsTheControllerUnderItsGuard) {
-  std::vector<bool> guards;
-  Screens.OnRoller = [&](bool) { guards.push_back(Poll.RollerGuard()); };
-  Screens.Shown = {PolledForm::MachineForm};
+TEST_F(PollTrioTest, TheRollersAreTakenOnAChangeOrWhenTheScreenInsists) {
   Tick();
-  EXPECT_TRUE(guards.empty()) << "no change, no press";
+  EXPECT_EQ(Poll.TakeRollers(false), std::nullopt);
   Controller.Values["VR(19)"] = "131072";
   Tick();
-  Tick();
-  EXPECT_EQ(guards, std::vector<bool>{true});
-  EXPECT_FALSE(Poll.RollerGuard());
-  Happened();
-  Poll.RefreshMachineForm(true);
-  EXPECT_EQ(Happened(), (Events{"MachineFeed 1=0", "roller down"})) << "forced";
+  EXPECT_EQ(Poll.TakeRollers(false), std::optional(true));
+  EXPECT_EQ(Poll.TakeRollers(false), std::nullopt) << "taken once";
+  EXPECT_EQ(Poll.TakeRollers(true), std::optional(true)) << "the screen came to the front";
 }
 
 TEST_F(PollTrioTest, TheLaserScreenReadsItsBoxesInOrderWithTheirPlaces) {
   System.TableSent = 5;
-  Screens.Shown = {PolledForm::LaserStatusForm};
+  LaserFigures shown;
+  Screens.Stages[PollStage::Laser] = [&] { shown = Poll.ReadLaserFigures(); };
   Controller.Values = {{"VR(25)", "2400.4"}, {"VR(98)", "90"}, {"VR(75)", "1.234"},
                        {"VR(31)", "0.129"},  {"VR(69)", "55"}, {"VR(71)", "2.6"}};
   Lines wanted = EightQueries;
@@ -189,15 +194,10 @@ TEST_F(PollTrioTest, TheLaserScreenReadsItsBoxesInOrderWithTheirPlaces) {
                                "? VR(72)", "? VR(73)", "? VR(78)", "? VR(74)", "? VR(75)",
                                "? VR(76)", "? VR(77)", "? VR(30)", "? VR(31)"});
   EXPECT_EQ(Tick(), wanted);
-  Events shown;
-  for (const auto& event : Happened()) {
-    if (event.rfind("Laser", 0) == 0) shown.push_back(event);
-  }
-  EXPECT_EQ(shown, (Events{"LaserFeed 1=2400", "LaserFeed 2=2400", "LaserFeed 3=90",
-                           "LaserPower 1=0", "LaserPower 2=0", "LaserPower 3=55", "LaserStatus 1=3",
-                           "LaserStatus 2=0", "LaserStatus 3=0", "LaserStatus 4=0",
-                           "LaserStatus 5=0", "LaserStatus 6=1.23", "LaserStatus 7=0.00",
-                           "LaserStatus 8=0", "LaserStatus 9=0", "LaserStatus 10=0.13"}));
+  EXPECT_EQ(shown.Feed, (std::array<std::string, 3>{"2400", "2400", "90"}));
+  EXPECT_EQ(shown.Power, (std::array<std::string, 3>{"0", "0", "55"}));
+  EXPECT_EQ(shown.Status, (std::array<std::string, 10>{"3", "0", "0", "0", "0", "1.23", "0.00", "0",
+                                                       "0", "0.13"}));
 }
 
 TEST_F(PollTrioTest, TheTableIsToppedUpBehindTheScreensAndBeforeTheBatch) {
@@ -206,7 +206,7 @@ TEST_F(PollTrioTest, TheTableIsToppedUpBehindTheScreensAndBeforeTheBatch) {
   Controller.Values = {{"VR(81)", "6"}, {"VR(19)", "16384"}};
   EXPECT_EQ(Tick().back(), "TABLE(1,21)");
   EXPECT_EQ(System.TableSent, 21);
-  Screens.Shown = {PolledForm::BatchForm};
+  Offer(PollStage::Batch, "batch");
   Controller.Values["VR(81)"] = "8";
   Lines wanted = EightQueries;
   wanted.insert(wanted.end(),
@@ -231,7 +231,7 @@ TEST_F(PollTrioTest, TheEndOfARunReadsTheBatchOnce) {
   wanted.insert(wanted.end(), {"? VR(82)", "? VR(83)", "? VR(84)", "? VR(85)"});
   EXPECT_EQ(Tick(), wanted);
   EXPECT_EQ(System.Programs[1].BatchCounters.SheetsToGo, 6);
-  EXPECT_EQ(Screens.LastBatch.SheetsCompleted, 4);
+  EXPECT_EQ(System.Programs[1].BatchCounters.SheetsCompleted, 4);
   EXPECT_EQ(Tick(), EightQueries);
 }
 
@@ -255,31 +255,37 @@ TEST_F(PollTrioTest, TheRunningRecordFailsWithoutAWord) {
   EXPECT_TRUE(System.Link.ReportCommsErrors) << "and the next failure is reported again";
 }
 
-TEST_F(PollTrioTest, TheProgramViewIsShownOnlyWhenTheRecordOrTheSlotChanges) {
+TEST_F(PollTrioTest, TheListingIsTakenOnlyWhenTheRecordOrTheSlotChanges) {
   System.TableSent = 5;
-  Screens.Shown = {PolledForm::ViewProgForm};
+  int listings = 0;
+  ListingView listing;
+  Screens.Stages[PollStage::RunningBlock] = [&] {
+    const auto changed = Poll.TakeChangedListing();
+    if (!changed) return;
+    listing = *changed;
+    ++listings;
+  };
   Poll.ForgetShownBlock();
   Tick();
-  EXPECT_EQ(Screens.Listings, 1);
-  EXPECT_EQ(Screens.Listing[0].Text, "G00 X1");
+  EXPECT_EQ(listings, 1);
+  EXPECT_EQ(listing[0].Text, "G00 X1");
   Tick();
-  EXPECT_EQ(Screens.Listings, 1);
+  EXPECT_EQ(listings, 1);
   Controller.Values["VR(81)"] = "1";
   Tick();
-  EXPECT_EQ(Screens.Listings, 2);
-  EXPECT_TRUE(Screens.Listing[0].Inverse);
+  EXPECT_EQ(listings, 2);
+  EXPECT_TRUE(listing[0].Inverse);
   System.ActiveSlot = 2;
   Tick();
-  EXPECT_EQ(Screens.Listings, 3);
+  EXPECT_EQ(listings, 3);
   Poll.ForgetShownBlock();
   Tick();
-  EXPECT_EQ(Screens.Listings, 4);
+  EXPECT_EQ(listings, 4);
 }
 
-TEST_F(PollTrioTest, AnInvisibleProgramViewCostsNothing) {
+TEST_F(PollTrioTest, AListingThatNobodyTakesStaysDue) {
   Poll.ForgetShownBlock();
   Tick();
-  EXPECT_EQ(Screens.Listings, 0);
   EXPECT_EQ(System.State.RunningBlockShown, -1);
 }
 
@@ -320,10 +326,10 @@ TEST_F(PollTrioTest, TheHeartbeatKeepsItsPeriodBehindARefill) {
 
 TEST_F(PollTrioTest, BatchCountersAreNotReadOverAnEditOrOffline) {
   Sent();
-  Screens.Editing = true;
+  System.Console.BatchEditing = true;
   Poll.RefreshBatch();
   EXPECT_EQ(Sent(), Lines{});
-  Screens.Editing = false;
+  System.Console.BatchEditing = false;
   System.ActiveSlot = 0;
   Poll.RefreshBatch();
   EXPECT_EQ(Sent(), Lines{});
@@ -334,10 +340,11 @@ TEST_F(PollTrioTest, BatchCountersAreNotReadOverAnEditOrOffline) {
 }
 
 TEST_F(PollTrioTest, TypingThatBeginsWhileTheRepliesComeIsNotOverwritten) {
-  Controller.OnLine = [&](const std::string&) { Screens.Editing = true; };
-  Happened();
+  Offer(PollStage::Batch, "batch");
+  Controller.OnLine = [&](const std::string&) { System.Console.BatchEditing = true; };
   Poll.RefreshBatch();
-  EXPECT_EQ(Happened(), Events{});
+  const Events happened = Happened();
+  EXPECT_EQ(std::count(happened.begin(), happened.end(), "batch"), 0);
 }
 
 TEST_F(PollTrioTest, SheetsToGoNeedsBothWishesAndMayFallBelowZero) {

@@ -45,6 +45,7 @@ TEST_F(ProgramChangeTest, BringsTheOtherProgramInForceInItsOrder) {
 }
 
 TEST_F(ProgramChangeTest, ShowsThePlotBeforeTheLinesAndTheButtonLast) {
+  Screens.Stages[PollStage::Batch] = [this] { Log.emplace_back("batch shown"); };
   Change.ChangeActiveProgram(2);
   const auto happened = Happened();
   const auto at = [&](const std::string& event) {

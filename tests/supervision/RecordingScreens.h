@@ -2,7 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <set>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,44 +38,24 @@ class RecordingPollScreens final : public PollScreens {
  public:
   explicit RecordingPollScreens(Events& events) : events_(events) {}
 
-  std::set<PolledForm> Shown;
+  /// What a screen that shows does in its stage.
+  std::map<PollStage, std::function<void()>> Stages;
   std::uint32_t ButtonBackground = 0;
   std::uint32_t ButtonText = 0;
   int Paints = 0;
-  bool Editing = false;
-  core::Batch LastBatch;
-  ListingView Listing;
-  int Listings = 0;
-  std::function<void(bool)> OnRoller;
 
-  [[nodiscard]] bool Visible(PolledForm form) const override { return Shown.count(form) != 0; }
-  void ShowFigure(PolledBoxes boxes, int index, std::string_view text) override {
-    static const std::vector<std::string> names = {
-        "Main", "Jog", "XY", "MachineFeed", "LaserFeed", "LaserPower", "LaserStatus", "RunTime"};
-    events_.push_back(names.at(static_cast<std::size_t>(boxes)) + " " + std::to_string(index) +
-                      "=" + std::string(text));
+  [[nodiscard]] bool Offers(PollStage stage) const override { return Stages.count(stage) != 0; }
+  void RunStage(PollStage stage) override {
+    if (const auto found = Stages.find(stage); found != Stages.end()) found->second();
+  }
+  void ShowFigure(int index, std::string_view text) override {
+    events_.push_back("Main " + std::to_string(index) + "=" + std::string(text));
   }
   [[nodiscard]] std::uint32_t MessageButtonBackground() const override { return ButtonBackground; }
   void PaintMessageButton(std::uint32_t background, std::uint32_t text) override {
     ButtonBackground = background;
     ButtonText = text;
     ++Paints;
-  }
-  void SetRollerButton(bool on) override {
-    events_.emplace_back(on ? "roller down" : "roller up");
-    if (OnRoller) OnRoller(on);
-  }
-  void ShowListing(const ListingView& rows) override {
-    Listing = rows;
-    ++Listings;
-  }
-  void ShowMessages(const MessageList& messages) override {
-    events_.push_back("messages " + std::to_string(messages.Count()));
-  }
-  [[nodiscard]] bool BatchEditing() const override { return Editing; }
-  void ShowBatch(const core::Batch& batch) override {
-    LastBatch = batch;
-    events_.emplace_back("batch shown");
   }
 
  private:

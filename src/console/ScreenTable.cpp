@@ -1,0 +1,100 @@
+#include "console/ScreenTable.h"
+
+#include "console/FrontEnd.h"
+#include "console/KeyboardForm.h"
+#include "console/MessageForm.h"
+#include "console/NumberForm.h"
+#include "console/PositionForms.h"
+#include "console/ProgramForm.h"
+#include "console/SetupForm.h"
+#include "console/ShutdownForm.h"
+#include "console/SplashForm.h"
+#include "console/StatusMenuForm.h"
+#include "console/ViewProgForm.h"
+#include "console/WarningForm.h"
+#include "core/ScreenNames.h"
+#include "supervision/WarningBox.h"
+
+namespace torvane::console {
+
+namespace {
+
+namespace Names = core::ScreenNames;
+
+template <class Kind>
+std::unique_ptr<Screen> Make(const ScreenStart& start) {
+  return std::make_unique<Kind>(start);
+}
+
+/// Pads and dialogs take every key themselves and leave CurrentForm alone.
+ScreenTraits Modal(const char* name, const char* panel, const char* title) {
+  ScreenTraits traits{.Name = name, .PanelName = panel, .Title = title};
+  traits.Keys = GlobalKeys::None;
+  traits.Current = false;
+  return traits;
+}
+
+ScreenTraits Dialog(const char* name, const char* panel, const char* title) {
+  ScreenTraits traits = Modal(name, panel, title);
+  traits.Centred = true;
+  return traits;
+}
+
+/// The characters of the caption are the pad's own keys.
+ScreenTraits Pad(const char* name, const char* panel, const char* title) {
+  ScreenTraits traits = Modal(name, panel, title);
+  traits.Accelerators = false;
+  return traits;
+}
+
+ScreenTraits WarningTraits() {
+  ScreenTraits traits = Dialog(Names::WarningForm, "WarningPanel", supervision::WarningHeader);
+  traits.Accelerators = false;
+  traits.LiveWhileLocked = true;
+  return traits;
+}
+
+}  // namespace
+
+const std::vector<ScreenRow>& ScreenTable() {
+  static const std::vector<ScreenRow> Table = {
+      {{.Name = Names::FrontEnd,
+        .Current = false,
+        .Backdrop = true,
+        .Accelerators = false,
+        .LiveWhileLocked = true},
+       Make<FrontEnd>},
+      {Dialog(Names::SplashForm, "", ""), Make<SplashForm>},
+      {WarningTraits(), Make<WarningForm>},
+      {Dialog(Names::ShutdownForm, "ShutdownPanel", "TORVANE 32"), Make<ShutdownForm>},
+      {Pad(Names::NumberForm, "NumberPanel", "NUMBER PAD"), Make<NumberForm>},
+      {Pad(Names::KeyboardForm, "KeyboardPanel", "KEY PAD"), Make<KeyboardForm>},
+      {{.Name = Names::MessageForm,
+        .PanelName = "MessagePanel",
+        .Title = "MESSAGES",
+        .Accelerators = false,
+        .LiveWhileLocked = true},
+       Make<MessageForm>},
+      {{.Name = Names::ProgramForm, .PanelName = "ProgramPanel", .Title = "PROGRAM"},
+       Make<ProgramForm>},
+      {{.Name = Names::StatusMenuForm, .PanelName = "StatusPanel", .Title = "STATUS"},
+       Make<StatusMenuForm>},
+      {{.Name = Names::XYPositionForm, .PanelName = "PositionPanel", .Title = "POSITION"},
+       Make<XYPositionForm>},
+      {{.Name = Names::AuxPositionForm, .PanelName = "PositionPanel", .Title = "AUXILLARY"},
+       Make<AuxPositionForm>},
+      {{.Name = Names::ViewProgForm,
+        .PanelName = "ViewProgPanel",
+        .Title = "PROGRAM",
+        .Keys = GlobalKeys::NoSlots},
+       Make<ViewProgForm>},
+      {{.Name = Names::SetupForm,
+        .PanelName = "SetupPanel",
+        .Title = "PROGRAM INFORMATION",
+        .Keys = GlobalKeys::NoSlots},
+       Make<SetupForm>},
+  };
+  return Table;
+}
+
+}  // namespace torvane::console
