@@ -155,13 +155,12 @@ toolkit::ProgressBar& Screen::AddProgress(QWidget& parent, const std::string& na
 std::vector<toolkit::Button*> Screen::AddButtons(QWidget& parent, const std::string& name,
                                                  int first,
                                                  const std::vector<std::string>& captions,
-                                                 Role role,
-                                                 const std::function<void(int)>& click) {
+                                                 Role role, const std::function<void(int)>& click) {
   std::vector<toolkit::Button*> buttons;
   int index = first;
   for (const std::string& caption : captions) {
-    buttons.push_back(&AddButton(parent, Numbered(name, index), caption, role,
-                                 [click, index] { click(index); }));
+    buttons.push_back(
+        &AddButton(parent, Numbered(name, index), caption, role, [click, index] { click(index); }));
     ++index;
   }
   return buttons;
@@ -199,8 +198,7 @@ std::vector<toolkit::Label*> Screen::AddValues(QWidget& parent, const std::strin
 }
 
 std::vector<toolkit::Label*> Screen::AddTextRows(QWidget& parent, const std::string& name,
-                                                 int count,
-                                                 const std::function<void(int)>& press) {
+                                                 int count, const std::function<void(int)>& press) {
   std::vector<toolkit::Label*> rows;
   for (int row = 1; row <= count; ++row) {
     auto& label = AddLabel(parent, Numbered(name, row), "", Role::Entry);
@@ -262,14 +260,12 @@ std::string Screen::EnterText(std::string_view text, int mode) {
 }
 
 void Screen::Warn(std::string_view first, std::string_view second) {
-  (void)Services().Dialogs.ShowWarning(TextOf(first, second),
-                                       supervision::WarningMode::Ok,
+  (void)Services().Dialogs.ShowWarning(TextOf(first, second), supervision::WarningMode::Ok,
                                        supervision::WarningStyle::Warning);
 }
 
 bool Screen::Confirm(std::string_view first, std::string_view second) {
-  return Services().Dialogs.ShowWarning(TextOf(first, second),
-                                        supervision::WarningMode::OkCancel,
+  return Services().Dialogs.ShowWarning(TextOf(first, second), supervision::WarningMode::OkCancel,
                                         supervision::WarningStyle::Warning);
 }
 

@@ -1,4 +1,5 @@
-// The names of the screens, as CurrentForm, the lock and key scripts use them. Each stands here once.
+// The names of the screens, as CurrentForm, the lock and key scripts use them. Each stands here
+// once.
 #pragma once
 
 namespace torvane::core::ScreenNames {

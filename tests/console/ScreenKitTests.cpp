@@ -1,5 +1,5 @@
-// What the frame gives a screen: a first look at keys, keys let go, boxes that open a pad, stages of
-// the poll, the lock for its life, warnings and questions.
+// What the frame gives a screen: a first look at keys, keys let go, boxes that open a pad, stages
+// of the poll, the lock for its life, warnings and questions.
 #include "ConsoleFixture.h"
 #include "TrialScreen.h"
 #include "console/EntryMode.h"
@@ -28,8 +28,7 @@ class ScreenKit : public ConsoleFixture {
 TEST_F(ScreenKit, TheFirstLookComesBeforeGlobalKeysAndAccelerators) {
   bool swallow = false;
   Work({}, [&](TrialScreen& screen) {
-    screen.AddButton(screen.Body(), "GoButton", "&GO", console::Role::General,
-                     [&] { Note("go"); });
+    screen.AddButton(screen.Body(), "GoButton", "&GO", console::Role::General, [&] { Note("go"); });
     screen.OnFirstLook = [&](const KeyStroke& stroke) {
       Note("look " + std::to_string(static_cast<int>(stroke.Code)));
       return swallow;
@@ -51,8 +50,7 @@ TEST_F(ScreenKit, TheFirstLookComesBeforeGlobalKeysAndAccelerators) {
 
 TEST_F(ScreenKit, AKeyIsCarriedOutAfterAFirstLookThatWarned) {
   Work({}, [&](TrialScreen& screen) {
-    screen.AddButton(screen.Body(), "GoButton", "&GO", console::Role::General,
-                     [&] { Note("go"); });
+    screen.AddButton(screen.Body(), "GoButton", "&GO", console::Role::General, [&] { Note("go"); });
     screen.OnFirstLook = [&screen](const KeyStroke&) {
       screen.Warn("Can Not Jog", "While Machine Is Running Or In Feedhold !");
       return false;
@@ -82,9 +80,7 @@ TEST_F(ScreenKit, AKeyLetGoIsToldOnceAndNeverForRepeats) {
 }
 
 TEST_F(ScreenKit, AHeldKeyIsLetGoWhenItsScreenCloses) {
-  Work({}, [&](TrialScreen& screen) {
-    screen.OnKeyUp = [&](const KeyStroke&) { Note("up"); };
-  });
+  Work({}, [&](TrialScreen& screen) { screen.OnKeyUp = [&](const KeyStroke&) { Note("up"); }; });
   Desk->PressKey(KeyStroke(Key::Left));
   Screens().Unload("WorkForm");
   EXPECT_EQ(Events, std::vector<std::string>{"up"});
@@ -92,9 +88,9 @@ TEST_F(ScreenKit, AHeldKeyIsLetGoWhenItsScreenCloses) {
 
 TEST_F(ScreenKit, ANumberBoxOpensThePadAndHandsOnWhatCameBack) {
   Work({}, [&](TrialScreen& screen) {
-    auto& box = screen.AddNumberBox(
-        screen.Body(), "MoveBox(1)", console::EntryMode::Arithmetic, 2,
-        [&](double value) { Note(std::to_string(static_cast<int>(value))); });
+    auto& box =
+        screen.AddNumberBox(screen.Body(), "MoveBox(1)", console::EntryMode::Arithmetic, 2,
+                            [&](double value) { Note(std::to_string(static_cast<int>(value))); });
     box.SetText("12.50");
     screen.AddKey(static_cast<Key>('1'), [&box] { box.Press(); });
   });
@@ -113,8 +109,8 @@ TEST_F(ScreenKit, ANumberBoxOpensThePadAndHandsOnWhatCameBack) {
 
 TEST_F(ScreenKit, ABoxWhoseScreenWentUnderItsPadHandsNothingOn) {
   Work({}, [&](TrialScreen& screen) {
-    auto& box = screen.AddNumberBox(screen.Body(), "MoveBox(1)", console::EntryMode::Arithmetic,
-                                    -1, [&](double) { Note("entered"); });
+    auto& box = screen.AddNumberBox(screen.Body(), "MoveBox(1)", console::EntryMode::Arithmetic, -1,
+                                    [&](double) { Note("entered"); });
     screen.AddKey(static_cast<Key>('1'), [&box] { box.Press(); });
   });
   Then([this] { Screens().Unload("WorkForm"); });
@@ -148,10 +144,12 @@ TEST_F(ScreenKit, AScreenMayGoInItsOwnStage) {
 
 TEST_F(ScreenKit, AScreenThatLocksTheOthersDoesSoForItsLifeAndHandsOver) {
   TypeF(1);
-  Screens().Register(TrialRow(
-      {.Name = "SearchForm", .Parent = "ProgramForm", .LocksOthers = true}, [&](TrialScreen& screen) {
-        screen.OnLoad = [&] { Note(System.Console.FormsLocked ? "locked" : "free"); };
-      }));
+  Screens().Register(TrialRow({.Name = "SearchForm", .Parent = "ProgramForm", .LocksOthers = true},
+                              [&](TrialScreen& screen) {
+                                screen.OnLoad = [&] {
+                                  Note(System.Console.FormsLocked ? "locked" : "free");
+                                };
+                              }));
   Screens().Open("SearchForm");
   EXPECT_EQ(Events, std::vector<std::string>{"locked"}) << "before it is filled";
   EXPECT_FALSE(Screens().Find("ProgramForm")->Window().Enabled());
@@ -167,13 +165,13 @@ TEST_F(ScreenKit, AScreenThatLocksTheOthersDoesSoForItsLifeAndHandsOver) {
 
 TEST_F(ScreenKit, AScreenThatGivesUpWhileItLoadsNeverShowsAndUnlocks) {
   TypeF(1);
-  Screens().Register(TrialRow(
-      {.Name = "SearchForm", .Parent = "ProgramForm", .LocksOthers = true}, [](TrialScreen& screen) {
-        screen.OnLoad = [&screen] {
-          screen.Warn("No Matching Programs Found !");
-          screen.Unload();
-        };
-      }));
+  Screens().Register(TrialRow({.Name = "SearchForm", .Parent = "ProgramForm", .LocksOthers = true},
+                              [](TrialScreen& screen) {
+                                screen.OnLoad = [&screen] {
+                                  screen.Warn("No Matching Programs Found !");
+                                  screen.Unload();
+                                };
+                              }));
   EXPECT_EQ(Answered(Key::O, [this] { Screens().Open("SearchForm"); }),
             "\n\nNo Matching Programs Found !");
   EXPECT_EQ(Screens().Find("SearchForm"), nullptr);
@@ -217,9 +215,8 @@ TEST_F(ScreenKit, GlobalKeysMayDependOnTheStateOfTheScreen) {
 }
 
 TEST_F(ScreenKit, WhereTypingIsSwallowedNoCharacterReachesABox) {
-  Work({.SwallowsTyping = true}, [&](TrialScreen& screen) {
-    screen.SetHome(screen.AddEntry(screen.Body(), "TextBox"));
-  });
+  Work({.SwallowsTyping = true},
+       [&](TrialScreen& screen) { screen.SetHome(screen.AddEntry(screen.Body(), "TextBox")); });
   TypeText("QW");
   EXPECT_EQ(Control<toolkit::EntryBox>("WorkForm", "TextBox")->Text(), "");
 }
