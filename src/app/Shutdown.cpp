@@ -24,7 +24,8 @@ void Shutdown::ShutdownToService() {
 
 void Shutdown::CloseAll() {
   auto& system = parts_.System;
-  parts_.Poll.RefreshBatch();
+  parts_.Trio.BeginEnd();
+  parts_.Poll.RefreshBatch(link::Asker::End);
   core::SaveBatch(parts_.Files, system.Directories, system.ActiveSlot,
                   system.Active().BatchCounters);
   system.ShuttingDown = true;

@@ -33,7 +33,7 @@ Console::Console(const ConsoleParts& parts)
   trio_.SetPollTick([this] { poll_.PollTrio(); });
 }
 
-Console::~Console() = default;
+Console::~Console() { parts_.Desk.Loop().GiveUpWaits(); }
 
 void Console::SetExits(ConsoleExits exits) {
   exits_ = std::move(exits);
@@ -48,7 +48,8 @@ void Console::Open() {
   plotter_ = std::make_unique<graphics::RealTimePlotter>(
       parts_.System, *drawing_,
       graphics::RealTimePlotter::Links{[this](std::string_view expression, int decimals) {
-                                         return trio_.GetRspnsSngl(expression, decimals);
+                                         return trio_.GetRspnsSngl(expression, decimals,
+                                                                   link::Asker::Poll);
                                        },
                                        [this](int slot) {
                                          if (FrontEnd* shown = screens_.LoadedMain())

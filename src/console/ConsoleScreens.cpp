@@ -22,7 +22,8 @@ void ConsoleScreens::ShowProgramLine() {
   main->SetTextLine(slot.ProgramName.empty() ? "" : slot.ProgramName + " " + slot.DirectoryName);
 }
 
-bool ConsoleScreens::ShowWarning(std::string_view text, int mode, int style) {
+bool ConsoleScreens::ShowWarning(std::string_view text, link::WarningMode mode,
+                                 link::WarningStyle style) {
   return warning_.ShowWarning(text, mode, style,
                               [this] { set_.ShowModal(core::ScreenNames::WarningForm); });
 }

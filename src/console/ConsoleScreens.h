@@ -11,7 +11,6 @@
 #include "core/ScreenNames.h"
 #include "link/Trio.h"
 #include "supervision/MessageList.h"
-#include "supervision/OperatorDialogs.h"
 #include "supervision/PollScreens.h"
 #include "supervision/ProgramScreens.h"
 #include "supervision/WarningBox.h"
@@ -20,7 +19,6 @@ namespace torvane::console {
 
 /// Passes over screens that are not loaded, and starts nothing by itself.
 class ConsoleScreens final : public link::LinkScreens,
-                             public supervision::OperatorDialogs,
                              public supervision::PollScreens,
                              public supervision::ProgramScreens {
  public:
@@ -49,8 +47,9 @@ class ConsoleScreens final : public link::LinkScreens,
     shutdownToService_ = std::move(shutdown);
   }
 
-  // link::LinkScreens and supervision::OperatorDialogs
-  bool ShowWarning(std::string_view text, int mode, int style) override;
+  // link::LinkScreens
+  bool ShowWarning(std::string_view text, link::WarningMode mode,
+                   link::WarningStyle style) override;
   void LockForms(bool locked, std::string_view exempt) override { set_.LockForms(locked, exempt); }
   void ShutdownToService() override;
   void BusyPointer(bool busy) override { set_.Desk().SetBusy(busy); }

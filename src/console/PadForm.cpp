@@ -9,7 +9,7 @@ namespace torvane::console {
 using toolkit::Key;
 
 PadForm::PadForm(const ScreenStart& start, const char* boxName)
-    : Screen(start), entry_(Services().EntryPads.Entry()), mode_(entry_.EntryResult) {
+    : Screen(start), entry_(Services().EntryPads.Entry()), mode_(entry_->EntryResult) {
   box_ = &AddEntry(Body(), boxName);
   MakeCommonKeys();
   SetHome(*box_);
@@ -33,7 +33,7 @@ void PadForm::MakeCommonKeys() {
                                  [this] { Apply(DeleteButtonPressed); });
   ok_ = &AddButton(Body(), "OkButton", "OK", Role::General, [this] { OkPressed(); });
   cancel_ = &AddButton(Body(), "ExitButton", "CANCEL", Role::General, [this] {
-    entry_.EntryResult = 0;
+    entry_->EntryResult = 0;
     Unload();
   });
 }
@@ -45,7 +45,7 @@ toolkit::Button& PadForm::AddPadKey(const std::string& name, const std::string& 
 }
 
 void PadForm::Activated() {
-  const PadText opened = OpenPad(entry_.EntryText);
+  const PadText opened = OpenPad(entry_->EntryText);
   Show(opened);
   box_->SetSelectionLength(opened.SelectionLength);
 }
@@ -70,8 +70,8 @@ void PadForm::Insert(int character) {
 std::string PadForm::TrimmedText() const { return std::string(core::Trim(box_->Text())); }
 
 void PadForm::Accept(const std::string& text) {
-  entry_.EntryResult = -1;
-  entry_.EntryText = text;
+  entry_->EntryResult = -1;
+  entry_->EntryText = text;
   Unload();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -51,7 +52,7 @@ class PadForm : public Screen {
   void Show(const PadText& text);
   bool OtherKey(const toolkit::KeyStroke& stroke) override;
 
-  PadEntry& entry_;
+  std::shared_ptr<PadEntry> entry_;
   int mode_;
   toolkit::EntryBox* box_ = nullptr;
   std::array<toolkit::Button*, 2> cursorButtons_{};

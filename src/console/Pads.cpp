@@ -6,12 +6,13 @@
 namespace torvane::console {
 
 std::string Pads::Enter(const char* screen, std::string_view initialText, int mode) {
-  entry_.EntryText = std::string(core::Trim(initialText));
-  entry_.EntryResult = mode;
+  // Of this call alone: another pad may come up before it has gone on.
+  const auto entry = std::make_shared<PadEntry>();
+  entry->EntryText = std::string(core::Trim(initialText));
+  entry->EntryResult = mode;
+  entry_ = entry;
   screens_.ShowModal(screen);
-  std::string text = std::move(entry_.EntryText);
-  entry_ = {};
-  return text;
+  return entry->EntryText;
 }
 
 double Pads::EnterNumber(std::string_view initialText, int mode) {

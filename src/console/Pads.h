@@ -1,6 +1,7 @@
 // Entry of a number or a text on the pads: one call, one value back.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -8,7 +9,7 @@
 
 namespace torvane::console {
 
-/// What goes into a pad and comes out of it. The screens of the pads hold a reference to it.
+/// What goes into a pad and comes out of it: one for each call.
 struct PadEntry {
   std::string EntryText;  ///< in: the initial text; out: the entered text, unchanged on CANCEL
   int EntryResult = 0;    ///< in: the entry mode; out: -1 after OK, 0 after CANCEL
@@ -25,14 +26,14 @@ class Pads {
   /// The key pad. After CANCEL the initial text comes back.
   [[nodiscard]] std::string EnterText(std::string_view initialText, int mode);
 
-  /// What the call that stands puts in and takes out; for the screens of the pads.
-  [[nodiscard]] PadEntry& Entry() { return entry_; }
+  /// What the last call puts in and takes out; for the screen of its pad, which is made then.
+  [[nodiscard]] const std::shared_ptr<PadEntry>& Entry() const { return entry_; }
 
  private:
   std::string Enter(const char* screen, std::string_view initialText, int mode);
 
   ScreenSet& screens_;
-  PadEntry entry_;
+  std::shared_ptr<PadEntry> entry_;
 };
 
 }  // namespace torvane::console

@@ -70,38 +70,56 @@ void Downloads::SendParameterLine(std::string_view line) {
 
 void Downloads::DownTable(std::int16_t slot, std::int16_t& sent, std::int16_t target,
                           bool pausePoll) {
+  SendTable(slot, sent, target, {.PausePoll = pausePoll});
+}
+
+void Downloads::SendTable(std::int16_t slot, std::int16_t& sent, std::int16_t target,
+                          const TableSend& how) {
   if (!trio_.Settings().TrioLinkEnabled) return;
   if (slot != 1 && slot != 2) return;
   const std::int16_t last = std::min(target, programs_[static_cast<std::size_t>(slot)].TableLines);
   if (sent >= last) return;
-  if (pausePoll) trio_.StopPolling(false);
-  const std::string path =
-      directories_.RootDirectory + "Actvprg" + core::IntegerText(slot) + ".tbl";
-  SendRecords(path, sent, last);
-  if (pausePoll && trio_.Settings().PollingWanted) trio_.StartPolling(false);
+  struct Paused {
+    Paused(Trio& trio, bool pause) : Of(trio), Pause(pause) {
+      if (Pause) Of.StopPolling(false);
+    }
+    ~Paused() {
+      if (Pause && Of.Settings().PollingWanted) Of.StartPolling(false);
+    }
+    Paused(const Paused&) = delete;
+    Paused& operator=(const Paused&) = delete;
+    Trio& Of;
+    bool Pause;
+  } const paused(trio_, how.PausePoll);
+  SendRecords(directories_.RootDirectory + "Actvprg" + core::IntegerText(slot) + ".tbl", sent, last,
+              how);
 }
 
-void Downloads::SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target) {
+void Downloads::SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target,
+                            const TableSend& how) {
   core::NoteLastFile(files_, directories_, path);
   const auto records = files_.OpenRecords(path, TableRecordSize);
   std::array<char, TableRecordSize> record{};
   const int before = std::max<int>(sent, 0);
   for (int number = before + 1; number <= target; ++number) {
     if (!records->Read(static_cast<std::uint32_t>(number), record)) {
+      sent = static_cast<std::int16_t>(number - 1);
       throw platform::RuntimeFault(path, "record " + std::to_string(number) + " is missing");
     }
-    trio_.Download({record.data(), record.size()});
-    if (sent < before) return;
+    trio_.Download({record.data(), record.size()}, how.From);
+    if (sent < before || (how.Overtaken && how.Overtaken())) return;
   }
   sent = target;
 }
 
-void Downloads::TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent) {
+void Downloads::TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent,
+                           const std::function<bool()>& overtaken) {
   const int wanted = int{running} + trio_.Settings().TableLeadLines;
   const int gap = wanted - sent;
   if (gap <= 0) return;
   constexpr int Most = std::numeric_limits<std::int16_t>::max();
-  DownTable(activeSlot, sent, static_cast<std::int16_t>(std::min(wanted, Most)), true);
+  SendTable(activeSlot, sent, static_cast<std::int16_t>(std::min(wanted, Most)),
+            {.PausePoll = true, .From = Asker::Poll, .Overtaken = overtaken});
 }
 
 void Downloads::DownBatch(const core::Batch& counters) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -33,12 +34,15 @@ class Downloads {
 
   /// Sends records `sent` + 1 to `target` (held to the slot's TableLines) of the slot's table, then
   /// sets `sent` to `target`, whatever failed. `pausePoll` stops the poll meanwhile. A table that
-  /// is missing or too short is a RuntimeFault. If another handler starts a new table inside a wait
-  /// (`sent` falls), the rest of the old one stays where it is.
+  /// is missing or too short is a RuntimeFault, with `sent` at the last record that went out. If
+  /// somebody starts a new table meanwhile (`sent` falls), the rest of this one stays where it is.
   void DownTable(std::int16_t slot, std::int16_t& sent, std::int16_t target, bool pausePoll);
 
-  /// Keeps the controller TableLeadLines ahead of the `running` record; on every tick.
-  void TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent);
+  /// Keeps the controller TableLeadLines ahead of the `running` record; on every tick. It asks
+  /// `overtaken` after each line: true leaves the rest, and `sent`, to whoever puts another program
+  /// in force meanwhile.
+  void TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent,
+                  const std::function<bool()>& overtaken = {});
 
   /// The first four batch counters.
   void DownBatch(const core::Batch& counters);
@@ -48,7 +52,15 @@ class Downloads {
 
  private:
   void SendParameterLine(std::string_view line);
-  void SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target);
+  /// How a piece of a table goes out.
+  struct TableSend {
+    bool PausePoll = false;
+    Asker From = Asker::Operator;
+    std::function<bool()> Overtaken = {};
+  };
+  void SendTable(std::int16_t slot, std::int16_t& sent, std::int16_t target, const TableSend& how);
+  void SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target,
+                   const TableSend& how);
 
   Trio& trio_;
   platform::FileSystem& files_;

@@ -5,154 +5,157 @@
 
 namespace torvane::link {
 
-using State = LineSession::State;
+LineQueue::Turn::Turn(LineQueue& queue, LinePlace place, bool mayBeWithdrawn)
+    : queue_(queue), place_(place), aborts_(queue.aborts_), mayBeWithdrawn_(mayBeWithdrawn) {
+  auto& waiting = queue_.waiting_;
+  const auto behind = std::find_if(waiting.begin(), waiting.end(),
+                                   [place](const Turn* other) { return other->place_ > place; });
+  waiting.insert(behind, this);
+}
+
+LineQueue::Turn::~Turn() {
+  queue_.waiting_.remove(this);
+  if (queue_.owner_ == this) queue_.owner_ = nullptr;
+}
+
+bool LineQueue::Turn::Await() {
+  const auto lost = [this] { return withdrawn_ || queue_.closed_ || queue_.aborts_ != aborts_; };
+  const auto mine = [this] {
+    return queue_.owner_ == nullptr && !queue_.waiting_.empty() && queue_.waiting_.front() == this;
+  };
+  queue_.loop_.WaitUntil([&] { return lost() || mine(); });
+  queue_.waiting_.remove(this);
+  if (lost()) return false;
+  queue_.owner_ = this;
+  return true;
+}
 
 LineQueue::LineQueue(platform::EventLoop& loop, platform::SerialPort& port,
-                     core::LinkSettings& settings, PauseHandler& pause)
-    : loop_(loop), port_(port), settings_(settings), pause_(pause) {
+                     core::LinkSettings& settings)
+    : loop_(loop), port_(port), settings_(settings) {
   outTimer_ = loop_.MakeTimer([this] { ReplyTimeOut(); });
-  pauseTimer_ = loop_.MakeTimer([this] { PauseOver(); });
   port_.OnReceived([this] { TakeReceived(); });
 }
 
 LineQueue::~LineQueue() { port_.OnReceived({}); }
 
-void LineQueue::Enqueue(LineSession& session) {
-  if (closed_) return Abort(session);
-  session.Phase = State::Queued;
-  session.Next = nullptr;
-  LineSession** end = &first_;
-  while (*end != nullptr) end = &(*end)->Next;
-  *end = &session;
-  StartNext();
-}
-
-void LineQueue::EnqueueFirst(LineSession& session) {
-  if (closed_) return Abort(session);
-  session.Phase = State::Queued;
-  session.Next = std::exchange(first_, &session);
-  StartNext();
-}
-
-void LineQueue::Await(const LineSession& session) {
-  loop_.WaitUntil([&session] { return session.Done(); });
-}
-
-void LineQueue::Remove(LineSession& session) {
-  for (LineSession** link = &first_; *link != nullptr; link = &(*link)->Next) {
-    if (*link != &session) continue;
-    *link = session.Next;
-    break;
-  }
-  if (owner_ != &session) return;
-  const bool pausing = session.Phase == State::Pausing;
-  owner_ = nullptr;
-  outTimer_->Stop();
-  pauseTimer_->Stop();
-  if (pausing) pause_.PauseEnds();
-  StartNext();
-}
-
-void LineQueue::FlushTrioInput() {
-  if (owner_ == nullptr) DropInput();
-}
-
-void LineQueue::Close() {
-  closed_ = true;
-  outTimer_->Stop();
-  pauseTimer_->Stop();
-  settings_.ReplyTimedOut = false;
-  while (first_ != nullptr) Abort(*std::exchange(first_, first_->Next));
-  if (owner_ == nullptr) return;
-  LineSession& owner = *std::exchange(owner_, nullptr);
-  const bool pausing = owner.Phase == State::Pausing;
-  Abort(owner);
-  if (pausing) pause_.PauseEnds();
-}
-
-void LineQueue::StartNext() {
-  if (owner_ != nullptr || first_ == nullptr) return;
-  LineSession& session = *first_;
-  first_ = session.Next;
-  Start(session);
-}
-
-void LineQueue::Start(LineSession& session) {
-  owner_ = &session;
-  if (session.FlushFirst) DropInput();
-  SendTrioLine(session.Text);
-  if (session.PauseAfterSend && settings_.CommandDelayMs > 0) {
-    session.Phase = State::Pausing;
-    pause_.PauseBegins();
-    pauseTimer_->Start(settings_.CommandDelayMs);
-  } else {
-    BeginWait();
-  }
-}
-
-void LineQueue::SendTrioLine(std::string_view text) {
-  settings_.LastComms = text;
-  outgoing_ = text;
+void LineQueue::Send(std::string_view line) {
+  settings_.LastComms = line;
+  outgoing_ = line;
   outgoing_ += '\r';
   port_.Write(outgoing_);
 }
 
-void LineQueue::BeginWait() {
-  owner_->Phase = State::Waiting;
-  settings_.ReplyTimedOut = false;
-  outTimer_->Stop();
-  if (settings_.ReplyTimeoutMs > 0) outTimer_->Start(settings_.ReplyTimeoutMs);
-  if (port_.BytesWaiting() == 0) return;
-  // Bytes that came before the wait raise no further event of their own.
-  loop_.Post([self = std::weak_ptr<LineQueue*>(self_)] {
-    if (const auto queue = self.lock()) (*queue)->TakeReceived();
+LineReply LineQueue::Collect(bool yielding) {
+  struct Collecting {
+    explicit Collecting(LineQueue& queue) : Of(queue) {
+      Of.reply_.clear();
+      Of.whole_ = false;
+      Of.collecting_ = true;
+      Of.settings_.ReplyTimedOut = false;
+      if (Of.settings_.ReplyTimeoutMs > 0) Of.outTimer_->Start(Of.settings_.ReplyTimeoutMs);
+    }
+    ~Collecting() {
+      Of.collecting_ = false;
+      Of.settings_.ReplyTimedOut = false;
+      Of.outTimer_->Stop();
+    }
+    Collecting(const Collecting&) = delete;
+    Collecting& operator=(const Collecting&) = delete;
+    LineQueue& Of;
+  } const collecting(*this);
+
+  const std::uint64_t aborts = aborts_;
+  const auto ended = [this, aborts] { return closed_ || aborts_ != aborts; };
+  TakeReceived();
+  loop_.WaitUntil([&] {
+    return whole_ || settings_.ReplyTimedOut || ended() || (yielding && UrgentWaiting());
   });
+  LineReply reply;
+  reply.Aborted = !whole_ && ended();
+  reply.TimedOut = !whole_ && !reply.Aborted;
+  reply.Text = std::move(reply_);
+  if (whole_) return reply;
+  ++owed_;
+  halfPrompt_ = reply.Text.ends_with(Prompt.front());
+  return reply;
 }
 
-bool LineQueue::Collecting() const { return owner_ != nullptr && owner_->Phase == State::Waiting; }
-
 void LineQueue::TakeReceived() {
-  if (!Collecting() || port_.BytesWaiting() == 0) return;
-  std::string& reply = owner_->Reply;
-  const std::size_t known = std::max<std::size_t>(reply.size(), 1) - 1;
-  reply += port_.ReadAll();
-  if (reply.find(Prompt, known) != std::string::npos) Complete();
+  if (!collecting_ || whole_ || port_.BytesWaiting() == 0) return;
+  reply_ += Read();
+  TakeReplies();
+}
+
+/// A reply with a strange echo while nothing is owed is taken for the one in hand, as its echo may
+/// have been spoiled on the line; but then the true one may still come.
+void LineQueue::TakeReplies() {
+  for (auto end = reply_.find(Prompt); end != std::string::npos; end = reply_.find(Prompt)) {
+    const bool fits = reply_.starts_with(outgoing_);
+    if (fits || owed_ == 0) {
+      whole_ = true;
+      outTimer_->Stop();
+      const bool bare = outgoing_.size() == 1;
+      if (!fits && !bare && reply_.find(ErrorMark) == std::string::npos) ++owed_;
+      return;
+    }
+    reply_.erase(0, end + Prompt.size());
+    Settle(1);
+  }
 }
 
 void LineQueue::ReplyTimeOut() {
-  settings_.ReplyTimedOut = true;
-  if (!Collecting()) return outTimer_->Stop();
-  if (port_.BytesWaiting() > 0) owner_->Reply += port_.ReadAll();
-  owner_->TimedOut = true;
-  Complete();
-}
-
-void LineQueue::PauseOver() {
-  pauseTimer_->Stop();
-  if (owner_ == nullptr || owner_->Phase != State::Pausing) return;
-  LineSession* const session = owner_;
-  pause_.PauseEnds();
-  if (owner_ == session) BeginWait();
-}
-
-void LineQueue::Complete() {
   outTimer_->Stop();
-  settings_.ReplyTimedOut = false;
-  LineSession& session = *std::exchange(owner_, nullptr);
-  const bool recover = session.Recovery != nullptr && session.Failed();
-  if (session.FlushAfter || recover) DropInput();
-  session.Phase = State::Done;
-  if (recover && first_ != nullptr) return EnqueueFirst(*session.Recovery);
-  StartNext();
+  TakeReceived();
+  settings_.ReplyTimedOut = collecting_ && !whole_;
 }
 
-void LineQueue::Abort(LineSession& session) {
-  session.Aborted = true;
-  session.Phase = State::Done;
+std::string LineQueue::Read() {
+  std::string bytes = port_.ReadAll();
+  if (bytes.empty() || !std::exchange(halfPrompt_, false)) return bytes;
+  if (bytes.front() != Prompt.back()) return bytes;
+  Settle(1);
+  bytes.erase(0, 1);
+  return bytes;
+}
+
+void LineQueue::FlushTrioInput() {
+  if (!collecting_) DropInput();
 }
 
 void LineQueue::DropInput() {
-  if (port_.BytesWaiting() > 0) static_cast<void>(port_.ReadAll());
+  if (port_.BytesWaiting() == 0) return;
+  const std::string dropped = Read();
+  std::size_t rest = 0;
+  for (auto end = dropped.find(Prompt); end != std::string::npos;
+       end = dropped.find(Prompt, rest)) {
+    rest = end + Prompt.size();
+    Settle(1);
+  }
+  halfPrompt_ = owed_ > 0 && rest < dropped.size() && dropped.ends_with(Prompt.front());
+}
+
+void LineQueue::Settle(std::size_t replies) { owed_ -= std::min(owed_, replies); }
+
+bool LineQueue::UrgentWaiting() const {
+  return !waiting_.empty() && waiting_.front()->place_ == LinePlace::Urgent;
+}
+
+void LineQueue::Withdraw() {
+  for (Turn* turn : waiting_) turn->withdrawn_ = turn->withdrawn_ || turn->mayBeWithdrawn_;
+}
+
+void LineQueue::AbortAll() { ++aborts_; }
+
+void LineQueue::Close() {
+  AbortAll();
+  closed_ = true;
+}
+
+void LineQueue::Open() {
+  closed_ = false;
+  owed_ = 0;
+  halfPrompt_ = false;
 }
 
 }  // namespace torvane::link

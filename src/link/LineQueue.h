@@ -1,6 +1,9 @@
-// The line to the controller as one queue: who owns it, what has come for the owner, when to stop.
+// The line to the controller: one caller at a time, in the order of their coming, and what the
+// controller still owes.
 #pragma once
 
+#include <cstdint>
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,98 +20,111 @@ inline constexpr std::string_view Prompt = ">>";
 /// The controller's error mark, anywhere in a reply.
 inline constexpr char ErrorMark = '%';
 
-/// One line out and the wait for its prompt. It lives in the frame of its caller, but goes on
-/// whichever frame the loop happens to run in.
-struct LineSession {
-  enum class State {
-    Fresh,    ///< not handed to the queue yet
-    Queued,   ///< another session has the line
-    Pausing,  ///< sent, in the pause that a slow controller needs
-    Waiting,  ///< sent, collecting the reply
-    Done
-  };
-
-  std::string_view Text;  ///< without its carriage return; empty asks for a bare prompt
-  bool FlushFirst = false;
-  bool PauseAfterSend = false;
-  bool FlushAfter = false;
-  /// Takes the line at once, ahead of the queue, when this session fails while others wait:
-  /// their frames stand above the caller's, which could not ask for it before they are through.
-  LineSession* Recovery = nullptr;
-
-  std::string Reply;      ///< all that came, echo and prompt included
+/// What came of one line.
+struct LineReply {
+  std::string Text;       ///< all that came, echo and prompt included
   bool TimedOut = false;  ///< no prompt within the limit
-  bool Aborted = false;   ///< the port was closed for good; nothing is known of the reply
-  State Phase = State::Fresh;
-  LineSession* Next = nullptr;
+  bool Aborted = false;   ///< the conversation ended first; nothing is known of the reply
 
-  [[nodiscard]] bool Done() const { return Phase == State::Done; }
-  [[nodiscard]] bool HasErrorMark() const { return Reply.find(ErrorMark) != std::string::npos; }
+  [[nodiscard]] bool HasErrorMark() const { return Text.find(ErrorMark) != std::string::npos; }
   [[nodiscard]] bool Failed() const { return TimedOut || HasErrorMark(); }
 };
 
-/// What happens around the pause after a send.
-class PauseHandler {
- public:
-  virtual ~PauseHandler() = default;
-  virtual void PauseBegins() = 0;
-  virtual void PauseEnds() = 0;
+/// Who goes before whom among those that wait. Nobody overtakes the one who has the line.
+enum class LinePlace {
+  Urgent,    ///< a stop
+  Recovery,  ///< the request for a prompt after a failure
+  Last       ///< everybody else
 };
 
-/// First come, first served. The queue moves on in the events of the loop (bytes, time-out, end of
-/// a pause) and never waits inside one, so it does not matter whose wait pumps the loop.
+/// First come, first served. Whoever has the line sends one line and collects its reply, and keeps
+/// the line until the exchange is over, its recovery included.
+///
+/// A reply that misses its time may still come, into the exchange of another. The queue counts what
+/// it is owed: while it is owed anything, a reply that does not begin with the echo of the line in
+/// hand is a late one and is dropped, and the wait goes on. The late reply may be one to the very
+/// same line, so an echo that fits settles nothing; only a dropped reply does.
 class LineQueue {
  public:
-  LineQueue(platform::EventLoop& loop, platform::SerialPort& port, core::LinkSettings& settings,
-            PauseHandler& pause);
+  class Turn;
+
+  LineQueue(platform::EventLoop& loop, platform::SerialPort& port, core::LinkSettings& settings);
   ~LineQueue();
   LineQueue(const LineQueue&) = delete;
   LineQueue& operator=(const LineQueue&) = delete;
 
-  /// Sends at once if the line is free, otherwise behind those that wait. On a closed queue the
-  /// session is over at once, aborted.
-  void Enqueue(LineSession& session);
+  // ---- for the one who has the line ----
 
-  /// The same, ahead of those that wait.
-  void EnqueueFirst(LineSession& session);
+  /// Notes the line as the last one and writes it with its carriage return.
+  void Send(std::string_view line);
+  /// Sleeps until the reply to the line just sent is whole or its time is over. Bytes that stand in
+  /// the port belong to it. With `yielding` the time is over, too, when an urgent line comes.
+  [[nodiscard]] LineReply Collect(bool yielding);
 
-  /// Sleeps in the loop until the session is done.
-  void Await(const LineSession& session);
-
-  /// Takes a session out whose caller is being left by an exception.
-  void Remove(LineSession& session);
-
-  /// Drops what has come while nobody owns the line; bytes of an owner are never touched.
+  /// Drops what has come while nobody collects; bytes of a reply that is awaited are never touched.
   void FlushTrioInput();
 
-  /// Ends every session now, and every later one until `Open`.
+  // ---- for everybody ----
+
+  [[nodiscard]] bool Waiting() const { return !waiting_.empty(); }
+  [[nodiscard]] bool UrgentWaiting() const;
+
+  /// Takes those out who wait with a line that may be withdrawn; it is never sent.
+  void Withdraw();
+
+  /// Ends every exchange that stands, as aborted. Later ones go on as ever.
+  void AbortAll();
+  /// The same, and later ones end at once until `Open`.
   void Close();
-  void Open() { closed_ = false; }
+  void Open();
+  [[nodiscard]] bool Closed() const { return closed_; }
+  /// How often exchanges were aborted: a wait within one ends when this changes.
+  [[nodiscard]] std::uint64_t Aborts() const { return aborts_; }
 
  private:
-  void StartNext();
-  void Start(LineSession& session);
-  void SendTrioLine(std::string_view text);
-  void BeginWait();
   void TakeReceived();
   void ReplyTimeOut();
-  void PauseOver();
-  void Complete();
-  void Abort(LineSession& session);
+  void TakeReplies();
+  [[nodiscard]] std::string Read();
   void DropInput();
-  [[nodiscard]] bool Collecting() const;
+  void Settle(std::size_t replies);
 
   platform::EventLoop& loop_;
   platform::SerialPort& port_;
   core::LinkSettings& settings_;
-  PauseHandler& pause_;
   std::unique_ptr<platform::Timer> outTimer_;
-  std::unique_ptr<platform::Timer> pauseTimer_;
-  std::shared_ptr<LineQueue*> self_ = std::make_shared<LineQueue*>(this);
-  LineSession* owner_ = nullptr;
-  LineSession* first_ = nullptr;
-  std::string outgoing_;
+  std::list<Turn*> waiting_;
+  Turn* owner_ = nullptr;
+  std::string outgoing_;  ///< the line in hand with its carriage return, as its echo begins
+  std::string reply_;
+  std::size_t owed_ = 0;
+  std::uint64_t aborts_ = 0;
+  bool collecting_ = false;
+  bool whole_ = false;
+  bool halfPrompt_ = false;  ///< the end of what was dropped may be the first half of a late prompt
   bool closed_ = false;
+};
+
+/// One caller's hold of the line, from its coming to the end of its exchange.
+class LineQueue::Turn {
+ public:
+  explicit Turn(LineQueue& queue, LinePlace place = LinePlace::Last, bool mayBeWithdrawn = false);
+  ~Turn();
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+
+  /// Sleeps until the line is this caller's. False when it never will be: the conversation ended,
+  /// or the line was withdrawn.
+  [[nodiscard]] bool Await();
+  [[nodiscard]] bool Withdrawn() const { return withdrawn_; }
+
+ private:
+  friend class LineQueue;
+  LineQueue& queue_;
+  LinePlace place_;
+  std::uint64_t aborts_;
+  bool mayBeWithdrawn_;
+  bool withdrawn_ = false;
 };
 
 }  // namespace torvane::link

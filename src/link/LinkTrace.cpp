@@ -1,6 +1,7 @@
 #include "link/LinkTrace.h"
 
 #include "core/General.h"
+#include "platform/RuntimeFault.h"
 
 namespace torvane::link {
 
@@ -46,22 +47,36 @@ std::string FailureText(std::string_view lastComms, std::string_view text) {
   return out;
 }
 
-void LinkTrace::AppendExchange(std::string_view tag, std::string_view query, std::string_view reply,
+bool LinkTrace::AppendExchange(std::string_view tag, std::string_view query, std::string_view reply,
                                bool status) {
-  files_.AppendFile(ServicePath("Polling.txt"), PollLogRecord(tag, query, reply, status));
+  return Append(ServicePath("Polling.txt"), PollLogRecord(tag, query, reply, status));
 }
 
 void LinkTrace::AppendError(std::string_view lastComms, std::string_view text) {
-  files_.AppendFile(ServicePath("Errors.txt"), ErrorLogRecord(lastComms, text));
+  Append(ServicePath("Errors.txt"), ErrorLogRecord(lastComms, text));
 }
 
-void LinkTrace::Rotate() {
+bool LinkTrace::Append(const std::string& path, const std::string& record) {
+  try {
+    files_.AppendFile(path, record);
+  } catch (const platform::RuntimeFault&) {
+    return false;
+  }
+  return true;
+}
+
+bool LinkTrace::Rotate() {
   const std::string log = ServicePath("Polling.txt");
-  if (files_.FileSize(log) <= PollLogLimit) return;
+  if (files_.FileSize(log) <= PollLogLimit) return true;
   // What a copy and a deletion would leave, without holding up the screens for 50 MB.
   const std::string kept = ServicePath("Polling.bak");
-  files_.DeleteFile(kept);
-  files_.RenameFile(log, kept);
+  try {
+    files_.DeleteFile(kept);
+    files_.RenameFile(log, kept);
+  } catch (const platform::RuntimeFault&) {
+    return false;
+  }
+  return true;
 }
 
 std::string LinkTrace::ServicePath(std::string_view name) const {

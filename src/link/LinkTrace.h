@@ -24,21 +24,23 @@ inline constexpr std::uint64_t PollLogLimit = 50'000'000;
 [[nodiscard]] std::string FailureText(std::string_view lastComms, std::string_view text);
 
 /// Appends to the files in the service directory as it stands at each call. What cannot be written
-/// throws platform::RuntimeFault.
+/// is told to the caller and raises nothing: no exchange may fail for the sake of its trace.
 class LinkTrace {
  public:
   LinkTrace(platform::FileSystem& files, const core::DirectorySet& directories)
       : files_(files), directories_(directories) {}
 
-  void AppendExchange(std::string_view tag, std::string_view query, std::string_view reply,
-                      bool status);
+  /// False when it could not be written.
+  [[nodiscard]] bool AppendExchange(std::string_view tag, std::string_view query,
+                                    std::string_view reply, bool status);
   void AppendError(std::string_view lastComms, std::string_view text);
 
   /// A Polling.txt beyond its limit takes the place of Polling.bak; the next record starts a new
-  /// one. A trace that is not there is a fault.
-  void Rotate();
+  /// one. False when it could not be put aside. A trace that is not there is a RuntimeFault.
+  [[nodiscard]] bool Rotate();
 
  private:
+  bool Append(const std::string& path, const std::string& record);
   [[nodiscard]] std::string ServicePath(std::string_view name) const;
 
   platform::FileSystem& files_;

@@ -17,40 +17,6 @@ namespace torvane::link {
 namespace {
 
 constexpr int OpenAttempts = 3;
-constexpr int OkCancelMode = 2;
-constexpr int WarningStyle = 1;
-
-/// Takes a session out of the queue when its frame is left before it is done.
-class SessionGuard {
- public:
-  SessionGuard(LineQueue& queue, LineSession& session) : queue_(queue), session_(session) {}
-  ~SessionGuard() {
-    if (!session_.Done()) queue_.Remove(session_);
-  }
-  SessionGuard(const SessionGuard&) = delete;
-  SessionGuard& operator=(const SessionGuard&) = delete;
-
- private:
-  LineQueue& queue_;
-  LineSession& session_;
-};
-
-/// "No reports" belongs to the exchange that was asked for with it, not to those that other
-/// handlers start inside its wait.
-class ReportScope {
- public:
-  explicit ReportScope(bool& flag) : flag_(flag), wanted_(flag) {}
-  ~ReportScope() { flag_ = wanted_; }
-  ReportScope(const ReportScope&) = delete;
-  ReportScope& operator=(const ReportScope&) = delete;
-
-  [[nodiscard]] bool Wanted() const { return wanted_; }
-  void OpenForOthers() { flag_ = true; }
-
- private:
-  bool& flag_;
-  bool wanted_;
-};
 
 /// A whole value of the type, or 0 where it does not fit.
 template <typename Integer>
@@ -61,9 +27,29 @@ Integer TruncateOrZero(double value) {
   return static_cast<Integer>(whole);
 }
 
+/// Screens locked and poll stopped; at its end unlocked, and the poll started again if it is
+/// wanted.
+class BulkLock {
+ public:
+  BulkLock(LinkScreens& screens, PollControl& poll) : screens_(screens), poll_(poll) {
+    screens_.LockForms(true, LinkLockName);
+    poll_.Stop(false);
+  }
+  ~BulkLock() {
+    screens_.LockForms(false, LinkLockName);
+    poll_.Resume();
+  }
+  BulkLock(const BulkLock&) = delete;
+  BulkLock& operator=(const BulkLock&) = delete;
+
+ private:
+  LinkScreens& screens_;
+  PollControl& poll_;
+};
+
 }  // namespace
 
-class Trio::Impl final : public PauseHandler {
+class Trio::Impl {
  public:
   Impl(platform::EventLoop& loop, platform::SerialPort& port, platform::FileSystem& files,
        core::LinkSettings& settings, const core::DirectorySet& directories, LinkScreens& screens)
@@ -73,25 +59,26 @@ class Trio::Impl final : public PauseHandler {
         Screens(screens),
         Trace(files, directories),
         Poll(loop, settings),
-        Queue(loop, port, settings, *this) {}
+        Queue(loop, port, settings) {}
+  ~Impl() { Loop.GiveUpWaits(); }
 
-  /// A query tolerates every fault of its own steps: it gives zero.
+  /// A query drops what has come before it; a command takes it for the begin of its reply.
   enum class Kind { Command, Query };
 
-  struct Outcome {
-    bool Success = false;
-    bool Aborted = false;
-    std::string Reply;
+  void Open(bool& linkEnabled);
+  struct Manner {
+    Kind What = Kind::Command;
+    Asker From = Asker::Operator;
+    LinePlace Place = LinePlace::Last;
+    bool MayBeWithdrawn = false;
   };
 
-  void Open(bool& linkEnabled);
-  Outcome Exchange(std::string_view line, Kind kind);
-  double Query(std::string_view tag, std::string_view expression);
+  LineReply Exchange(std::string_view line, const Manner& manner);
+  LineReply Command(std::string_view line, const Manner& manner);
+  double Query(std::string_view tag, std::string_view expression, Asker asker);
   void Log(std::string_view tag, std::string_view query, std::string_view reply, bool status);
-  void Report(std::string_view lastComms, std::string_view text, Kind kind);
-
-  void PauseBegins() override;
-  void PauseEnds() override;
+  void Report(std::string_view lastComms, std::string_view text);
+  void Pause(int ms);
 
   platform::EventLoop& Loop;
   platform::SerialPort& Port;
@@ -100,10 +87,16 @@ class Trio::Impl final : public PauseHandler {
   LinkTrace Trace;
   PollControl Poll;
   LineQueue Queue;
+  std::uint64_t Answers = 0;
+  bool Ending = false;
 
  private:
   bool OpenPort();
-  void ReportFailure(const LineSession& session, std::string& lastComms, bool wanted, Kind kind);
+  LineReply Ask(std::string_view line, Kind kind);
+  void Recover(std::unique_ptr<LineQueue::Turn> turn);
+  void ReportAndRecover(std::unique_ptr<LineQueue::Turn> turn, const std::string& line,
+                        const LineReply& reply, Asker asker);
+  void ReportFailure(const std::string& line, const LineReply& reply, Asker asker);
 };
 
 bool Trio::Impl::OpenPort() {
@@ -126,97 +119,131 @@ void Trio::Impl::Open(bool& linkEnabled) {
     linkEnabled = false;
     return;
   }
+  Ending = false;
   Queue.Open();
-  LineSession session;
-  session.FlushFirst = true;
-  session.FlushAfter = true;
-  const SessionGuard guard(Queue, session);
-  Queue.Enqueue(session);
-  Queue.Await(session);
-  if (session.TimedOut || session.Aborted) linkEnabled = false;
+  LineQueue::Turn turn(Queue);
+  if (!turn.Await()) {
+    linkEnabled = false;
+    return;
+  }
+  Queue.FlushTrioInput();
+  Queue.Send({});
+  const LineReply reply = Queue.Collect(false);
+  Queue.FlushTrioInput();
+  if (reply.TimedOut || reply.Aborted) linkEnabled = false;
 }
 
-Trio::Impl::Outcome Trio::Impl::Exchange(std::string_view line, Kind kind) {
-  LineSession recovery;
-  recovery.FlushFirst = true;
-  recovery.FlushAfter = true;
-  LineSession session;
-  session.Text = line;
-  session.FlushFirst = kind == Kind::Query;
-  session.PauseAfterSend = true;
-  session.Recovery = &recovery;
-  std::string lastComms(line);
-  ReportScope reports(Settings.ReportCommsErrors);
-  const SessionGuard recoveryGuard(Queue, recovery);
-  const SessionGuard sessionGuard(Queue, session);
+LineReply Trio::Impl::Ask(std::string_view line, Kind kind) {
+  if (kind == Kind::Query) Queue.FlushTrioInput();
+  Queue.Send(line);
+  if (!line.empty()) Pause(Settings.CommandDelayMs);
+  return Queue.Collect(line.empty());
+}
 
-  Queue.Enqueue(session);
-  reports.OpenForOthers();
-  Queue.Await(session);
-  const bool failed = !session.Aborted && session.Failed();
-  if (failed) {
-    ReportFailure(session, lastComms, reports.Wanted(), kind);
-    if (recovery.Phase == LineSession::State::Fresh) Queue.EnqueueFirst(recovery);
-    Queue.Await(recovery);
+/// What comes of it is dropped, and its failure goes unreported. A stop goes first.
+void Trio::Impl::Recover(std::unique_ptr<LineQueue::Turn> turn) {
+  while (turn == nullptr || Queue.UrgentWaiting()) {
+    turn.reset();
+    turn = std::make_unique<LineQueue::Turn>(Queue, LinePlace::Recovery);
+    if (!turn->Await()) return;
   }
-  return {.Success = !failed && !session.Aborted,
-          .Aborted = session.Aborted,
-          .Reply = std::move(session.Reply)};
+  Queue.FlushTrioInput();
+  static_cast<void>(Ask({}, Kind::Query));
+  Queue.FlushTrioInput();
+}
+
+LineReply Trio::Impl::Exchange(std::string_view line, const Manner& manner) {
+  const LineReply notSent{.Text = {}, .TimedOut = false, .Aborted = true};
+  const bool ending = manner.From == Asker::End;
+  if (Ending && !ending) return notSent;
+  const std::string text(line);
+  auto turn = std::make_unique<LineQueue::Turn>(Queue, manner.Place, manner.MayBeWithdrawn);
+  if (!turn->Await()) return notSent;
+  LineReply reply = Ask(text, manner.What);
+  if (reply.Aborted) return reply;
+  if (!reply.Failed()) {
+    ++Answers;
+    return reply;
+  }
+  Queue.FlushTrioInput();
+  if (ending) {
+    ReportFailure(text, reply, manner.From);
+    Queue.Close();
+  } else {
+    ReportAndRecover(std::move(turn), text, reply, manner.From);
+  }
+  return reply;
+}
+
+/// The line is recovered in the turn of the exchange that failed, with the report beside it, where
+/// somebody waits for the line or for the value. Otherwise the operator answers first.
+void Trio::Impl::ReportAndRecover(std::unique_ptr<LineQueue::Turn> turn, const std::string& line,
+                                  const LineReply& reply, Asker asker) {
+  if (asker == Asker::Operator && !Queue.Waiting()) {
+    turn.reset();
+    const std::uint64_t aborts = Queue.Aborts();
+    ReportFailure(line, reply, asker);
+    if (Queue.Aborts() == aborts) Recover(nullptr);
+    return;
+  }
+  const auto answered = std::make_shared<bool>(false);
+  Loop.Start([this, line, reply, asker, answered] {
+    ReportFailure(line, reply, asker);
+    *answered = true;
+  });
+  Recover(std::move(turn));
+  if (asker == Asker::Operator) Loop.WaitUntil([answered] { return *answered; });
 }
 
 /// A reply can both run out of time and hold the error mark: two reports, the second of them
 /// without a last line, as the first has used it up.
-void Trio::Impl::ReportFailure(const LineSession& session, std::string& lastComms, bool wanted,
-                               Kind kind) {
+void Trio::Impl::ReportFailure(const std::string& line, const LineReply& reply, Asker asker) {
+  std::string lastComms = line;
   const auto report = [&](std::string_view what) {
-    if (wanted) Report(lastComms, std::string(what) + session.Reply, kind);
+    const std::string text = std::string(what) + reply.Text;
+    if (asker == Asker::End) {
+      Trace.AppendError(lastComms, text);
+    } else if (asker != Asker::Silent && Settings.ReportCommsErrors) {
+      Report(lastComms, text);
+    }
     lastComms.clear();
     Settings.LastComms.clear();
   };
-  if (session.TimedOut) report("GetTrio Timeout : ");
-  if (!session.HasErrorMark()) return;
-  Queue.FlushTrioInput();
-  report("GetTrio Error : ");
+  if (reply.TimedOut) report("GetTrio Timeout : ");
+  if (reply.HasErrorMark()) report("GetTrio Error : ");
 }
 
-void Trio::Impl::Report(std::string_view lastComms, std::string_view text, Kind kind) {
-  const bool shutdown =
-      Screens.ShowWarning(FailureText(lastComms, text), OkCancelMode, WarningStyle);
-  try {
-    Trace.AppendError(lastComms, text);
-  } catch (const platform::RuntimeFault&) {
-    if (kind != Kind::Query) throw;
-  }
+void Trio::Impl::Report(std::string_view lastComms, std::string_view text) {
+  const bool shutdown = Screens.ShowWarning(FailureText(lastComms, text), WarningMode::OkCancel,
+                                            WarningStyle::Warning);
+  Trace.AppendError(lastComms, text);
   if (shutdown) Screens.ShutdownToService();
 }
 
 void Trio::Impl::Log(std::string_view tag, std::string_view query, std::string_view reply,
                      bool status) {
-  if (Settings.PollLogEnabled) Trace.AppendExchange(tag, query, reply, status);
+  if (!Settings.PollLogEnabled) return;
+  if (!Trace.AppendExchange(tag, query, reply, status)) Settings.PollLogEnabled = false;
 }
 
-double Trio::Impl::Query(std::string_view tag, std::string_view expression) {
+double Trio::Impl::Query(std::string_view tag, std::string_view expression, Asker asker) {
   if (!Settings.TrioLinkEnabled) return 0;
   std::string query("? ");
   query += core::Trim(expression);
-  const Outcome outcome = Exchange(query, Kind::Query);
-  if (outcome.Aborted) return 0;
-  try {
-    Log(tag, query, outcome.Reply, outcome.Success);
-  } catch (const platform::RuntimeFault&) {
-    return 0;
-  }
-  return outcome.Success ? ReadReplyValue(query, outcome.Reply) : 0;
+  const LineReply reply = Exchange(query, {.What = Kind::Query, .From = asker});
+  if (reply.Aborted) return 0;
+  Log(tag, query, reply.Text, !reply.Failed());
+  return reply.Failed() ? 0 : ReadReplyValue(query, reply.Text);
 }
 
-void Trio::Impl::PauseBegins() {
-  Screens.LockForms(true, LinkLockName);
-  Poll.Stop(false);
-}
-
-void Trio::Impl::PauseEnds() {
-  Screens.LockForms(false, LinkLockName);
-  Poll.Resume();
+void Trio::Impl::Pause(int ms) {
+  if (ms <= 0) return;
+  const BulkLock locked(Screens, Poll);
+  bool over = false;
+  const auto timer = Loop.MakeTimer([&over] { over = true; });
+  timer->Start(ms);
+  Loop.WaitUntil(
+      [this, &over, aborts = Queue.Aborts()] { return over || Queue.Aborts() != aborts; });
 }
 
 Trio::Trio(platform::EventLoop& loop, platform::SerialPort& port, platform::FileSystem& files,
@@ -233,41 +260,62 @@ void Trio::CloseTrioPort() {
   impl_->Port.Close();
 }
 
-void Trio::Download(std::string_view line) {
-  if (!impl_->Settings.TrioLinkEnabled) return;
-  const std::string_view text = core::Trim(line);
-  const auto outcome = impl_->Exchange(text, Impl::Kind::Command);
-  if (!outcome.Aborted) impl_->Log("Download", text, outcome.Reply, outcome.Success);
+void Trio::BeginEnd() {
+  impl_->Ending = true;
+  impl_->Queue.AbortAll();
 }
 
-bool Trio::GetRspnsBln(std::string_view expression) {
-  return impl_->Query("GetRspnsBln", expression) != 0;
+bool Trio::Ending() const { return impl_->Ending; }
+
+LineReply Trio::Impl::Command(std::string_view line, const Manner& manner) {
+  const std::string text(core::Trim(line));
+  LineReply reply = Exchange(text, manner);
+  if (!reply.Aborted) Log("Download", text, reply.Text, !reply.Failed());
+  return reply;
 }
 
-std::int16_t Trio::GetRspnsInt(std::string_view expression) {
-  return TruncateOrZero<std::int16_t>(impl_->Query("GetRspnsInt", expression));
+void Trio::Download(std::string_view line, Asker asker) {
+  if (impl_->Settings.TrioLinkEnabled) static_cast<void>(impl_->Command(line, {.From = asker}));
 }
 
-std::int32_t Trio::GetRspnsLng(std::string_view expression) {
-  return TruncateOrZero<std::int32_t>(impl_->Query("GetRspnsLng", expression));
+LineFate Trio::DownloadJogWord(std::string_view line) {
+  if (!impl_->Settings.TrioLinkEnabled) return LineFate::NotSent;
+  const LineReply reply = impl_->Command(line, {.From = Asker::Poll, .MayBeWithdrawn = true});
+  if (reply.Aborted) return LineFate::NotSent;
+  return reply.Failed() ? LineFate::Failed : LineFate::Answered;
 }
 
-float Trio::GetRspnsSngl(std::string_view expression, int decimals) {
+void Trio::WithdrawJogWords() { impl_->Queue.Withdraw(); }
+
+bool Trio::DownloadUrgent(std::string_view line, Asker asker) {
+  if (!impl_->Settings.TrioLinkEnabled) return true;  // nobody is there to move anything
+  const LineReply reply = impl_->Command(line, {.From = asker, .Place = LinePlace::Urgent});
+  return !reply.Aborted && !reply.Failed();
+}
+
+std::uint64_t Trio::Answers() const { return impl_->Answers; }
+
+bool Trio::GetRspnsBln(std::string_view expression, Asker asker) {
+  return impl_->Query("GetRspnsBln", expression, asker) != 0;
+}
+
+std::int16_t Trio::GetRspnsInt(std::string_view expression, Asker asker) {
+  return TruncateOrZero<std::int16_t>(impl_->Query("GetRspnsInt", expression, asker));
+}
+
+std::int32_t Trio::GetRspnsLng(std::string_view expression, Asker asker) {
+  return TruncateOrZero<std::int32_t>(impl_->Query("GetRspnsLng", expression, asker));
+}
+
+float Trio::GetRspnsSngl(std::string_view expression, int decimals, Asker asker) {
   constexpr int MostDecimals = 15;
-  double value = impl_->Query("GetRspnsSngl", expression);
+  double value = impl_->Query("GetRspnsSngl", expression, asker);
   if (decimals >= 0) value = core::RoundPlaces(value, std::min(decimals, MostDecimals));
   const double largest = std::numeric_limits<float>::max();
   return std::abs(value) <= largest ? static_cast<float>(value) : 0.0F;
 }
 
-void Trio::LockAllForms(int ms) {
-  if (ms <= 0) return;
-  const BulkSend pause(*this);
-  bool over = false;
-  const auto timer = impl_->Loop.MakeTimer([&over] { over = true; });
-  timer->Start(ms);
-  impl_->Loop.WaitUntil([&over] { return over; });
-}
+void Trio::LockAllForms(int ms) { impl_->Pause(ms); }
 
 void Trio::SetPollTick(std::function<void()> tick) { impl_->Poll.SetTick(std::move(tick)); }
 void Trio::StartPolling(bool setWanted) { impl_->Poll.Start(setWanted); }
@@ -279,21 +327,28 @@ void Trio::LogTrioExchange(std::string_view tag, std::string_view query, std::st
 }
 
 void Trio::RotateLog() {
-  if (impl_->Settings.PollLogEnabled) impl_->Trace.Rotate();
+  if (!impl_->Settings.PollLogEnabled) return;
+  if (!impl_->Trace.Rotate()) impl_->Settings.PollLogEnabled = false;
 }
 
 void Trio::ReportTrioError(std::string_view text) {
   core::LinkSettings& settings = impl_->Settings;
-  if (settings.ReportCommsErrors) {
-    impl_->Report(std::string(settings.LastComms), text, Impl::Kind::Command);
-  }
+  if (settings.ReportCommsErrors) impl_->Report(std::string(settings.LastComms), text);
   settings.LastComms.clear();
 }
 
 core::LinkSettings& Trio::Settings() { return impl_->Settings; }
 LinkScreens& Trio::Screens() { return impl_->Screens; }
+platform::EventLoop& Trio::Loop() { return impl_->Loop; }
 
-BulkSend::BulkSend(Trio& trio) : trio_(trio) { trio_.impl_->PauseBegins(); }
-BulkSend::~BulkSend() { trio_.impl_->PauseEnds(); }
+class BulkSend::Impl : public BulkLock {
+ public:
+  using BulkLock::BulkLock;
+};
+
+BulkSend::BulkSend(Trio& trio)
+    : impl_(std::make_unique<Impl>(trio.impl_->Screens, trio.impl_->Poll)) {}
+
+BulkSend::~BulkSend() = default;
 
 }  // namespace torvane::link

@@ -9,6 +9,7 @@
 
 #include "core/DirectorySet.h"
 #include "core/LinkSettings.h"
+#include "link/OperatorDialogs.h"
 #include "platform/EventLoop.h"
 #include "platform/FileSystem.h"
 #include "platform/SerialPort.h"
@@ -16,13 +17,8 @@
 namespace torvane::link {
 
 /// What the link needs of the screens above it.
-class LinkScreens {
+class LinkScreens : public OperatorDialogs {
  public:
-  virtual ~LinkScreens() = default;
-
-  /// The one modal dialog; true unless the first button or another way of closing answered.
-  virtual bool ShowWarning(std::string_view text, int mode, int style) = 0;
-
   /// Locks or unlocks all screens but those that stay live and the exempt one. Never waits.
   virtual void LockForms(bool locked, std::string_view exempt) = 0;
 
@@ -33,15 +29,27 @@ class LinkScreens {
 /// The name under which this layer locks the screens.
 inline constexpr std::string_view LinkLockName = "LockAllForms";
 
-/// Exchanges in one queue: an exchange that starts while another waits for its prompt lets that one
-/// finish first, and no byte goes to a stranger. All waits sleep in the loop.
+/// Who asks, and so what the failure of an exchange leads to. It is told with each exchange:
+/// between two waits somebody else may have asked.
+enum class Asker {
+  Operator,  ///< waits for the answer to the failure dialog, and recovers the line then
+  Poll,      ///< goes on at once with zero, the line recovered; the dialog stands beside it
+  Silent,    ///< the same without a dialog and without a record
+  End        ///< the last readings of the program: a record, no dialog, and no further attempt
+};
+
+/// What became of a line that may be taken away again before it is sent.
+enum class LineFate { Answered, Failed, NotSent };
+
+/// Exchanges one after the other: one that comes while another has the line waits for its end, its
+/// recovery included, and no byte goes to a stranger. All waits sleep in the loop.
 ///
-/// A failed exchange is reported in the frame that asked for it, with the line free for others;
-/// then a bare carriage return asks for a clean prompt. Where others already wait, that request
-/// goes out ahead of them and the report follows when their frames are through.
+/// A failed exchange is reported, and a bare carriage return asks for a clean prompt. Where others
+/// already wait for the line, that request goes out at once, ahead of them and beside the dialog.
 class Trio {
  public:
-  /// Takes the port's received handler for as long as it lives.
+  /// Takes the port's received handler for as long as it lives. Its end gives up all waits of the
+  /// loop.
   Trio(platform::EventLoop& loop, platform::SerialPort& port, platform::FileSystem& files,
        core::LinkSettings& settings, const core::DirectorySet& directories, LinkScreens& screens);
   ~Trio();
@@ -56,16 +64,36 @@ class Trio {
   /// report, as if they had failed.
   void CloseTrioPort();
 
+  /// The program ends: exchanges that stand return at once without a report, and only those asked
+  /// for with Asker::End go out from now on. The first of them that fails is the last.
+  void BeginEnd();
+  /// True from BeginEnd on, until the port is opened again.
+  [[nodiscard]] bool Ending() const;
+
   /// Sends one command line and waits for its prompt. A failure is reported and nothing else.
-  void Download(std::string_view line);
+  void Download(std::string_view line, Asker asker = Asker::Operator);
+
+  // ---- for JogLine, and nobody else: lines that move the machine while a key is held ----
+
+  /// A line that `WithdrawJogWords` takes away while it waits for the line to the controller.
+  [[nodiscard]] LineFate DownloadJogWord(std::string_view line);
+  void WithdrawJogWords();
+  /// A line that goes ahead of all that wait, and of the recovery of a failed exchange. True when
+  /// the controller took it.
+  [[nodiscard]] bool DownloadUrgent(std::string_view line, Asker asker);
+  /// Commands and queries answered so far without a fault: a change says that the line is alive.
+  [[nodiscard]] std::uint64_t Answers() const;
 
   /// Typed queries: zero or false with the link off, after a failure, and where the value does not
   /// fit the type.
-  [[nodiscard]] bool GetRspnsBln(std::string_view expression);
-  [[nodiscard]] std::int16_t GetRspnsInt(std::string_view expression);
-  [[nodiscard]] std::int32_t GetRspnsLng(std::string_view expression);
+  [[nodiscard]] bool GetRspnsBln(std::string_view expression, Asker asker = Asker::Operator);
+  [[nodiscard]] std::int16_t GetRspnsInt(std::string_view expression,
+                                         Asker asker = Asker::Operator);
+  [[nodiscard]] std::int32_t GetRspnsLng(std::string_view expression,
+                                         Asker asker = Asker::Operator);
   /// `decimals` below 0: as it stands; otherwise rounded before the narrowing.
-  [[nodiscard]] float GetRspnsSngl(std::string_view expression, int decimals = -1);
+  [[nodiscard]] float GetRspnsSngl(std::string_view expression, int decimals = -1,
+                                   Asker asker = Asker::Operator);
 
   /// The pause after a send: screens locked, poll stopped, the loop running. Nothing for ms <= 0.
   void LockAllForms(int ms);
@@ -88,6 +116,7 @@ class Trio {
 
   [[nodiscard]] core::LinkSettings& Settings();
   [[nodiscard]] LinkScreens& Screens();
+  [[nodiscard]] platform::EventLoop& Loop();
 
  private:
   friend class BulkSend;
@@ -105,7 +134,8 @@ class BulkSend {
   BulkSend& operator=(const BulkSend&) = delete;
 
  private:
-  Trio& trio_;
+  class Impl;
+  std::unique_ptr<Impl> impl_;
 };
 
 }  // namespace torvane::link

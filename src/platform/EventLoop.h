@@ -7,8 +7,8 @@
 
 namespace torvane::platform {
 
-/// A periodic timer. It fires inside nested waits too, but never a second time while its own
-/// handler is still running.
+/// A periodic timer. It fires whatever else waits, but never a second time while the activity of
+/// its own last tick is under way.
 class Timer {
  public:
   virtual ~Timer() = default;
@@ -25,7 +25,12 @@ class Timer {
   [[nodiscard]] virtual int IntervalMs() const = 0;
 };
 
-/// The one loop of the one thread. Waits sleep in it; nothing spins.
+/// The one loop of the one thread. Every handler that it runs (a timer's tick, a posted job) is an
+/// activity with a stack of its own, so a handler that waits holds up no other: each wait ends when
+/// its own condition holds, in any order. Waits sleep; nothing spins.
+///
+/// Between two waits anything may have happened. What a handler needs afterwards it holds by value
+/// or looks at afresh.
 class EventLoop {
  public:
   virtual ~EventLoop() = default;
@@ -35,12 +40,22 @@ class EventLoop {
 
   [[nodiscard]] virtual std::unique_ptr<Timer> MakeTimer(std::function<void()> fired) = 0;
 
-  /// Runs `job` from the loop, soon, behind what already stands in it.
+  /// Runs `job` from the loop, soon, after what already stands in it.
   virtual void Post(std::function<void()> job) = 0;
 
-  /// Handles events, sleeping between them, until `done` holds. `done` is asked first, then again
-  /// after each event; it must have no side effect. May be called from inside a handler.
+  /// Runs `handler` as an activity, now, until it ends or first waits. Whoever receives an event
+  /// from elsewhere (a key, the pointer) hands it on through this. A fault before the first wait
+  /// leaves here, a later one the loop.
+  virtual void Start(std::function<void()> handler) = 0;
+
+  /// Sleeps until `done` holds, which is asked first, then again after each event; it must have no
+  /// side effect. Inside an activity the others go on meanwhile; outside any (`main`, a test) this
+  /// runs the loop itself.
   virtual void WaitUntil(const std::function<bool()>& done) = 0;
+
+  /// Ends every wait that is under way by an exception that leaves its handler: before the first of
+  /// the parts goes that a handler may come back to.
+  virtual void GiveUpWaits() = 0;
 };
 
 }  // namespace torvane::platform

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/Activities.h"
+
 namespace torvane::platform {
 
 namespace {
@@ -21,6 +23,8 @@ struct VirtualLoop::State {
   std::uint64_t Made = 0;
   std::uint64_t Handled = 0;
   std::map<EventKey, std::function<void()>> Events;
+  std::function<void()> Look;
+  Activities Handlers;
 
   EventKey Add(std::int64_t due, std::function<void()> job) {
     const EventKey key{due, Made++};
@@ -28,17 +32,24 @@ struct VirtualLoop::State {
     return key;
   }
 
-  /// Takes the first event and runs it at its time. The caller knows that there is one.
+  /// Takes the first event and runs it at its time, and then whatever waited for it. The caller
+  /// knows that there is one.
   void HandleFirst() {
     auto node = Events.extract(Events.begin());
     if (node.key().first > Now) Now = node.key().first;
     ++Handled;
-    node.mapped()();
+    Handlers.Start(std::move(node.mapped()));
+    Handlers.GoOn();
+    if (Look) Look();
+  }
+
+  [[nodiscard]] bool DueBy(std::int64_t end) const {
+    return !Events.empty() && Events.begin()->first.first <= end;
   }
 };
 
-/// The next tick stands among the events only while the handler is not running, so that a nested
-/// wait cannot enter it again; afterwards the timer goes on in step with its period.
+/// The next tick stands among the events only while the activity of the last one is over; then the
+/// timer goes on in step with its period.
 class VirtualLoop::VirtualTimer final : public Timer {
  public:
   VirtualTimer(const std::shared_ptr<State>& state, std::function<void()> fired)
@@ -110,7 +121,10 @@ class VirtualLoop::VirtualTimer final : public Timer {
 };
 
 VirtualLoop::VirtualLoop() : state_(std::make_shared<State>()) {}
-VirtualLoop::~VirtualLoop() { state_->Events.clear(); }
+VirtualLoop::~VirtualLoop() {
+  state_->Handlers.Unwind();
+  state_->Events.clear();
+}
 
 std::int64_t VirtualLoop::NowMs() const { return state_->Now; }
 
@@ -124,24 +138,38 @@ void VirtualLoop::After(std::int64_t delayMs, std::function<void()> job) {
   state_->Add(state_->Now + (delayMs > 0 ? delayMs : 0), std::move(job));
 }
 
+void VirtualLoop::Start(std::function<void()> handler) {
+  state_->Handlers.Start(std::move(handler));
+}
+
 void VirtualLoop::WaitUntil(const std::function<bool()>& done) {
+  if (state_->Handlers.Inside()) return state_->Handlers.Wait(done);
   const std::int64_t limit = state_->Now + WaitLimitMs;
   while (!done()) {
+    if (state_->Handlers.GoOn()) continue;
     if (state_->Events.empty()) throw std::logic_error("a wait that nothing can end");
-    if (state_->Events.begin()->first.first > limit) {
-      throw std::logic_error("a wait that has not ended in seven days");
-    }
+    if (!state_->DueBy(limit)) throw std::logic_error("a wait that has not ended in seven days");
     state_->HandleFirst();
   }
 }
 
+void VirtualLoop::GiveUpWaits() { state_->Handlers.Unwind(); }
+
 void VirtualLoop::RunFor(std::int64_t ms) {
   const std::int64_t end = state_->Now + ms;
-  while (!state_->Events.empty() && state_->Events.begin()->first.first <= end) {
-    state_->HandleFirst();
+  if (state_->Handlers.Inside()) {
+    After(ms, [] {});
+    return WaitUntil([this, end] { return state_->Now >= end; });
   }
+  state_->Handlers.GoOn();
+  while (state_->DueBy(end)) state_->HandleFirst();
   if (state_->Now < end) state_->Now = end;
+  state_->Handlers.GoOn();
 }
+
+std::size_t VirtualLoop::ActivitiesUnderWay() const { return state_->Handlers.UnderWay(); }
+
+void VirtualLoop::OnEvent(std::function<void()> look) { state_->Look = std::move(look); }
 
 std::uint64_t VirtualLoop::EventsHandled() const { return state_->Handled; }
 

@@ -20,17 +20,28 @@ class VirtualLoop final : public EventLoop {
   [[nodiscard]] std::unique_ptr<Timer> MakeTimer(std::function<void()> fired) override;
   void Post(std::function<void()> job) override;
 
-  /// Throws std::logic_error when nothing is left that could ever make `done` hold.
+  void Start(std::function<void()> handler) override;
+
+  /// Outside any activity: throws std::logic_error when nothing is left that could ever make `done`
+  /// hold.
   void WaitUntil(const std::function<bool()>& done) override;
+  void GiveUpWaits() override;
 
   /// Runs `job` once, `delayMs` from now.
   void After(std::int64_t delayMs, std::function<void()> job);
 
-  /// Handles all that falls due within the next `ms`, and leaves the clock there.
+  /// Handles all that falls due within the next `ms`, and leaves the clock there. Inside an
+  /// activity it waits for as long.
   void RunFor(std::int64_t ms);
 
   /// Events handled so far: a wait that polls instead of sleeping shows here.
   [[nodiscard]] std::uint64_t EventsHandled() const;
+
+  /// Handlers that have begun and wait.
+  [[nodiscard]] std::size_t ActivitiesUnderWay() const;
+
+  /// Seen after each event and whatever went on after it.
+  void OnEvent(std::function<void()> look);
 
  private:
   class VirtualTimer;

@@ -36,11 +36,6 @@ class ActiveStore {
   /// True while the system itself presses a program button.
   [[nodiscard]] bool ProgramChangeGuard() const { return programChangeGuard_; }
 
-  /// A change or a selection is under way and sends its lines: no second one may begin. The console
-  /// lives on in those waits.
-  [[nodiscard]] bool Busy() const { return busy_; }
-  [[nodiscard]] bool& BusyFlag() { return busy_; }
-
  private:
   void LoadSlot(int slot);
   void ReadSlotFiles(int slot);
@@ -53,7 +48,6 @@ class ActiveStore {
 
   ProgramParts parts_;
   bool programChangeGuard_ = false;
-  bool busy_ = false;
 };
 
 }  // namespace torvane::supervision

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "supervision/WarningText.h"
-
 namespace torvane::supervision {
 
 namespace {
@@ -43,8 +41,7 @@ bool ActionRefused(CycleAction action, const core::MachineState& state) {
 bool RefuseAction(CycleAction action, const core::MachineState& state, OperatorDialogs& dialogs) {
   if (!ActionRefused(action, state)) return false;
   const auto& rule = CycleRuleOf(action);
-  dialogs.ShowWarning(TwoLineWarning(rule.FirstLine, rule.SecondLine), WarningMode::Ok,
-                      WarningStyle::Warning);
+  dialogs.Warn(rule.FirstLine, rule.SecondLine);
   return true;
 }
 

@@ -29,7 +29,7 @@ std::int32_t SheetsToGo(const core::Batch& batch) {
 
 LaserFigures Poll::ReadLaserFigures() {
   const auto read = [this](std::string_view name, int places) {
-    return core::NumberText(trio_.GetRspnsSngl(name, places), places);
+    return core::NumberText(trio_.GetRspnsSngl(name, places, link::Asker::Poll), places);
   };
   LaserFigures figures;
   // The actual feed is the same variable as the programmed one, read earlier in the tick.
@@ -43,16 +43,19 @@ LaserFigures Poll::ReadLaserFigures() {
   return figures;
 }
 
-void Poll::RefreshBatch() {
+void Poll::RefreshBatch(link::Asker asker) {
   const std::int16_t slot = system_.ActiveSlot;
   if (!system_.Link.TrioLinkEnabled || system_.Console.BatchEditing) return;
   if (slot != 1 && slot != 2) return;
+  const bool ticking = asker == link::Asker::Poll;
+  const std::uint64_t changes = changes_.Begun();
   core::Batch read;
-  read.PartsPerSheet = trio_.GetRspnsLng(Variable::PartsPerSheet);
-  read.PartsRequired = trio_.GetRspnsLng(Variable::PartsRequired);
-  read.SheetsRequired = trio_.GetRspnsLng(Variable::SheetsRequired);
-  read.SheetsCompleted = trio_.GetRspnsLng(Variable::SheetsCompleted);
+  read.PartsPerSheet = trio_.GetRspnsLng(Variable::PartsPerSheet, asker);
+  read.PartsRequired = trio_.GetRspnsLng(Variable::PartsRequired, asker);
+  read.SheetsRequired = trio_.GetRspnsLng(Variable::SheetsRequired, asker);
+  read.SheetsCompleted = trio_.GetRspnsLng(Variable::SheetsCompleted, asker);
   read.SheetsToGo = SheetsToGo(read);
+  if (ticking && (changes_.Begun() != changes || trio_.Ending())) return;
   system_.Programs[static_cast<std::size_t>(slot)].BatchCounters = read;
   // The operator may have begun to type, or have changed the slot, while the replies came.
   if (!system_.Console.BatchEditing && system_.ActiveSlot == slot)

@@ -1,7 +1,7 @@
 #include "supervision/PollTrio.h"
 
 #include <array>
-#include <utility>
+#include <string>
 
 #include "core/General.h"
 #include "link/Variables.h"
@@ -40,24 +40,56 @@ Poll::Poll(core::System& system, link::Trio& trio, link::Downloads& downloads,
       plot_(plot),
       messages_(messages) {}
 
+class Poll::Watch {
+ public:
+  explicit Watch(const Poll& poll) : poll_(poll), begun_(poll.changes_.Begun()) {}
+
+  /// A change of program stands or has been, or the program ends.
+  [[nodiscard]] bool Overtaken() const {
+    return poll_.changes_.Held() || poll_.changes_.Begun() != begun_ || poll_.trio_.Ending();
+  }
+
+ private:
+  const Poll& poll_;
+  std::uint64_t begun_;
+};
+
 void Poll::PollTrio() {
-  if (inTick_) return;
+  static constexpr std::array<Stage, 9> Stages = {
+      &Poll::ReadStatus, &Poll::PlotPosition,    &Poll::ReadPositions,
+      &Poll::ReadFeeds,  &Poll::ReadRunningBlock, &Poll::RefreshMessageButton,
+      &Poll::RunMachineStages, &Poll::TopUpTable, &Poll::RefreshTickBatch};
+  trio_.Loop().WaitUntil([this] { return !inTick_; });
   const FlagGuard tick(inTick_);
-  ReadStatus();
-  plot_.RealTimePlot();
-  ReadPositions();
-  ReadFeeds();
-  ReadRunningBlock();
-  RefreshMessageButton();
-  for (const PollStage stage : {PollStage::Machine, PollStage::Laser, PollStage::RunTime})
+  const Watch watch(*this);
+  for (const Stage stage : Stages) {
+    if (watch.Overtaken()) return;
+    (this->*stage)();
+  }
+  RotateLog();
+}
+
+void Poll::RunMachineStages() {
+  const Watch watch(*this);
+  for (const PollStage stage : {PollStage::Machine, PollStage::Laser, PollStage::RunTime}) {
+    if (watch.Overtaken()) return;
     screens_.RunStage(stage);
-  TopUpTable();
-  if (screens_.Offers(PollStage::Batch) || RunEnded(system_.State)) RefreshBatch();
+  }
+}
+
+void Poll::RefreshTickBatch() {
+  if (screens_.Offers(PollStage::Batch) || RunEnded(system_.State)) {
+    RefreshBatch(link::Asker::Poll);
+  }
+}
+
+void Poll::RotateLog() {
   if (system_.Link.PollLogEnabled) trio_.RotateLog();
 }
 
 void Poll::ReadStatus() {
-  const std::int32_t word = trio_.GetRspnsLng(Variable::Status);
+  const std::int32_t word = trio_.GetRspnsLng(Variable::Status, link::Asker::Poll);
+  if (trio_.Ending()) return;
   DecodeStatus(system_.State, word, system_.Machine.MachineVariant);
 }
 
@@ -66,7 +98,7 @@ void Poll::ShowFigure(int index, float value, int places) {
 }
 
 float Poll::ReadAxis(std::string_view expression, float scale, float offset) {
-  double value = trio_.GetRspnsSngl(expression);
+  double value = trio_.GetRspnsSngl(expression, -1, link::Asker::Poll);
   if (scale != 0) value /= scale;
   return static_cast<float>(value + offset);
 }
@@ -105,18 +137,18 @@ std::array<float, 3> Poll::ReadDisplayedPositions() {
 
 void Poll::ReadFeeds() {
   auto& state = system_.State;
-  state.FeedOverride = trio_.GetRspnsSngl(Variable::FeedOverride, 0);
-  state.FeedRate = trio_.GetRspnsSngl(Variable::FeedRate, 0);
+  state.FeedOverride = trio_.GetRspnsSngl(Variable::FeedOverride, 0, link::Asker::Poll);
+  state.FeedRate = trio_.GetRspnsSngl(Variable::FeedRate, 0, link::Asker::Poll);
   ShowFigure(5, state.FeedOverride, 0);
   ShowFigure(6, state.FeedRate, 0);
 }
 
 void Poll::ReadRunningBlock() {
   auto& state = system_.State;
-  {
-    const FlagGuard silent(system_.Link.ReportCommsErrors, false);
-    state.RunningBlock = trio_.GetRspnsInt(Variable::RunningRecord);
-  }
+  const Watch watch(*this);
+  const std::int16_t block = trio_.GetRspnsInt(Variable::RunningRecord, link::Asker::Silent);
+  if (watch.Overtaken()) return;
+  state.RunningBlock = block;
   screens_.RunStage(PollStage::RunningBlock);
 }
 
@@ -150,8 +182,8 @@ void Poll::RefreshMessageButton() {
 }
 
 bool Poll::RefreshMessages() {
-  const std::int32_t vr16 = trio_.GetRspnsLng(Variable::IoMessage);
-  const std::int32_t vr17 = trio_.GetRspnsLng(Variable::LogicMessages);
+  const std::int32_t vr16 = trio_.GetRspnsLng(Variable::IoMessage, link::Asker::Poll);
+  const std::int32_t vr17 = trio_.GetRspnsLng(Variable::LogicMessages, link::Asker::Poll);
   return messages_.Refresh(vr16, vr17, system_.Console.NewProgramsReceived, system_.Messages,
                            system_.Directories);
 }
@@ -165,20 +197,23 @@ std::optional<bool> Poll::TakeRollers(bool force) {
 }
 
 void Poll::TopUpTable() {
-  if (toppingUp_) return;
-  {
-    const FlagGuard guard(toppingUp_);
-    downloads_.TopUpTable(system_.ActiveSlot, system_.State.RunningBlock, system_.TableSent);
+  const Watch watch(*this);
+  try {
+    downloads_.TopUpTable(system_.ActiveSlot, system_.State.RunningBlock, system_.TableSent,
+                          [&watch] { return watch.Overtaken(); });
+  } catch (const platform::RuntimeFault& fault) {
+    TellTableFault(fault);
   }
-  for (const auto& job : std::exchange(waiting_, {})) job();
 }
 
-void Poll::RunOutsideTopUp(std::function<void()> job) {
-  if (toppingUp_) {
-    waiting_.push_back(std::move(job));
-  } else {
-    job();
-  }
+/// The machine cuts: the console stays and says what is wrong, once for each program put in force.
+void Poll::TellTableFault(const platform::RuntimeFault& fault) {
+  if (faultToldOf_ == changes_.Begun() + 1) return;
+  faultToldOf_ = changes_.Begun() + 1;
+  trio_.Loop().Start([this, path = fault.Path(), sentence = std::string(fault.what())] {
+    const std::size_t named = path.empty() ? 0 : path.size() + 2;  // ": "
+    trio_.Screens().Warn(path, std::string_view(sentence).substr(named));
+  });
 }
 
 }  // namespace torvane::supervision

@@ -3,16 +3,17 @@
 #pragma once
 
 #include <array>
-#include <functional>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/System.h"
 #include "link/Downloads.h"
 #include "link/Trio.h"
 #include "platform/FileSystem.h"
+#include "platform/RuntimeFault.h"
+#include "supervision/ChangeLock.h"
 #include "supervision/MessageList.h"
 #include "supervision/PollScreens.h"
 #include "supervision/RunningBlock.h"
@@ -27,14 +28,22 @@ struct LaserFigures {
 };
 
 /// With the link off the tick still runs, and every value reads as 0. A failed query reads as 0 too
-/// and is taken for the truth: the failure dialog is the operator's warning.
+/// and is taken for the truth: the failure dialog is the operator's warning. It stands beside the
+/// poll, which goes on.
+///
+/// Where a change of program begins while a tick waits for a reply, the tick ends at its next step:
+/// what it holds belongs to the program that was.
 class Poll {
  public:
   Poll(core::System& system, link::Trio& trio, link::Downloads& downloads,
        platform::FileSystem& files, PollScreens& screens, PlotStage& plot, MessageList& messages);
 
-  /// One tick, in its fixed order. A call from inside a tick's own waits returns at once.
+  /// One tick, in its fixed order. It waits for another that is under way; beside a change of
+  /// program it does nothing.
   void PollTrio();
+
+  /// Held by whoever changes the program in force.
+  [[nodiscard]] ChangeLock& Changes() { return changes_; }
 
   // ---- the stages, in the order of the tick ----
 
@@ -47,8 +56,9 @@ class Poll {
   void RefreshMessageButton();
   void TopUpTable();
   /// The batch counters of the active slot; nothing with the link off and while they are edited.
-  /// BatchForm's stage runs after it.
-  void RefreshBatch();
+  /// BatchForm's stage runs after it. A reading of the poll that a change of program has overtaken
+  /// is dropped.
+  void RefreshBatch(link::Asker asker = link::Asker::Operator);
 
   // ---- what the stages of the screens ask for ----
 
@@ -71,14 +81,19 @@ class Poll {
   /// Feed, power and state of the laser, asked for now, as their boxes show them.
   [[nodiscard]] LaserFigures ReadLaserFigures();
 
-  /// Runs `job`: now, or behind the refill of the table that is under way below it on the stack. A
-  /// change of program in the middle of a refill would mix the lines of two programs.
-  void RunOutsideTopUp(std::function<void()> job);
-
   /// The next ReadRunningBlock shows the listing afresh.
   void ForgetShownBlock();
 
  private:
+  /// Notes where the changes of program stand before a wait, and tells what happened in it.
+  class Watch;
+  using Stage = void (Poll::*)();
+
+  void PlotPosition() { plot_.RealTimePlot(); }
+  void RunMachineStages();
+  void RefreshTickBatch();
+  void RotateLog();
+  void TellTableFault(const platform::RuntimeFault& fault);
   void ShowFigure(int index, float value, int places);
   [[nodiscard]] float ReadAxis(std::string_view expression, float scale, float offset);
 
@@ -89,9 +104,9 @@ class Poll {
   PollScreens& screens_;
   PlotStage& plot_;
   MessageList& messages_;
+  ChangeLock changes_;
+  std::uint64_t faultToldOf_ = 0;  ///< ChangeLock::Begun, plus 1, when a table's fault was shown
   bool inTick_ = false;
-  bool toppingUp_ = false;
-  std::vector<std::function<void()>> waiting_;
 };
 
 }  // namespace torvane::supervision

@@ -10,18 +10,15 @@ namespace torvane::supervision {
 
 void ProgramChange::ChangeActiveProgram(int slot) {
   if (store_.ProgramChangeGuard()) return;
-  parts_.Poll.RunOutsideTopUp([this, slot] {
-    if (Allowed() &&
-        !RefuseAction(CycleAction::ChangeProgram, parts_.System.State, parts_.Dialogs)) {
-      Change(slot);
-    }
-    store_.PressActiveButton();
-  });
+  if (Allowed() && !RefuseAction(CycleAction::ChangeProgram, parts_.System.State, parts_.Dialogs)) {
+    Change(slot);
+  }
+  store_.PressActiveButton();
 }
 
 bool ProgramChange::Allowed() const {
   const auto& console = parts_.System.Console;
-  if (console.FormsLocked || store_.Busy()) return false;
+  if (console.FormsLocked || parts_.Poll.Changes().Held()) return false;
   const auto visible = parts_.Screens.VisibleForms();
   const bool blocked = std::any_of(visible.begin(), visible.end(), [](const std::string& name) {
     return std::find(ChangeBlockingForms.begin(), ChangeBlockingForms.end(), name) !=
@@ -32,8 +29,8 @@ bool ProgramChange::Allowed() const {
 
 void ProgramChange::Change(int slot) {
   auto& system = parts_.System;
-  const FlagGuard busy(store_.BusyFlag());
-  parts_.Poll.RefreshBatch();
+  const ChangeLock::Change change(parts_.Poll.Changes(), parts_.Trio);
+  parts_.Poll.RefreshBatch(link::Asker::Operator);
   core::SaveBatch(parts_.Files, system.Directories, system.ActiveSlot,
                   system.Active().BatchCounters);
   system.ActiveSlot = slot == 2 ? 2 : 1;

@@ -10,7 +10,6 @@
 #include "core/SlotFiles.h"
 #include "platform/PlainNames.h"
 #include "supervision/ProgramNames.h"
-#include "supervision/WarningText.h"
 
 namespace torvane::supervision {
 
@@ -20,9 +19,7 @@ constexpr std::array<std::string_view, 4> RestartFiles = {"cfg", "drw", "cnv", "
 
 }  // namespace
 
-void ProgramEntries::Refuse(std::string_view line) {
-  dialogs_.ShowWarning(OneLineWarning(line), WarningMode::Ok, WarningStyle::Warning);
-}
+void ProgramEntries::Refuse(std::string_view line) { dialogs_.Warn(line); }
 
 std::vector<std::string> ProgramEntries::Directories() const {
   return core::ListProgramDirectories(files_, system_.Directories.ProgramRoot);

@@ -1,7 +1,5 @@
 #include "supervision/ProgramSelection.h"
 
-#include <memory>
-
 #include "core/General.h"
 #include "core/LastFile.h"
 #include "core/SettingsModule.h"
@@ -9,7 +7,6 @@
 #include "platform/RuntimeFault.h"
 #include "supervision/CycleRules.h"
 #include "supervision/ProgramNames.h"
-#include "supervision/WarningText.h"
 
 namespace torvane::supervision {
 
@@ -20,33 +17,39 @@ constexpr const char* IllegalKerf = "Can Not Be Selected Due To Illegal Kerf Wid
 
 }  // namespace
 
-void ProgramSelection::Warn(const std::string& text) {
-  parts_.Dialogs.ShowWarning(text, WarningMode::Ok, WarningStyle::Warning);
-}
-
 std::string ProgramSelection::SlotFile(std::string_view extension) const {
   return core::SlotFile(parts_.System.Directories, parts_.System.ActiveSlot, extension);
 }
 
 bool ProgramSelection::SelectProgram(std::string_view directoryText, std::string_view programText) {
-  const auto selected = std::make_shared<bool>(false);
-  parts_.Poll.RunOutsideTopUp(
-      [this, selected, directory = std::string(core::Trim(directoryText)),
-       program = std::string(core::Trim(programText))] { *selected = Select(directory, program); });
-  return *selected;
+  const std::string directory(core::Trim(directoryText));
+  const std::string program(core::Trim(programText));
+  if (parts_.Poll.Changes().Held() || !Accept(directory, program)) return false;
+  const char* refusal = nullptr;
+  {
+    const ChangeLock::Change change(parts_.Poll.Changes(), parts_.Trio);
+    refusal = FillSlotOrClear(directory, program);
+    if (refusal == nullptr) PutInForce();
+  }
+  if (refusal == nullptr) {
+    parts_.Screens.OpenSetupForm();
+    parts_.Screens.UnloadProgramForm();
+    return true;
+  }
+  // The poll goes on while the dialog stands: the change is over, with nothing in its slot.
+  parts_.Dialogs.Warn(program, refusal);
+  store_.ClearSlot(parts_.System.ActiveSlot);
+  return false;
 }
 
-bool ProgramSelection::Select(const std::string& directory, const std::string& program) {
-  if (store_.Busy() || !Accept(directory, program)) return false;
-  const FlagGuard busy(store_.BusyFlag());
+const char* ProgramSelection::FillSlotOrClear(const std::string& directory,
+                                              const std::string& program) {
   try {
-    if (!FillSlot(directory, program)) return false;
+    return FillSlot(directory, program);
   } catch (const platform::RuntimeFault&) {
     store_.ClearSlot(parts_.System.ActiveSlot);
     throw;
   }
-  PutInForce();
-  return true;
 }
 
 bool ProgramSelection::Accept(const std::string& directory, const std::string& program) {
@@ -63,22 +66,19 @@ bool ProgramSelection::Accept(const std::string& directory, const std::string& p
     refusal = ProgramDoesNotExist;
   }
   if (refusal != nullptr) {
-    Warn(OneLineWarning(refusal));
+    parts_.Dialogs.Warn(refusal);
     return false;
   }
   return !RefuseAction(CycleAction::SelectProgram, parts_.System.State, parts_.Dialogs);
 }
 
-bool ProgramSelection::FillSlot(const std::string& directory, const std::string& program) {
+const char* ProgramSelection::FillSlot(const std::string& directory, const std::string& program) {
   BeginSlot(directory, program);
   const std::string squeezed = CopyProgram();
   CopyLaserSettings();
-  if (!Convert(squeezed)) {
-    store_.ClearSlot(parts_.System.ActiveSlot);
-    return false;
-  }
-  SaveSlot();
-  return true;
+  const char* const refusal = Convert(squeezed);
+  if (refusal == nullptr) SaveSlot();
+  return refusal;
 }
 
 void ProgramSelection::BeginSlot(const std::string& directory, const std::string& program) {
@@ -117,7 +117,7 @@ void ProgramSelection::CopyLaserSettings() {
   files.CopyFile(beside, SlotFile("lsr"));
 }
 
-bool ProgramSelection::Convert(const std::string& squeezed) {
+const char* ProgramSelection::Convert(const std::string& squeezed) {
   auto& system = parts_.System;
   auto& slot = Slot();
   partprogram::PassInput input;
@@ -133,11 +133,9 @@ bool ProgramSelection::Convert(const std::string& squeezed) {
   slot.Note.clear();
   if (result.Outcome == partprogram::PassOutcome::Good) {
     partprogram::FillSlot(result, slot);
-    return true;
+    return nullptr;
   }
-  const bool kerf = result.Outcome == partprogram::PassOutcome::IllegalKerf;
-  Warn(TwoLineWarning(slot.ProgramName, kerf ? IllegalKerf : ErrorsInCode));
-  return false;
+  return result.Outcome == partprogram::PassOutcome::IllegalKerf ? IllegalKerf : ErrorsInCode;
 }
 
 void ProgramSelection::SaveSlot() {
@@ -161,8 +159,6 @@ void ProgramSelection::PutInForce() {
   parts_.Plot.RefreshPlot(slot);
   system.State.RunSeconds = 0;
   store_.SendActiveProgram();
-  parts_.Screens.OpenSetupForm();
-  parts_.Screens.UnloadProgramForm();
 }
 
 }  // namespace torvane::supervision

@@ -41,7 +41,7 @@ class QuietPlot : public PlotStage {
     auto& state = system_.State;
     if (!system_.Link.TrioLinkEnabled || !system_.Active().Selected) return;
     if (state.MachineRunning && !state.MachineWasRunning) RefreshPlot(system_.ActiveSlot);
-    state.RunSeconds = trio_.GetRspnsSngl(link::Variable::RunTime, 2);
+    state.RunSeconds = trio_.GetRspnsSngl(link::Variable::RunTime, 2, link::Asker::Poll);
   }
   void RefreshPlot(int /*slot*/) override { system_.State.RunSeconds = 0; }
   void ShowPlotBox(int /*slot*/) override {}

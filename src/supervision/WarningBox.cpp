@@ -12,9 +12,8 @@ constexpr std::array<WarningLayout, 3> Layouts = {{
 
 }  // namespace
 
-const WarningLayout& WarningLayoutOf(int mode) {
-  const bool known = mode >= WarningMode::Ok && mode <= WarningMode::YesNo;
-  return Layouts[static_cast<std::size_t>(known ? mode - 1 : 0)];
+const WarningLayout& WarningLayoutOf(WarningMode mode) {
+  return Layouts[static_cast<std::size_t>(mode) - static_cast<std::size_t>(WarningMode::Ok)];
 }
 
 std::optional<int> WarningKeyButton(char letter, const WarningLayout& layout) {
@@ -30,20 +29,19 @@ std::optional<int> WarningKeyButton(char letter, const WarningLayout& layout) {
   }
 }
 
-WarningImages WarningImagesOf(int style) {
+WarningImages WarningImagesOf(WarningStyle style) {
   switch (style) {
-    case WarningStyle::Warning:
-      return WarningImages::Warning;
     case WarningStyle::Question:
       return WarningImages::Question;
     case WarningStyle::Information:
       return WarningImages::Information;
-    default:
-      return WarningImages::None;
+    case WarningStyle::Warning:
+      break;
   }
+  return WarningImages::Warning;
 }
 
-bool WarningBox::ShowWarning(std::string_view text, int mode, int style,
+bool WarningBox::ShowWarning(std::string_view text, WarningMode mode, WarningStyle style,
                              const std::function<void()>& showModal) {
   if (up_) return false;
   int answer = 0;

@@ -26,31 +26,30 @@ struct WarningLayout {
   }
 };
 
-/// Of a mode 1 to 3; any other counts as 1.
-[[nodiscard]] const WarningLayout& WarningLayoutOf(int mode);
+[[nodiscard]] const WarningLayout& WarningLayoutOf(WarningMode mode);
 
 /// The button that a key presses: "O" and "Y" the affirmative one, "C" and "N" button 0 even where
 /// it is hidden. Nothing for any other key. `letter` is a capital.
 [[nodiscard]] std::optional<int> WarningKeyButton(char letter, const WarningLayout& layout);
 
 /// The image pair of a style.
-enum class WarningImages { None, Warning, Question, Information };
-[[nodiscard]] WarningImages WarningImagesOf(int style);
+enum class WarningImages { Warning, Question, Information };
+[[nodiscard]] WarningImages WarningImagesOf(WarningStyle style);
 
 /// The state behind the window. One box at a time: the mark is what keeps two dialogs from meeting.
 class WarningBox {
  public:
   /// Marks the box as up, runs `showModal`, which returns when the window has gone, and gives the
   /// answer: true if button 1 or 2 was pressed. Without a word false while a box is up already.
-  bool ShowWarning(std::string_view text, int mode, int style,
+  bool ShowWarning(std::string_view text, WarningMode mode, WarningStyle style,
                    const std::function<void()>& showModal);
 
   /// A button was pressed; the window closes behind it. Buttons 0 to 2, any other counts as closing
   /// in another way.
   void Press(int button);
 
-  /// The window has gone: the mark is cleared, though the call may still wait for what runs within
-  /// it, and the next warning can come up.
+  /// The window has gone: the mark is cleared and the next warning can come up, even before the
+  /// call that waits for it has gone on.
   void Closed();
 
   /// True while a box is up.
@@ -62,8 +61,8 @@ class WarningBox {
  private:
   bool up_ = false;
   std::string text_;
-  int mode_ = WarningMode::Ok;
-  int style_ = 0;
+  WarningMode mode_ = WarningMode::Ok;
+  WarningStyle style_ = WarningStyle::Warning;
   int* answer_ = nullptr;  ///< of the call that stands
 };
 

@@ -71,7 +71,23 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setFont(font);
 }
 
+namespace {
+
+int eventDepth = 0;  // of the one thread that has the screens
+
+struct InEvent {
+  InEvent() { ++eventDepth; }
+  ~InEvent() { --eventDepth; }
+  InEvent(const InEvent&) = delete;
+  InEvent& operator=(const InEvent&) = delete;
+};
+
+}  // namespace
+
+int Application::EventDepth() { return eventDepth; }
+
 bool Application::notify(QObject* receiver, QEvent* event) {
+  const InEvent inEvent;
   try {
     return QApplication::notify(receiver, event);
   } catch (...) {

@@ -6,8 +6,8 @@
 
 namespace torvane::toolkit {
 
-/// Make one before any control. A fault thrown by a handler is kept, and the waits of QtLoop throw
-/// it again on their way out, so that it ends in QtLoop::Run's caller.
+/// Make one before any control. A fault thrown by a handler is kept, and QtLoop throws it again, so
+/// that it ends in QtLoop::Run's caller.
 class Application : public QApplication {
  public:
   Application(int& argc, char** argv);
@@ -17,6 +17,9 @@ class Application : public QApplication {
   /// The first fault of a handler, which is taken out; null if there was none.
   std::exception_ptr TakeFault();
   [[nodiscard]] bool HasFault() const { return fault_ != nullptr; }
+
+  /// Events whose handling has begun and not ended, on whichever stack.
+  [[nodiscard]] static int EventDepth();
 
  private:
   std::exception_ptr fault_;

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 
+#include "toolkit/Desk.h"
 #include "toolkit/Form.h"
 
 namespace torvane::toolkit {
@@ -96,14 +97,17 @@ void Control::PointerDouble(const PointerEvent&) {}
 
 bool Control::Admits() const { return !owner_ || owner_->AcceptsInput(); }
 
-void Control::Press(QMouseEvent& event, bool twice) {
-  event.accept();
+void Control::InActivity(std::function<void(Control&)> handle) {
+  if (!owner_) return handle(*this);
+  owner_->OwnerDesk().Loop().Start([this, handle = std::move(handle)] { handle(*this); });
+}
+
+void Control::Press(const PointerEvent& at, bool twice) {
   if (!Admits()) return;
   const QPointer<Control> self(this);
   if (owner_) owner_->PressedOn(this);
   if (!self || !enabled_ || !Admits()) return;
   if (CanFocus()) SetFocus();
-  const PointerEvent at = At(event, ButtonOf(event.button()));
   grabbed_ = at.Button;
   if (twice) PointerDouble(at);
   if (!self) return;
@@ -113,13 +117,8 @@ void Control::Press(QMouseEvent& event, bool twice) {
   handler(at);
 }
 
-void Control::mousePressEvent(QMouseEvent* event) { Press(*event, false); }
-void Control::mouseDoubleClickEvent(QMouseEvent* event) { Press(*event, true); }
-
-void Control::mouseMoveEvent(QMouseEvent* event) {
-  event->accept();
+void Control::Move(const PointerEvent& at) {
   if (!Admits() || !enabled_) return;
-  const PointerEvent at = At(*event, ButtonOf(event->buttons()));
   const QPointer<Control> self(this);
   PointerMove(at);
   if (!self || !mouseMove_) return;
@@ -127,10 +126,29 @@ void Control::mouseMoveEvent(QMouseEvent* event) {
   handler(at);
 }
 
+void Control::mousePressEvent(QMouseEvent* event) {
+  event->accept();
+  const PointerEvent at = At(*event, ButtonOf(event->button()));
+  InActivity([at](Control& self) { self.Press(at, false); });
+}
+
+void Control::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+  const PointerEvent at = At(*event, ButtonOf(event->button()));
+  InActivity([at](Control& self) { self.Press(at, true); });
+}
+
+void Control::mouseMoveEvent(QMouseEvent* event) {
+  event->accept();
+  const PointerEvent at = At(*event, ButtonOf(event->buttons()));
+  InActivity([at](Control& self) { self.Move(at); });
+}
+
 void Control::mouseReleaseEvent(QMouseEvent* event) {
   event->accept();
   if (grabbed_ == PointerButton::None || ButtonOf(event->button()) != grabbed_) return;
-  Release(At(*event, grabbed_), Admits() && enabled_);
+  const PointerEvent at = At(*event, grabbed_);
+  InActivity([at](Control& self) { self.Release(at, self.Admits() && self.enabled_); });
 }
 
 void Control::Release(const PointerEvent& event, bool counts) {
@@ -151,7 +169,8 @@ void Control::resizeEvent(QResizeEvent*) { PlaceChanged(); }
 
 void Control::hideEvent(QHideEvent*) {
   if (grabbed_ == PointerButton::None) return;
-  Release({-1, -1, grabbed_}, false);
+  const PointerEvent gone{-1, -1, grabbed_};
+  InActivity([gone](Control& self) { self.Release(gone, false); });
 }
 
 }  // namespace torvane::toolkit

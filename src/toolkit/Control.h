@@ -20,7 +20,8 @@ class Form;
 
 /// A control paints itself from its two colours. It stands in a form, a panel or a frame; whatever
 /// it is put into, keys and focus are the business of its form. Handlers are plain functions; a
-/// handler may wait, open a modal form or hide the control's own form.
+/// handler may wait, open a modal form or hide the control's own form: every event of the pointer
+/// is an activity of the loop.
 class Control : public QWidget {
  public:
   /// `owner` is for controls that stand outside their form, such as an open list.
@@ -99,7 +100,10 @@ class Control : public QWidget {
 
  private:
   [[nodiscard]] bool Admits() const;
-  void Press(QMouseEvent& event, bool twice);
+  /// Runs what an event leads to as an activity; the control outlives its start, not its waits.
+  void InActivity(std::function<void(Control&)> handle);
+  void Press(const PointerEvent& at, bool twice);
+  void Move(const PointerEvent& at);
   void Release(const PointerEvent& event, bool counts);
 
   std::string name_;

@@ -22,6 +22,7 @@ Desk::Desk(platform::EventLoop& loop) : loop_(loop) {
 }
 
 Desk::~Desk() {
+  loop_.GiveUpWaits();
   // Forms that the desk owns take themselves off its lists while they still stand.
   for (Form* form : std::vector<Form*>(stack_)) delete form;
 }
@@ -45,33 +46,32 @@ void Desk::OpenWindow(int width, int height) {
   QWidget::setFocus();
 }
 
-void Desk::ShowModal(Form& form) {
-  if (std::find(modal_.begin(), modal_.end(), &form) != modal_.end()) return;
-  const QPointer<Form> below(active_);
-  const QPointer<Form> shownBefore(std::exchange(shownDuringModal_, nullptr));
-  const QPointer<Form> guard(&form);
-  {
-    struct Standing {
-      std::vector<Form*>& Modal;
-      Form* Mine;
-      ~Standing() { std::erase(Modal, Mine); }
-    } const standing{modal_, &form};
-    modal_.push_back(&form);
-    form.Show();
-    loop_.WaitUntil([&] { return !guard || !guard->Visible(); });
-  }
-  EndModal(below, shownBefore);
+bool Desk::IsModal(const Form& form) const {
+  return std::find(modal_.begin(), modal_.end(), &form) != modal_.end();
 }
 
-void Desk::EndModal(Form* below, Form* shownBefore) {
-  Form* const shown = std::exchange(shownDuringModal_, shownBefore);
-  const bool shownStands = shown && shown->Visible();
-  if (Form* modal = ModalForm()) {
-    if (shownStands) shownDuringModal_ = shown;
-    return SetActive(modal);
+void Desk::ShowModal(Form& form) {
+  if (IsModal(form)) return;
+  if (modal_.empty()) belowModal_ = active_;
+  modal_.push_back(&form);
+  const QPointer<Form> guard(&form);
+  const auto gone = [guard, hides = form.Hides()] { return !guard || guard->Hides() != hides; };
+  try {
+    form.Show();
+    loop_.WaitUntil(gone);
+  } catch (...) {
+    // It may stand on, but nobody waits for it any more.
+    if (!gone()) std::erase(modal_, &form);
+    throw;
   }
-  shownDuringModal_ = nullptr;
-  if (shownStands && shown != below) return Activate(*shown);
+}
+
+/// A modal form has gone. What was shown below meanwhile comes to the front after the last one.
+void Desk::EndModal() {
+  if (Form* modal = ModalForm()) return SetActive(modal);
+  Form* const below = std::exchange(belowModal_, nullptr);
+  Form* const shown = std::exchange(shownDuringModal_, nullptr);
+  if (shown && shown->Visible() && shown != below) return Activate(*shown);
   if (below && below->Visible()) return SetActive(below);
   if (Form* top = TopForm()) return Activate(*top);
   SetActive(nullptr);
@@ -136,15 +136,11 @@ void Desk::PressKey(const KeyStroke& stroke) {
   // A held key never overtakes the handler of its own last stroke.
   if (stroke.Repeat && handled_.count(stroke.Code)) return;
   if (!stroke.Repeat) held_[stroke.Code] = target;
-  const bool outermost = handled_.insert(stroke.Code).second;
   struct Mark {
-    std::set<Key>& Handled;
-    Key Code;
-    bool Outermost;
-    ~Mark() {
-      if (Outermost) Handled.erase(Code);
-    }
-  } const mark{handled_, stroke.Code, outermost};
+    std::multiset<Key>& Handled;
+    std::multiset<Key>::iterator Mine;
+    ~Mark() { Handled.erase(Mine); }
+  } const mark{handled_, handled_.insert(stroke.Code)};
   target->DeliverKeyDown(stroke);
 }
 
@@ -182,11 +178,13 @@ void Desk::Add(Form& form) {
 
 void Desk::Remove(Form& form) {
   std::erase(stack_, &form);
-  std::erase(modal_, &form);
-  if (shownDuringModal_ == &form) shownDuringModal_ = nullptr;
-  if (active_ != &form) return;
-  active_ = nullptr;
-  if (Form* modal = ModalForm()) active_ = modal;
+  for (Form** role : {&shownDuringModal_, &belowModal_}) {
+    if (*role == &form) *role = nullptr;
+  }
+  const bool modal = std::erase(modal_, &form) != 0;
+  if (active_ == &form) active_ = nullptr;
+  if (modal) return EndModal();
+  if (!active_) active_ = ModalForm();
 }
 
 void Desk::Activate(Form& form) {
@@ -232,11 +230,18 @@ void Desk::ApplyStack(const std::vector<Form*>& before) {
 }
 
 void Desk::Hidden(Form& form) {
+  if (std::erase(modal_, &form) != 0) {
+    if (active_ == &form) SetActive(nullptr);
+    return EndModal();
+  }
   if (active_ != &form) return;
-  if (std::find(modal_.begin(), modal_.end(), &form) != modal_.end()) return SetActive(nullptr);
   if (Form* modal = ModalForm()) return SetActive(modal);
   SetActive(nullptr);
   if (Form* top = TopForm()) Activate(*top);
+}
+
+void Desk::ReleaseAllKeys() {
+  while (!held_.empty()) ReleaseKey(KeyStroke(held_.begin()->first));
 }
 
 bool Desk::event(QEvent* event) {
@@ -248,9 +253,7 @@ bool Desk::event(QEvent* event) {
       event->accept();
       return true;
     case QEvent::WindowDeactivate:
-      for (const auto& [key, form] : std::map<Key, QPointer<Form>>(held_)) {
-        ReleaseKey(KeyStroke(key));
-      }
+      loop_.Start([this] { ReleaseAllKeys(); });
       break;
     default:
       break;
@@ -260,12 +263,13 @@ bool Desk::event(QEvent* event) {
 
 void Desk::keyPressEvent(QKeyEvent* event) {
   event->accept();
-  PressKey(StrokeOf(*event));
+  loop_.Start([this, stroke = StrokeOf(*event)] { PressKey(stroke); });
 }
 
 void Desk::keyReleaseEvent(QKeyEvent* event) {
   event->accept();
-  if (!event->isAutoRepeat()) ReleaseKey(StrokeOf(*event));
+  if (event->isAutoRepeat()) return;
+  loop_.Start([this, stroke = StrokeOf(*event)] { ReleaseKey(stroke); });
 }
 
 void Desk::paintEvent(QPaintEvent* event) {
@@ -279,7 +283,7 @@ void Desk::resizeEvent(QResizeEvent*) {
 
 void Desk::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (const auto handler = closeRequest_) handler();
+  if (closeRequest_) loop_.Start(closeRequest_);
 }
 
 }  // namespace torvane::toolkit

@@ -30,8 +30,9 @@ class Desk : public QWidget {
   void OpenFullScreen();
   void OpenWindow(int width, int height);
 
-  /// Shows the form over all others, which take no input while it stands, and waits in the event
-  /// loop until it is hidden or closed. May nest. The form below is not activated anew.
+  /// Shows the form over all others, which take no input while it stands, and waits until it is
+  /// hidden or closed. Another may come up over it; either may go first, and its caller goes on
+  /// then. When the last has gone the form below has the keys again, without being activated anew.
   void ShowModal(Form& form);
   /// The modal form on top, null if none stands.
   [[nodiscard]] Form* ModalForm() const;
@@ -85,16 +86,19 @@ class Desk : public QWidget {
   [[nodiscard]] Form* TargetOf(const KeyStroke& stroke) const;
   void SetActive(Form* form);
   void ApplyStack(const std::vector<Form*>& before);
-  void EndModal(Form* below, Form* shownBefore);
+  [[nodiscard]] bool IsModal(const Form& form) const;
+  void EndModal();
+  void ReleaseAllKeys();
 
   platform::EventLoop& loop_;
   Metrics metrics_;
   std::vector<Form*> stack_;
   std::vector<Form*> modal_;
   Form* active_ = nullptr;
-  Form* shownDuringModal_ = nullptr;
+  Form* belowModal_ = nullptr;        ///< had the keys before the first modal form came
+  Form* shownDuringModal_ = nullptr;  ///< the last that was shown below it meanwhile
   std::map<Key, QPointer<Form>> held_;
-  std::set<Key> handled_;
+  std::multiset<Key> handled_;  ///< strokes whose handlers are under way
   std::function<void()> closeRequest_;
   Colour background_ = 0;
   int busy_ = 0;

@@ -40,9 +40,12 @@ void Form::Raise() { desk_.RaiseInStack(*this); }
 
 void Form::Hide() {
   if (!visible_) return;
+  const QPointer<Form> self(this);
   desk_.ReleaseKeysOf(*this);
+  if (!self || !visible_) return;
   ClosePopup();
   visible_ = false;
+  ++hides_;
   QWidget::hide();
   shadow_->hide();
   desk_.Hidden(*this);
@@ -241,7 +244,9 @@ void Form::paintEvent(QPaintEvent*) {
 
 void Form::mousePressEvent(QMouseEvent* event) {
   event->accept();
-  if (AcceptsInput()) PressedOn(nullptr);
+  desk_.Loop().Start([this] {
+    if (AcceptsInput()) PressedOn(nullptr);
+  });
 }
 
 void Form::PlaceShadow() { shadow_->Surround(geometry(), Measures()); }

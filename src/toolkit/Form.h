@@ -3,6 +3,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -47,6 +48,8 @@ class Form : public QWidget {
   /// returns after it.
   void Close();
   [[nodiscard]] bool Visible() const { return visible_; }
+  /// How often it was taken off the desk: it may show again before whoever waits for that looks.
+  [[nodiscard]] std::uint64_t Hides() const { return hides_; }
   [[nodiscard]] bool Active() const;
 
   /// A disabled form takes no keys and no presses; it looks the same. A key or a button that was
@@ -147,6 +150,7 @@ class Form : public QWidget {
   std::vector<std::function<void()>> waiting_;
   Colour background_ = 0xC7BE98;
   Colour foreground_ = 0;
+  std::uint64_t hides_ = 0;
   double centreX_ = 0.5;
   double centreY_ = 0.5;
   bool visible_ = false;

@@ -8,17 +8,15 @@
 #include <QThread>
 #include <QTimer>
 #include <deque>
+#include <stdexcept>
 #include <utility>
 
+#include "platform/Activities.h"
 #include "toolkit/Application.h"
 
 namespace torvane::toolkit {
 
 namespace {
-
-/// Unwinds the waits that are under way when the program ends. No std::exception on purpose: nobody
-/// but Run catches it.
-struct LoopEnded {};
 
 QEvent::Type JobEvent() {
   static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
@@ -33,13 +31,14 @@ void ThrowFault() {
 
 }  // namespace
 
-/// The queue of posted jobs: each posted event runs one job, unless the innermost wait is over
-/// already; then the job waits until that wait has returned.
+/// The queue of posted jobs (each posted event runs one) and the activities of the loop.
 struct QtLoop::State : QObject {
   std::deque<std::function<void()>> Jobs;
-  const std::function<bool()>* Innermost = nullptr;
+  platform::Activities Handlers;
   QElapsedTimer Clock;
-  bool HeldBack = false;
+  QMetaObject::Connection Blocking;
+  const std::function<bool()>* Outside = nullptr;  ///< what the wait outside any activity waits for
+  int Depth = 0;  ///< events that Qt stood in when the activity that runs now got the thread
   bool Ended = false;
   int Status = 0;
 
@@ -49,34 +48,69 @@ struct QtLoop::State : QObject {
 
   bool event(QEvent* event) override {
     if (event->type() != JobEvent()) return QObject::event(event);
-    if (Innermost && (*Innermost)()) {
-      HeldBack = true;
-      return true;
-    }
-    RunOne();
+    if (Jobs.empty()) return true;
+    auto job = std::move(Jobs.front());
+    Jobs.pop_front();
+    Serve(std::move(job));
     return true;
   }
 
-  void RunOne() {
-    if (Jobs.empty()) return;
-    const auto job = std::move(Jobs.front());
-    Jobs.pop_front();
-    job();
+  /// A handler, and after it whatever waited for what it did.
+  void Serve(std::function<void()> handler) {
+    Start(std::move(handler));
+    GoOn();
   }
 
-  /// One event for each job that was held back.
-  void AskAgain() {
-    if (!std::exchange(HeldBack, false)) return;
-    QCoreApplication::removePostedEvents(this, JobEvent());
-    for (std::size_t i = 0; i < Jobs.size(); ++i) Ask();
+  void Start(std::function<void()> handler) {
+    const AtDepth depth(*this);
+    Handlers.Start(std::move(handler));
   }
+
+  bool GoOn() {
+    const AtDepth depth(*this);
+    return Handlers.GoOn();
+  }
+
+  /// Qt may handle an event and go to sleep in the same call. Whoever waited for that event is gone
+  /// on with before.
+  void BeforeSleep() {
+    if (!Handlers.Ready() && !(Outside && (*Outside)())) return;
+    QAbstractEventDispatcher::instance()->wakeUp();
+  }
+
+  void Watch() {
+    if (Blocking) return;
+    Blocking = connect(QAbstractEventDispatcher::instance(),
+                       &QAbstractEventDispatcher::aboutToBlock, this, [this] { BeforeSleep(); });
+  }
+
+  void HandleEvents() {
+    Watch();
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    ThrowFault();
+  }
+
+ private:
+  struct AtDepth {
+    explicit AtDepth(State& state) : Of(state), Before(state.Depth) {
+      state.Depth = Application::EventDepth();
+    }
+    ~AtDepth() { Of.Depth = Before; }
+    AtDepth(const AtDepth&) = delete;
+    AtDepth& operator=(const AtDepth&) = delete;
+
+    State& Of;
+    int Before;
+  };
 };
 
 namespace {
 
 class LoopTimer final : public platform::Timer {
  public:
-  explicit LoopTimer(std::function<void()> fired) : shared_(std::make_shared<Shared>()) {
+  LoopTimer(std::weak_ptr<QtLoop::State> loop, std::function<void()> fired)
+      : shared_(std::make_shared<Shared>()) {
+    shared_->Loop = std::move(loop);
     shared_->Fired = std::move(fired);
     shared_->Clock.setTimerType(Qt::PreciseTimer);
     QObject::connect(&shared_->Clock, &QTimer::timeout,
@@ -106,6 +140,7 @@ class LoopTimer final : public platform::Timer {
 
  private:
   struct Shared : std::enable_shared_from_this<Shared> {
+    std::weak_ptr<QtLoop::State> Loop;
     QTimer Clock;
     std::function<void()> Fired;
     bool Running = false;
@@ -113,12 +148,15 @@ class LoopTimer final : public platform::Timer {
 
   static void Fire(const std::shared_ptr<Shared>& shared) {
     if (!shared || shared->Running || !shared->Fired) return;
-    struct Mark {
-      bool& Running;
-      ~Mark() { Running = false; }
-    } const mark{shared->Running = true};
-    const auto handler = shared->Fired;
-    handler();
+    const auto loop = shared->Loop.lock();
+    if (!loop) return;
+    loop->Serve([shared, handler = shared->Fired] {
+      struct Mark {
+        bool& Running;
+        ~Mark() { Running = false; }
+      } const mark{shared->Running = true};
+      handler();
+    });
   }
 
   std::shared_ptr<Shared> shared_;
@@ -127,12 +165,12 @@ class LoopTimer final : public platform::Timer {
 }  // namespace
 
 QtLoop::QtLoop() : state_(std::make_shared<State>()) {}
-QtLoop::~QtLoop() = default;
+QtLoop::~QtLoop() { state_->Handlers.Unwind(); }
 
 std::int64_t QtLoop::NowMs() const { return state_->Clock.elapsed(); }
 
 std::unique_ptr<platform::Timer> QtLoop::MakeTimer(std::function<void()> fired) {
-  return std::make_unique<LoopTimer>(std::move(fired));
+  return std::make_unique<LoopTimer>(state_, std::move(fired));
 }
 
 void QtLoop::Post(std::function<void()> job) {
@@ -140,30 +178,34 @@ void QtLoop::Post(std::function<void()> job) {
   state_->Ask();
 }
 
+void QtLoop::Start(std::function<void()> handler) { state_->Start(std::move(handler)); }
+
 void QtLoop::WaitUntil(const std::function<bool()>& done) {
   const auto state = state_;
-  struct Nesting {
+  if (done()) return;
+  if (Application::EventDepth() != (state->Handlers.Inside() ? state->Depth : 0)) {
+    throw std::logic_error("a wait inside an event of the toolkit");
+  }
+  if (state->Handlers.Inside()) return state->Handlers.Wait(done);
+  struct Mark {
     State& Of;
-    const std::function<bool()>* Outer;
-    ~Nesting() {
-      Of.Innermost = Outer;
-      Of.AskAgain();
-    }
-  } const nesting{*state, std::exchange(state->Innermost, &done)};
+    const std::function<bool()>* Before;
+    ~Mark() { Of.Outside = Before; }
+  } const mark{*state, std::exchange(state->Outside, &done)};
   while (!done()) {
-    if (state->Ended) throw LoopEnded{};
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    ThrowFault();
+    if (!state->GoOn()) state->HandleEvents();
   }
 }
 
+void QtLoop::GiveUpWaits() { state_->Handlers.Unwind(); }
+
 int QtLoop::Run() {
   const auto state = state_;
-  try {
-    WaitUntil([&] { return state->Ended; });
-  } catch (const LoopEnded&) {
-    // A wait inside a handler was given up; that is what End is for.
-  }
+  struct AtEnd {
+    State& Of;
+    ~AtEnd() { Of.Handlers.Unwind(); }
+  } const atEnd{*state};
+  WaitUntil([&] { return state->Ended; });
   state->Ended = false;
   return state->Status;
 }

@@ -8,8 +8,10 @@
 
 namespace torvane::toolkit {
 
-/// Waits nest: the innermost returns first. Needs an application object (a QCoreApplication will
-/// do).
+/// Needs an application object (a QCoreApplication will do). No wait runs a loop within a loop: a
+/// handler that waits is put aside. Nothing of Qt may stand between the start of an activity and
+/// its wait (Qt would keep the exception that gives the wait up), and nobody waits inside an event
+/// without an activity; both are told as a std::logic_error.
 class QtLoop final : public platform::EventLoop {
  public:
   QtLoop();
@@ -18,12 +20,13 @@ class QtLoop final : public platform::EventLoop {
   [[nodiscard]] std::int64_t NowMs() const override;
   [[nodiscard]] std::unique_ptr<platform::Timer> MakeTimer(std::function<void()> fired) override;
   void Post(std::function<void()> job) override;
+  void Start(std::function<void()> handler) override;
 
-  /// Throws again what a handler threw. After End, a wait inside Run is given up by an exception
-  /// that only Run catches.
+  /// Outside any activity: throws again what a handler threw.
   void WaitUntil(const std::function<bool()>& done) override;
+  void GiveUpWaits() override;
 
-  /// Handles events until End; the exit status given there. Waits that are still under way are
+  /// Handles events until End; the exit status given there. Waits that are still under way then are
   /// given up.
   int Run();
   /// Ends Run, or the next Run if none is under way.

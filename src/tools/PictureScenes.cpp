@@ -154,12 +154,14 @@ void Dialogs(PictureStage& stage) {
     stage.Snap("WarningForm", "one-line");
     stage.Type(Key::C);
   });
-  stage.Console().Screens().ShowWarning("\n\nProgram Not Found !", 1, 1);
+  stage.Console().Screens().Warn("Program Not Found !");
   stage.WhenShows("WarningForm", [&stage] {
     stage.Snap("WarningForm");
     stage.Type(Key::C);
   });
-  stage.Console().Screens().ShowWarning("\nReplace The Program\nBRACKET-40 In SHOP ?", 2, 2);
+  stage.Console().Screens().ShowWarning(
+      link::TwoLineWarning("Replace The Program", "BRACKET-40 In SHOP ?"),
+      link::WarningMode::OkCancel, link::WarningStyle::Question);
   stage.WhenShows("ShutdownForm", [&stage] {
     stage.Snap("ShutdownForm");
     stage.Type(Key::C);

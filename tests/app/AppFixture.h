@@ -26,7 +26,6 @@
 #include "platform/VirtualLoop.h"
 #include "supervision/ActiveStore.h"
 #include "supervision/MessageList.h"
-#include "supervision/OperatorDialogs.h"
 #include "supervision/PollScreens.h"
 #include "supervision/PollTrio.h"
 #include "supervision/ProgramScreens.h"
@@ -41,7 +40,6 @@ using Events = std::vector<std::string>;
 /// Every interface that the floors below ask their screens for.
 class RecordedScreens final : public StartScreens,
                               public link::LinkScreens,
-                              public supervision::OperatorDialogs,
                               public supervision::ProgramScreens,
                               public supervision::PollScreens,
                               public supervision::PlotStage,
@@ -79,8 +77,8 @@ class RecordedScreens final : public StartScreens,
     core::LoadPlotConfig(files_, system_.Directories, system_.Plot, system_.Console);
   }
 
-  // LinkScreens and OperatorDialogs
-  bool ShowWarning(std::string_view text, int, int) override {
+  // LinkScreens
+  bool ShowWarning(std::string_view text, link::WarningMode, link::WarningStyle) override {
     Note("warning " + std::string(text.substr(0, text.find('\n'))));
     return WarningAnswer;
   }

@@ -97,7 +97,9 @@ TEST_P(Layouts, DialogsFit) {
     if (std::string(screen) == "ShutdownForm") {
       TypeF(12);
     } else {
-      EXPECT_FALSE(TheConsole->Screens().ShowWarning("\none\n\ntwo\n\nthree\n\nfour\n\n", 2, 1));
+      EXPECT_FALSE(TheConsole->Screens().ShowWarning("\none\n\ntwo\n\nthree\n\nfour\n\n",
+                                                     link::WarningMode::OkCancel,
+                                                     link::WarningStyle::Warning));
     }
   }
 }

@@ -90,14 +90,15 @@ class FakeScreens final : public LinkScreens {
   std::function<void()> DuringDialog;
   std::function<void()> OnShutdown;
 
-  bool ShowWarning(std::string_view text, int mode, int style) override {
+  bool ShowWarning(std::string_view text, WarningMode mode, WarningStyle style) override {
     if (up_) {
       ++Busy;
       return false;
     }
     up_ = true;
     Warnings.emplace_back(text);
-    Calls.push_back("ShowWarning " + std::to_string(mode) + " " + std::to_string(style));
+    Calls.push_back("ShowWarning " + std::to_string(static_cast<int>(mode)) + " " +
+                    std::to_string(static_cast<int>(style)));
     if (DuringDialog) DuringDialog();
     up_ = false;
     return Answer;
@@ -105,6 +106,8 @@ class FakeScreens final : public LinkScreens {
   void LockForms(bool locked, std::string_view exempt) override {
     Calls.push_back((locked ? "lock " : "unlock ") + std::string(exempt));
   }
+  void BusyPointer(bool) override {}
+  void Beep() override {}
   void ShutdownToService() override {
     Calls.emplace_back("ShutdownToService");
     if (OnShutdown) OnShutdown();

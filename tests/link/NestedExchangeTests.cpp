@@ -1,4 +1,4 @@
-// Exchanges started inside the waits of others, at every moment: none is lost, none takes another's
+// Exchanges started while others wait, at every moment: none is lost, none takes another's
 // reply, and each caller's lines keep their order.
 #include <memory>
 
@@ -87,21 +87,35 @@ TEST_F(NestedExchanges, APollThatTicksInsideAButtonsExchangeIsAnsweredBehindIt) 
   Link.StartPolling(true);
   Link.Download("VR(48)=10");
   EXPECT_EQ(Controller.Received[0], "VR(48)=10");
+  EXPECT_EQ(status, 0);
+  Loop.RunFor(50);
   EXPECT_EQ(status, 16384);
 }
 
-TEST_F(NestedExchanges, AFaultInsideAnInnerExchangeLeavesTheOuterOneWhole) {
-  std::int32_t outer = 0;
-  Loop.After(3, [this] {
-    try {
-      Loop.After(2, [] { throw platform::RuntimeFault("X.dat", "is damaged"); });
-      Link.Download("VR(1)=1");
-    } catch (const platform::RuntimeFault&) {
-    }
+TEST_F(NestedExchanges, AFaultOfOneCallerLeavesTheExchangeOfAnotherWhole) {
+  std::int32_t first = 0;
+  bool second = false;
+  Loop.Start([&] { first = Link.GetRspnsLng("VR(19)"); });
+  Loop.Start([&] {
+    Link.Download("VR(1)=1");
+    second = true;
   });
-  outer = Link.GetRspnsLng("VR(19)");
-  EXPECT_EQ(outer, 16384);
-  EXPECT_THAT(Controller.Received, ElementsAre("? VR(19)"));  // the inner one never had the line
+  Loop.After(5, [] { throw platform::RuntimeFault("X.dat", "is damaged"); });
+  EXPECT_THROW(Loop.RunFor(100), platform::RuntimeFault);
+  Loop.RunFor(100);
+  EXPECT_EQ(first, 16384);
+  EXPECT_TRUE(second);
+  EXPECT_THAT(Controller.Received, ElementsAre("? VR(19)", "VR(1)=1"));
+}
+
+TEST_F(NestedExchanges, ACallerThatIsGivenUpLeavesTheLineToTheNext) {
+  Loop.Start([this] { Link.Download("VR(1)=1"); });
+  Loop.Start([this] { Link.Download("VR(2)=2"); });
+  Loop.RunFor(3);
+  Loop.GiveUpWaits();
+  Loop.RunFor(100);
+  EXPECT_EQ(Link.GetRspnsLng("VR(19)"), 16384);
+  EXPECT_THAT(Controller.Received, ElementsAre("VR(1)=1", "? VR(19)"));
 }
 
 // ---- any number of callers, any timing, with faults ----

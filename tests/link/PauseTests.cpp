@@ -102,16 +102,28 @@ TEST_F(Pauses, QueuedExchangesPauseOneAfterTheOther) {
   Loop.After(5, [this] { Link.Download("B=2"); });
   Loop.After(6, [this] { Link.Download("C=3"); });
   Link.Download("A=1");
+  EXPECT_EQ(Loop.NowMs(), 20);
+  Loop.RunFor(39);
   EXPECT_THAT(Controller.Received, ElementsAre("A=1", "B=2", "C=3"));
-  EXPECT_EQ(Loop.NowMs(), 60);
+  EXPECT_EQ(Loop.ActivitiesUnderWay(), 1U);
+  Loop.RunFor(1);
+  EXPECT_EQ(Loop.ActivitiesUnderWay(), 0U);
   EXPECT_THAT(Screens.Warnings, IsEmpty());
 }
 
-TEST_F(Pauses, APauseInsideAnExchangesPauseEndsByItself) {
+TEST_F(Pauses, APauseBesideAnExchangesPauseHoldsItUpNoLonger) {
   Settings.CommandDelayMs = 50;
-  Loop.After(10, [this] { Link.LockAllForms(100); });
+  bool over = false;
+  Loop.After(10, [&] {
+    Link.LockAllForms(100);
+    over = true;
+  });
   Link.Download("A=1");
-  EXPECT_EQ(Loop.NowMs(), 110);
+  EXPECT_EQ(Loop.NowMs(), 50);
+  Loop.RunFor(59);
+  EXPECT_FALSE(over);
+  Loop.RunFor(1);
+  EXPECT_TRUE(over);
 }
 
 TEST_F(Pauses, TheRequestForAPromptHasNoPause) {

@@ -95,12 +95,16 @@ TEST_F(Tracing, WithTheTraceOffNothingIsRotatedAndNothingMissed) {
   EXPECT_EQ(Files.Text(log_), "records");
 }
 
-TEST_F(Tracing, AQueryWhoseTraceCannotBeWrittenGivesZeroADownloadFails) {
+TEST_F(Tracing, ATraceThatCannotBeWrittenChangesNoExchangeAndGoesOffForTheSession) {
   Files.ReadOnlyPath = log_;
   Controller.Values["VR(19)"] = "16384";
-  EXPECT_EQ(Link.GetRspnsLng("VR(19)"), 0);
+  EXPECT_EQ(Link.GetRspnsLng("VR(19)"), 16384);
+  EXPECT_FALSE(Settings.PollLogEnabled);
+  EXPECT_NO_THROW(Link.Download("VR(1)=1"));
   EXPECT_TRUE(Screens.Calls.empty());
-  EXPECT_THROW(Link.Download("VR(1)=1"), platform::RuntimeFault);
+  Files.ReadOnlyPath.clear();
+  Link.Download("VR(1)=1");
+  EXPECT_EQ(Files.Text(log_), "(no file)");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The loop with virtual time: order, nested waits, timers.
+// The loop with virtual time: order, waits, timers.
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -70,20 +70,69 @@ TEST(VirtualLoop, AWaitThatOnlyATimerKeepsAliveIsToldInTheEnd) {
   EXPECT_THROW(loop.WaitUntil([] { return false; }), std::logic_error);
 }
 
-TEST(VirtualLoop, EventsRunInsideANestedWait) {
+TEST(VirtualLoop, AHandlerThatWaitsIsPutAsideUntilItsConditionHolds) {
   VirtualLoop loop;
   std::vector<std::string> order;
-  bool inner = false;
+  bool open = false;
   loop.After(5, [&] {
-    order.push_back("outer begins");
-    loop.WaitUntil([&] { return inner; });
-    order.push_back("outer ends");
+    order.push_back("begins");
+    loop.WaitUntil([&] { return open; });
+    order.push_back("ends");
   });
   loop.After(7, [&] { order.push_back("between"); });
-  loop.After(9, [&] { inner = true; });
+  loop.After(9, [&] { open = true; });
   loop.RunFor(6);
-  EXPECT_EQ(order, (std::vector<std::string>{"outer begins", "between", "outer ends"}));
-  EXPECT_EQ(loop.NowMs(), 9) << "a nested wait may take longer than the run around it";
+  EXPECT_EQ(order, (std::vector<std::string>{"begins"}));
+  EXPECT_EQ(loop.NowMs(), 6) << "the run around it takes no longer than it was told";
+  EXPECT_EQ(loop.ActivitiesUnderWay(), 1U);
+  loop.RunFor(3);
+  EXPECT_EQ(order, (std::vector<std::string>{"begins", "between", "ends"}));
+  EXPECT_EQ(loop.ActivitiesUnderWay(), 0U);
+}
+
+TEST(VirtualLoop, TwoWaitsEndInTheOrderOfTheirConditions) {
+  VirtualLoop loop;
+  std::string order;
+  for (const int ms : {30, 20}) {
+    loop.Post([&loop, &order, ms] {
+      loop.WaitUntil([&loop, ms] { return loop.NowMs() >= ms; });
+      order += ms == 30 ? 'a' : 'b';
+    });
+    loop.After(ms, [] {});
+  }
+  loop.RunFor(100);
+  EXPECT_EQ(order, "ba");
+}
+
+TEST(VirtualLoop, ARunInsideAHandlerWaitsForAsLong) {
+  VirtualLoop loop;
+  std::vector<std::int64_t> times;
+  loop.Post([&] {
+    loop.RunFor(50);
+    times.push_back(loop.NowMs());
+  });
+  loop.After(20, [&] { times.push_back(loop.NowMs()); });
+  loop.RunFor(100);
+  EXPECT_EQ(times, (std::vector<std::int64_t>{20, 50}));
+}
+
+TEST(VirtualLoop, WaitsThatAreGivenUpLeaveTheirHandlers) {
+  VirtualLoop loop;
+  bool left = false;
+  bool after = false;
+  struct Leaves {
+    bool& Flag;
+    ~Leaves() { Flag = true; }
+  };
+  loop.Post([&] {
+    const Leaves leaves{left};
+    loop.WaitUntil([] { return false; });
+    after = true;
+  });
+  loop.RunFor(1);
+  loop.GiveUpWaits();
+  EXPECT_TRUE(left);
+  EXPECT_FALSE(after);
 }
 
 TEST(VirtualLoop, ATimerFiresEveryPeriodUntilItIsStopped) {
@@ -144,15 +193,21 @@ TEST(VirtualLoop, ATimerDoesNotEnterItsOwnHandlerAgain) {
   EXPECT_EQ(ticks, (std::vector<std::int64_t>{50, 200, 350})) << "the next tick keeps the step";
 }
 
-TEST(VirtualLoop, OtherTimersFireInsideAHandlerThatWaits) {
+TEST(VirtualLoop, OtherTimersFireWhileAHandlerWaits) {
   VirtualLoop loop;
   int others = 0;
+  bool seen = false;
   auto other = loop.MakeTimer([&] { ++others; });
-  auto timer = loop.MakeTimer([&] { loop.WaitUntil([&] { return others >= 3; }); });
+  auto timer = loop.MakeTimer([&] {
+    loop.WaitUntil([&] { return others >= 3; });
+    seen = true;
+  });
   other->Start(10);
   timer->Start(5);
-  loop.RunFor(5);
-  EXPECT_EQ(others, 3);
+  loop.RunFor(29);
+  EXPECT_FALSE(seen);
+  loop.RunFor(1);
+  EXPECT_TRUE(seen);
 }
 
 TEST(VirtualLoop, ATimerMayBeStoppedStartedOrDestroyedInItsOwnHandler) {

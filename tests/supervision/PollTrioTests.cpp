@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "Bench.h"
@@ -289,15 +293,67 @@ TEST_F(PollTrioTest, AListingThatNobodyTakesStaysDue) {
   EXPECT_EQ(System.State.RunningBlockShown, -1);
 }
 
-TEST_F(PollTrioTest, ATickDoesNotOverlapItself) {
+TEST_F(PollTrioTest, ASecondTickWaitsForTheFirstAndReadsAfresh) {
   System.TableSent = 5;
-  int nested = 0;
+  bool asked = false;
+  bool over = false;
   Controller.OnLine = [&](const std::string&) {
-    ++nested;
-    Poll.PollTrio();
+    if (std::exchange(asked, true)) return;
+    Loop.Start([&] {
+      Poll.PollTrio();
+      over = true;
+    });
   };
   EXPECT_EQ(Tick(), EightQueries);
-  EXPECT_EQ(nested, 8);
+  EXPECT_FALSE(over);
+  Loop.RunFor(1);
+  EXPECT_TRUE(over);
+  EXPECT_EQ(Sent(), EightQueries);
+}
+
+TEST_F(PollTrioTest, AFailedBatchQueryGivesZeroAndTheOthersTheirValues) {
+  Controller.Values = {{"VR(82)", "4"}, {"VR(83)", "40"}, {"VR(84)", "10"}, {"VR(85)", "3"}};
+  Controller.Replies["? VR(83)"] = "? VR(83)\r\n%\r\n>>";
+  Sent();
+  Poll.RefreshBatch();
+  const core::Batch& read = System.Programs[1].BatchCounters;
+  EXPECT_EQ(read.PartsPerSheet, 4);
+  EXPECT_EQ(read.PartsRequired, 0);
+  EXPECT_EQ(read.SheetsRequired, 10);
+  EXPECT_EQ(read.SheetsCompleted, 3);
+  EXPECT_EQ(read.SheetsToGo, 0) << "one of the wishes reads as none";
+  EXPECT_EQ(Sent(), (Lines{"? VR(82)", "? VR(83)", "", "? VR(84)", "? VR(85)"}));
+  EXPECT_EQ(LinkScreens.Warnings.size(), 1U);
+}
+
+TEST_F(PollTrioTest, TheTraceIsRotatedAtTheEndOfTheTickAndNowhereElse) {
+  System.Link.PollLogEnabled = true;
+  Temp.Put("Service/Polling.txt", "the trace so far");
+  std::filesystem::resize_file(std::filesystem::path(Temp.Path()) / "Service/Polling.txt",
+                               50'000'001);
+  Trio.Download("VR(1)=1");
+  EXPECT_FALSE(Temp.Has("Service/Polling.bak")) << "what is outside the poll waits for a tick";
+  bool early = false;
+  Controller.OnLine = [&](const std::string&) { early |= Temp.Has("Service/Polling.bak"); };
+  Poll.PollTrio();
+  EXPECT_FALSE(early);
+  EXPECT_FALSE(Temp.Has("Service/Polling.txt"));
+  EXPECT_EQ(Temp.Get("Service/Polling.bak").substr(0, 16), "the trace so far");
+}
+
+TEST_F(PollTrioTest, ATableThatIsShortInMidRunIsAWarningThatNamesItOnceAndTheTickGoesOn) {
+  Select(1, "SHORT", 30);
+  System.Programs[1].TableLines = 60;
+  System.TableSent = 20;
+  Controller.Values["VR(81)"] = "20";
+  LinkScreens.Warnings.clear();
+  for (int tick = 0; tick < 3; ++tick) EXPECT_NO_THROW(Poll.PollTrio());
+  ASSERT_EQ(LinkScreens.Warnings.size(), 1U);
+  EXPECT_NE(LinkScreens.Warnings[0].find("Actvprg1.tbl\nrecord 31 is missing"), std::string::npos)
+      << LinkScreens.Warnings[0];
+  EXPECT_EQ(System.TableSent, 30) << "what is there has gone out, once";
+  const Lines sent = Sent();
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), TableLine(1, 30)), 1);
 }
 
 TEST_F(PollTrioTest, TheHeartbeatKeepsItsPeriodBehindARefill) {

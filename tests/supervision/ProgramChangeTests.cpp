@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "Bench.h"
@@ -173,25 +176,72 @@ TEST_F(ProgramChangeTest, ASecondPressWhileTheLinesGoOutIsRefused) {
                   {"VR(91)=2", "VR(87)=125.50", "VR(82)=1", "VR(83)=2", "VR(84)=3", "VR(85)=4"}}));
 }
 
-TEST_F(ProgramChangeTest, APressInTheMiddleOfARefillWaitsForItsEnd) {
+TEST_F(ProgramChangeTest, APressInTheMiddleOfARefillEndsTheRefillAfterItsLine) {
   Select(1, "ONE", 60);
   System.TableSent = 20;
   System.State.RunningBlock = 10;
-  bool pressed = false;
   Controller.OnLine = [&](const std::string& line) {
-    if (line != "TABLE(1,22)" || pressed) return;
-    pressed = true;
-    Change.ChangeActiveProgram(2);
-    EXPECT_EQ(System.ActiveSlot, 1) << "not yet";
+    if (line == "TABLE(1,22)") Loop.Start([&] { Change.ChangeActiveProgram(2); });
   };
   Poll.TopUpTable();
+  Loop.RunFor(100);
   EXPECT_EQ(System.ActiveSlot, 2);
   EXPECT_EQ(System.TableSent, 20);
   EXPECT_EQ(Sent(),
-            Join({Table(1, 21, 25),
+            Join({Table(1, 21, 22),
                   BatchQueries,
                   Table(2, 1, 20),
                   {"VR(91)=2", "VR(87)=125.50", "VR(82)=1", "VR(83)=2", "VR(84)=3", "VR(85)=4"}}));
+}
+
+TEST_F(ProgramChangeTest, APressInAnyWaitOfATickEndsTheTickThere) {
+  Select(1, "ONE", 60);
+  Controller.Values["VR(81)"] = "40";
+  for (const std::string line :
+       {"? VR(19)", "? VR(52)", "? MPOS AXIS(0)", "? VR(98)", "? VR(81)"}) {
+    SCOPED_TRACE(line);
+    System.ActiveSlot = 1;
+    System.TableSent = 20;
+    System.State.RunningBlock = 0;
+    Sent();
+    bool pressed = false;
+    Controller.OnLine = [&](const std::string& sent) {
+      if (sent != line || std::exchange(pressed, true)) return;
+      Loop.Start([&] { Change.ChangeActiveProgram(2); });
+    };
+    Poll.PollTrio();
+    EXPECT_FALSE(Poll.Changes().Held() && System.TableSent > 20);
+    Loop.RunFor(100);
+    EXPECT_EQ(System.State.RunningBlock, 0) << "what was read belongs to the program that was";
+    EXPECT_EQ(System.ActiveSlot, 2);
+    EXPECT_EQ(System.TableSent, 20);
+    const Lines all = Sent();
+    const auto table =
+        static_cast<std::size_t>(std::count_if(all.begin(), all.end(), [](const std::string& each) {
+          return each.starts_with("TABLE(");
+        }));
+    EXPECT_EQ(table, 20U) << "no refill by the number of the old program";
+  }
+}
+
+TEST_F(ProgramChangeTest, ATickBesideAChangeDoesNothingAndThePollStartsAfreshAfterIt) {
+  Select(2, "TWO", 60);
+  Controller.ByteDelayMs = 1;
+  Controller.Values["VR(81)"] = "40";
+  System.Link.PollingWanted = true;
+  Loop.Start([&] { Change.ChangeActiveProgram(2); });
+  Loop.RunFor(100);
+  ASSERT_TRUE(Poll.Changes().Held());
+  Sent();
+  const auto before = Poll.Changes().Begun();
+  Poll.PollTrio();
+  EXPECT_EQ(Poll.Changes().Begun(), before);
+  EXPECT_EQ(Sent(), Lines{});
+  int ticks = 0;
+  Trio.SetPollTick([&] { ++ticks; });
+  Loop.RunFor(5000);
+  EXPECT_FALSE(Poll.Changes().Held());
+  EXPECT_GT(ticks, 0);
 }
 
 TEST_F(ProgramChangeTest, OfflineTheSlotsChangeAndNothingGoesOut) {

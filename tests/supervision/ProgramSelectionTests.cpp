@@ -1,3 +1,5 @@
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include "Bench.h"
@@ -283,7 +285,7 @@ TEST_F(ProgramSelectionTest, AFaultOfTheDiskLeavesTheSlotEmptyAndGoesOn) {
   EXPECT_FALSE(System.Programs[1].Selected);
   EXPECT_EQ(System.Programs[1].ProgramName, "");
   EXPECT_FALSE(Temp.Has("Actvprg1.prg"));
-  EXPECT_FALSE(Store.Busy());
+  EXPECT_FALSE(Poll.Changes().Held());
 }
 
 TEST_F(ProgramSelectionTest, ASecondSelectionWhileTheLinesGoOutIsRefused) {
@@ -297,23 +299,53 @@ TEST_F(ProgramSelectionTest, ASecondSelectionWhileTheLinesGoOutIsRefused) {
   EXPECT_TRUE(pressed);
 }
 
-TEST_F(ProgramSelectionTest, ASelectionInTheMiddleOfARefillBeginsBehindIt) {
+TEST_F(ProgramSelectionTest, ASelectionInTheMiddleOfARefillEndsTheRefillAfterItsLine) {
   Bench::Select(1, "EARLIER", 60);
   System.TableSent = 20;
   System.State.RunningBlock = 10;
-  bool pressed = false;
+  bool selected = false;
   Controller.OnLine = [&](const std::string& line) {
-    if (line != "TABLE(1,22)" || std::exchange(pressed, true)) return;
-    EXPECT_FALSE(SelectProgram("SHOP", "PART"));
-    EXPECT_EQ(System.Programs[1].ProgramName, "EARLIER") << "not yet";
+    if (line != "TABLE(1,22)") return;
+    Loop.Start([&] { selected = SelectProgram("SHOP", "PART"); });
   };
   Poll.TopUpTable();
-  EXPECT_TRUE(System.Programs[1].Selected);
+  Loop.RunFor(100);
+  EXPECT_TRUE(selected);
   EXPECT_EQ(System.Programs[1].ProgramName, "PART");
   EXPECT_EQ(System.TableSent, System.Programs[1].TableLines);
   const auto sent = Sent();
-  EXPECT_EQ(Lines(sent.begin(), sent.begin() + 5), Table(1, 21, 25));
-  EXPECT_EQ(sent[5].substr(0, 10), "TABLE(500,");
+  EXPECT_EQ(Lines(sent.begin(), sent.begin() + 2), Table(1, 21, 22));
+  EXPECT_EQ(sent[2].substr(0, 10), "TABLE(500,");
+}
+
+TEST_F(ProgramSelectionTest, ATickAtAnyMomentOfASelectionSendsNoLineBetweenItsLines) {
+  Controller.ByteDelayMs = 1;
+  Controller.Values["VR(81)"] = "40";
+  System.Link.PollPeriodMs = 5;
+  System.Link.PollResumeMs = 5;
+  Trio.SetPollTick([&] { Poll.PollTrio(); });
+  Trio.StartPolling(true);
+  Loop.RunFor(100);
+  Sent();
+  Loop.Start([&] { EXPECT_TRUE(SelectProgram("SHOP", "PART")); });
+  Loop.RunFor(3000);
+  Trio.StopPolling(true);
+  Loop.RunFor(1000);
+  Lines table;
+  for (const std::string& line : Sent()) {
+    if (line.starts_with("TABLE(")) table.push_back(line);
+  }
+  ASSERT_GE(table.size(), 2U);
+  EXPECT_EQ(std::set<std::string>(table.begin(), table.end()).size(), table.size())
+      << "each line once";
+}
+
+TEST_F(ProgramSelectionTest, ThePollGoesOnWhileTheRefusalOfAProgramStands) {
+  Temp.Put("Programs/SHOP/BAD.prg", "G00 X10 Y10\r\nG31 T2=3\r\nG02 X20 Y10 I3 J0\r\nM30\r\n");
+  bool held = true;
+  Dialogs.DuringWarning = [&] { held = Poll.Changes().Held(); };
+  EXPECT_FALSE(SelectProgram("SHOP", "BAD"));
+  EXPECT_FALSE(held);
 }
 
 TEST_F(ProgramSelectionTest, OfflineAProgramIsSelectedAllTheSame) {

@@ -21,10 +21,12 @@ class RecordingDialogs final : public OperatorDialogs {
   explicit RecordingDialogs(Events& events) : events_(events) {}
 
   bool Answer = false;
+  std::function<void()> DuringWarning;
 
-  bool ShowWarning(std::string_view text, int mode, int style) override {
-    events_.push_back("warning " + std::to_string(mode) + " " + std::to_string(style) + " " +
-                      std::string(text));
+  bool ShowWarning(std::string_view text, WarningMode mode, WarningStyle style) override {
+    events_.push_back("warning " + std::to_string(static_cast<int>(mode)) + " " +
+                      std::to_string(static_cast<int>(style)) + " " + std::string(text));
+    if (DuringWarning) DuringWarning();
     return Answer;
   }
   void BusyPointer(bool busy) override { events_.emplace_back(busy ? "busy" : "idle"); }

@@ -1,15 +1,18 @@
+#include <array>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "supervision/OperatorDialogs.h"
 #include "supervision/WarningBox.h"
-#include "supervision/WarningText.h"
 
 namespace torvane::supervision {
 namespace {
 
+constexpr std::array AllModes = {WarningMode::Ok, WarningMode::OkCancel, WarningMode::YesNo};
+
 /// The captions of the buttons, "-" for a hidden one, then default, cancel and focus.
-std::string Describe(int mode) {
+std::string Describe(WarningMode mode) {
   const auto& layout = WarningLayoutOf(mode);
   std::string text;
   for (const char* caption : layout.Captions) {
@@ -20,7 +23,7 @@ std::string Describe(int mode) {
 }
 
 /// The answer of a box that a key closes.
-bool AnswerTo(char letter, int mode) {
+bool AnswerTo(char letter, WarningMode mode) {
   WarningBox box;
   return box.ShowWarning("text", mode, WarningStyle::Warning, [&] {
     const auto button = WarningKeyButton(letter, box.Layout());
@@ -29,27 +32,26 @@ bool AnswerTo(char letter, int mode) {
 }
 
 TEST(WarningBox, LaysOutItsButtonsByMode) {
-  EXPECT_EQ(Describe(1), "- &OK - 111");
-  EXPECT_EQ(Describe(2), "&CANCEL - &OK 202");
-  EXPECT_EQ(Describe(3), "&NO - &YES 202");
-  EXPECT_EQ(Describe(0), Describe(1));
-  EXPECT_EQ(Describe(99), Describe(1));
+  EXPECT_EQ(Describe(WarningMode::Ok), "- &OK - 111");
+  EXPECT_EQ(Describe(WarningMode::OkCancel), "&CANCEL - &OK 202");
+  EXPECT_EQ(Describe(WarningMode::YesNo), "&NO - &YES 202");
 }
 
 TEST(WarningBox, AnswersByTheButton) {
-  for (const int mode : {1, 2, 3}) {
+  for (const WarningMode mode : AllModes) {
     for (const int button : {0, 1, 2}) {
       WarningBox box;
-      EXPECT_EQ(box.ShowWarning("", mode, 1, [&] { box.Press(button); }), button != 0);
+      EXPECT_EQ(box.ShowWarning("", mode, WarningStyle::Warning, [&] { box.Press(button); }),
+                button != 0);
     }
   }
 }
 
 TEST(WarningBox, AnyOtherWayOfClosingAnswersFalse) {
-  for (const int mode : {1, 2, 3}) {
+  for (const WarningMode mode : AllModes) {
     WarningBox box;
-    EXPECT_FALSE(box.ShowWarning("", mode, 1, [] {}));
-    EXPECT_FALSE(box.ShowWarning("", mode, 1, [&] { box.Press(7); }));
+    EXPECT_FALSE(box.ShowWarning("", mode, WarningStyle::Warning, [] {}));
+    EXPECT_FALSE(box.ShowWarning("", mode, WarningStyle::Warning, [&] { box.Press(7); }));
   }
 }
 
@@ -59,33 +61,35 @@ TEST(WarningBox, ABoxWithOkAloneClosedWithNoAnswersFalse) {
 }
 
 TEST(WarningBox, OAndYPressTheAffirmativeButtonOfEveryMode) {
-  for (const int mode : {1, 2, 3}) {
+  for (const WarningMode mode : AllModes) {
     EXPECT_TRUE(AnswerTo('O', mode));
     EXPECT_TRUE(AnswerTo('Y', mode));
     EXPECT_FALSE(AnswerTo('C', mode));
     EXPECT_FALSE(AnswerTo('N', mode));
   }
-  EXPECT_EQ(WarningKeyButton('O', WarningLayoutOf(1)), 1);
-  EXPECT_EQ(WarningKeyButton('Y', WarningLayoutOf(2)), 2);
+  EXPECT_EQ(WarningKeyButton('O', WarningLayoutOf(WarningMode::Ok)), 1);
+  EXPECT_EQ(WarningKeyButton('Y', WarningLayoutOf(WarningMode::OkCancel)), 2);
 }
 
 TEST(WarningBox, OtherKeysDoNothing) {
   for (char letter = 'A'; letter <= 'Z'; ++letter) {
     const bool used = std::string("OYCN").find(letter) != std::string::npos;
-    EXPECT_EQ(WarningKeyButton(letter, WarningLayoutOf(2)).has_value(), used) << letter;
+    EXPECT_EQ(WarningKeyButton(letter, WarningLayoutOf(WarningMode::OkCancel)).has_value(), used)
+        << letter;
   }
-  EXPECT_FALSE(WarningKeyButton('\x1b', WarningLayoutOf(2)).has_value());
+  EXPECT_FALSE(WarningKeyButton('\x1b', WarningLayoutOf(WarningMode::OkCancel)).has_value());
 }
 
 TEST(WarningBox, ASecondWarningIsAnsweredFalseAtOnceAndTheFirstGoesOn) {
   WarningBox box;
   bool shown = false;
-  const bool answer = box.ShowWarning("first", WarningMode::OkCancel, 1, [&] {
+  const bool answer = box.ShowWarning("first", WarningMode::OkCancel, WarningStyle::Warning, [&] {
     EXPECT_TRUE(box.Up());
-    EXPECT_FALSE(box.ShowWarning("second", WarningMode::Ok, 2, [&] { shown = true; }));
+    EXPECT_FALSE(
+        box.ShowWarning("second", WarningMode::Ok, WarningStyle::Question, [&] { shown = true; }));
     EXPECT_EQ(box.Text(), "first");
     EXPECT_EQ(box.Images(), WarningImages::Warning);
-    EXPECT_EQ(&box.Layout(), &WarningLayoutOf(2));
+    EXPECT_EQ(&box.Layout(), &WarningLayoutOf(WarningMode::OkCancel));
     box.Press(2);
   });
   EXPECT_TRUE(answer);
@@ -94,20 +98,20 @@ TEST(WarningBox, ASecondWarningIsAnsweredFalseAtOnceAndTheFirstGoesOn) {
 
 TEST(WarningBox, LeavesNoMarkAndNoTextBehind) {
   WarningBox box;
-  box.ShowWarning("text", 1, 1, [&] { box.Press(1); });
+  box.ShowWarning("text", WarningMode::Ok, WarningStyle::Warning, [&] { box.Press(1); });
   EXPECT_FALSE(box.Up());
   EXPECT_EQ(box.Text(), "");
-  EXPECT_THROW(box.ShowWarning("text", 1, 1, [] { throw 1; }), int);
+  EXPECT_THROW(box.ShowWarning("text", WarningMode::Ok, WarningStyle::Warning, [] { throw 1; }),
+               int);
   EXPECT_FALSE(box.Up());
-  EXPECT_FALSE(box.ShowWarning("text", 1, 1, [] {})) << "the last answer must not live on";
+  EXPECT_FALSE(box.ShowWarning("text", WarningMode::Ok, WarningStyle::Warning, [] {}))
+      << "the last answer must not live on";
 }
 
 TEST(WarningBox, ShowsTheImagesOfItsStyle) {
-  EXPECT_EQ(WarningImagesOf(1), WarningImages::Warning);
-  EXPECT_EQ(WarningImagesOf(2), WarningImages::Question);
-  EXPECT_EQ(WarningImagesOf(3), WarningImages::Information);
-  EXPECT_EQ(WarningImagesOf(0), WarningImages::None);
-  EXPECT_EQ(WarningImagesOf(4), WarningImages::None);
+  EXPECT_EQ(WarningImagesOf(WarningStyle::Warning), WarningImages::Warning);
+  EXPECT_EQ(WarningImagesOf(WarningStyle::Question), WarningImages::Question);
+  EXPECT_EQ(WarningImagesOf(WarningStyle::Information), WarningImages::Information);
 }
 
 TEST(WarningText, IsLaidOutWithLineFeeds) {

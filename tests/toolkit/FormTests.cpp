@@ -122,7 +122,7 @@ TEST_F(Forms, WhileAModalFormStandsTheOthersTakeNothing) {
   EXPECT_EQ(Taken(), (Words{"activate BForm", "key B", "unload BForm"}));
 }
 
-TEST_F(Forms, ModalFormsNest) {
+TEST_F(Forms, AModalFormMayComeUpOverAnother) {
   Screen C(Desk_, "CForm", Log);
   A.Window.Show();
   Log.clear();
@@ -141,6 +141,78 @@ TEST_F(Forms, ModalFormsNest) {
   Desk_.ShowModal(B.Window);
   EXPECT_EQ(Taken(), (Words{"activate BForm", "activate CForm", "unload CForm", "C returned",
                             "unload BForm"}));
+}
+
+TEST_F(Forms, TheLowerOfTwoModalFormsMayGoFirst) {
+  Screen C(Desk_, "CForm", Log);
+  A.Window.Show();
+  Loop.Start([&] {
+    Desk_.ShowModal(B.Window);
+    Log.push_back("B returned");
+  });
+  Loop.Start([&] {
+    Desk_.ShowModal(C.Window);
+    Log.push_back("C returned");
+  });
+  Log.clear();
+  B.Window.Close();
+  EXPECT_EQ(Desk_.ModalForm(), &C.Window);
+  Pump(Loop);
+  EXPECT_EQ(Taken(), (Words{"unload BForm", "B returned"}));
+  EXPECT_EQ(Desk_.ActiveForm(), &C.Window);
+  C.Window.Close();
+  EXPECT_EQ(Desk_.ActiveForm(), &A.Window) << "at once, whoever else waits";
+  Pump(Loop);
+  EXPECT_EQ(Taken(), (Words{"unload CForm", "C returned"}));
+}
+
+TEST_F(Forms, AModalFormThatShowsAgainWithinTheEventThatHidItHasGoneAllTheSame) {
+  A.Window.Show();
+  bool returned = false;
+  Loop.Start([&] {
+    Desk_.ShowModal(B.Window);
+    returned = true;
+  });
+  Loop.Start([&] {
+    B.Window.Close();
+    B.Window.Show();
+  });
+  Pump(Loop);
+  EXPECT_TRUE(returned);
+  EXPECT_TRUE(B.Window.Visible());
+  EXPECT_EQ(Desk_.ModalForm(), nullptr);
+}
+
+TEST_F(Forms, KeysReachTheFormBelowAsSoonAsTheModalOneHasGone) {
+  A.Window.OnKeyDown([this](const KeyStroke&) {
+    Log.push_back("key A");
+    return true;
+  });
+  A.Window.Show();
+  Loop.Start([&] { Desk_.ShowModal(B.Window); });
+  B.Window.Close();
+  Log.clear();
+  Desk_.TypeKey(KeyStroke('X'));
+  EXPECT_EQ(Taken(), Words{"key A"});
+}
+
+TEST_F(Forms, AKeyThatWaitsHoldsUpNoOther) {
+  bool open = false;
+  A.Window.OnKeyDown([&](const KeyStroke& stroke) {
+    if (stroke.Code == toolkit::Key::X) Loop.WaitUntil([&] { return open; });
+    Log.push_back(stroke.Code == toolkit::Key::X ? "X" : "Y");
+    return true;
+  });
+  A.Window.Show();
+  Log.clear();
+  for (const int code : {Qt::Key_X, Qt::Key_Y}) {
+    QKeyEvent press(QEvent::KeyPress, code, Qt::NoModifier, code == Qt::Key_X ? "x" : "y");
+    QCoreApplication::sendEvent(&Desk_, &press);
+  }
+  EXPECT_EQ(Taken(), Words{"Y"});
+  open = true;
+  Pump(Loop);
+  EXPECT_EQ(Taken(), Words{"X"});
 }
 
 TEST_F(Forms, AFormShownUnderAModalOneComesToTheFrontBehindIt) {

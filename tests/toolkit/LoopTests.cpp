@@ -1,4 +1,4 @@
-// Nested waits, timers within them, posted jobs, faults and the end.
+// Waits that end in any order, timers beside them, posted jobs, faults and the end.
 #include <stdexcept>
 
 #include "support/QtEnvironment.h"
@@ -18,35 +18,100 @@ TEST(Loop, AWaitThatIsOverReturnsWithoutHandlingAnything) {
   loop.WaitUntil([&] { return ran; });
 }
 
-TEST(Loop, JobsRunInTheirOrderAndNotBeyondTheEndOfTheWait) {
+TEST(Loop, JobsRunInTheirOrder) {
   QtLoop loop;
   std::vector<int> ran;
   for (int i = 0; i < 4; ++i) loop.Post([&ran, i] { ran.push_back(i); });
-  loop.WaitUntil([&] { return ran.size() == 2; });
-  EXPECT_EQ(ran, (std::vector<int>{0, 1}));
   loop.WaitUntil([&] { return ran.size() == 4; });
   EXPECT_EQ(ran, (std::vector<int>{0, 1, 2, 3}));
 }
 
-TEST(Loop, WaitsNestAndTheInnerOneReturnsFirst) {
+TEST(Loop, AHandlerThatWaitsGoesOnAfterTheVeryEventThatItWaitedFor) {
   QtLoop loop;
   std::vector<std::string> order;
-  bool outer = false;
-  bool inner = false;
+  bool open = false;
   loop.Post([&] {
-    loop.Post([&] {
-      outer = true;
-      loop.Post([&] { inner = true; });
-    });
-    loop.WaitUntil([&] { return inner; });
-    order.push_back("inner");
+    loop.WaitUntil([&] { return open; });
+    order.push_back("waited");
   });
-  loop.WaitUntil([&] { return outer; });
-  order.push_back("outer");
-  EXPECT_EQ(order, (std::vector<std::string>{"inner", "outer"}));
+  loop.Post([&] {
+    open = true;
+    order.push_back("opened");
+  });
+  loop.Post([&] { order.push_back("next"); });
+  loop.WaitUntil([&] { return order.size() == 3; });
+  EXPECT_EQ(order, (std::vector<std::string>{"opened", "waited", "next"}));
 }
 
-TEST(Loop, ATimerFiresInANestedWaitButNotInItsOwnHandler) {
+TEST(Loop, WaitsEndInAnyOrder) {
+  QtLoop loop;
+  std::vector<std::string> order;
+  bool first = false;
+  bool second = false;
+  loop.Post([&] {
+    loop.WaitUntil([&] { return first; });
+    order.push_back("first");
+  });
+  loop.Post([&] {
+    loop.WaitUntil([&] { return second; });
+    order.push_back("second");
+  });
+  loop.Post([&] {
+    first = true;
+    loop.Post([&] { second = true; });
+  });
+  loop.WaitUntil([&] { return order.size() == 2; });
+  EXPECT_EQ(order, (std::vector<std::string>{"first", "second"}));
+}
+
+TEST(Loop, WhatAnEventOfQtDidIsSeenBeforeTheLoopSleeps) {
+  QtLoop loop;
+  struct Watched : QObject {
+    bool& Flag;
+    explicit Watched(bool& flag) : Flag(flag) {}
+    bool event(QEvent*) override {
+      Flag = true;
+      return true;
+    }
+  };
+  bool open = false;
+  bool waited = false;
+  Watched watched(open);
+  loop.Post([&] {
+    loop.WaitUntil([&] { return open; });
+    waited = true;
+  });
+  Pump(loop);
+  // Nothing but this one event comes: a loop that slept after it would sleep for ever.
+  QCoreApplication::postEvent(&watched, new QEvent(QEvent::User));
+  loop.WaitUntil([&] { return waited; });
+}
+
+TEST(Loop, AWaitInsideAnEventWithoutAnActivityIsTold) {
+  QtLoop loop;
+  struct Waits : QObject {
+    QtLoop& Of;
+    bool Told = false;
+    explicit Waits(QtLoop& loop) : Of(loop) {}
+    bool event(QEvent*) override {
+      try {
+        Of.WaitUntil([] { return false; });
+      } catch (const std::logic_error&) {
+        Told = true;
+      }
+      return true;
+    }
+  };
+  Waits outside(loop);
+  QEvent event(QEvent::User);
+  QCoreApplication::sendEvent(&outside, &event);
+  EXPECT_TRUE(outside.Told);
+  Waits inside(loop);
+  loop.Start([&] { QCoreApplication::sendEvent(&inside, &event); });
+  EXPECT_TRUE(inside.Told) << "Qt stands between the start and the wait";
+}
+
+TEST(Loop, ATimerFiresWhileOthersWaitButNotWhileItsOwnTickIsUnderWay) {
   QtLoop loop;
   int poll = 0;
   int other = 0;
@@ -117,25 +182,35 @@ TEST(Loop, TheClockGoesForward) {
   EXPECT_GE(loop.NowMs(), before + 15);
 }
 
-TEST(Loop, AFaultOfAHandlerComesOutOfTheWaitsThatItRanUnder) {
+TEST(Loop, AFaultOfAHandlerComesOutOfTheLoopAndNotOutOfAnothersWait) {
   QtLoop loop;
-  bool innerSaw = false;
+  bool disturbed = false;
   loop.Post([&] {
-    loop.Post([] { throw std::runtime_error("Machine.dat: missing"); });
     try {
       loop.WaitUntil([] { return false; });
     } catch (const std::runtime_error&) {
-      innerSaw = true;
-      throw;
+      disturbed = true;
     }
   });
+  loop.Post([] { throw std::runtime_error("Machine.dat: missing"); });
   try {
     loop.WaitUntil([] { return false; });
     FAIL();
   } catch (const std::runtime_error& fault) {
     EXPECT_STREQ(fault.what(), "Machine.dat: missing");
   }
-  EXPECT_TRUE(innerSaw);
+  EXPECT_FALSE(disturbed);
+}
+
+TEST(Loop, AFaultAfterAWaitComesOutOfTheLoopToo) {
+  QtLoop loop;
+  bool open = false;
+  loop.Post([&] {
+    loop.WaitUntil([&] { return open; });
+    throw std::runtime_error("Machine.dat: missing");
+  });
+  loop.Post([&] { open = true; });
+  EXPECT_THROW(loop.Run(), std::runtime_error);
 }
 
 TEST(Loop, AFaultOfATimerComesOutOfRun) {
