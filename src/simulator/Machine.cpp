@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/MachineState.h"
 #include "platform/RuntimeFault.h"
@@ -60,12 +61,64 @@ void Machine::Advance(double seconds) {
 }
 
 double Machine::PassTime(double seconds) {
-  double used = seconds;
-  if (!held_ && !mover_.Empty()) used = mover_.Work(seconds, Override(), at_);
+  const double used = held_ || mover_.Empty() ? seconds : Move(seconds);
   if (InCycle() && !held_ && !AwaitingStart()) runSeconds_ += used;
   lampSeconds_ += used;
   messages_.Advance(used);
   return used;
+}
+
+double Machine::Move(double seconds) {
+  const Task task = *mover_.Current();
+  const std::size_t tasks = mover_.Size();
+  const Position from = at_;
+  const double limit = UpToStopPoint(task, seconds);
+  const double used = limit > 0 ? mover_.Work(limit, Override(), at_) : 0.0;
+  const bool finished = mover_.Size() < tasks;
+  if (used > 0 || finished) {
+    Trace(task, from, finished ? task.Path.Length() : mover_.Current()->Done);
+  }
+  const bool reached = limit < seconds && (limit <= 0 || finished || used >= limit);
+  const bool last = finished && stopPoint_ && OwnPath(task, *stopPoint_);
+  if (reached || last) {
+    Tell(EventKind::StopPointReached, stopPoint_->Record);
+    stopPoint_.reset();
+    Stop();
+  }
+  return used;
+}
+
+bool Machine::OwnPath(const Task& task, const StopPoint& point) const {
+  return mode_ == MachineMode::Running && task.Moves() && !task.Approach &&
+         run_.Record() == point.Record;
+}
+
+double Machine::UpToStopPoint(const Task& task, double seconds) const {
+  if (!stopPoint_ || !OwnPath(task, *stopPoint_)) return seconds;
+  constexpr double SecondsPerMinute = 60;
+  const double rest = stopPoint_->Along - task.Done;
+  const double rate = mover_.RateNow(Override()) / SecondsPerMinute;
+  if (rest <= 0) return 0;
+  return rate > 0 ? std::min(seconds, rest / rate) : seconds;
+}
+
+void Machine::Trace(const Task& before, const Position& from, double done) {
+  if (!trace_.Wanted() || mode_ != MachineMode::Running || !before.Moves()) return;
+  PathPiece piece;
+  piece.Place = {runs_, run_.Line(), run_.Record(), run_.SkipLevel()};
+  piece.Cut = before.What == Task::Kind::Cut;
+  piece.Approach = before.Approach;
+  piece.From = from;
+  piece.To = at_;
+  piece.S0 = before.Done;
+  piece.S1 = done;
+  piece.Beam = piece.Cut && beamAllowed_;
+  trace_.Add(piece);
+}
+
+void Machine::StopAt(int record, double along) {
+  stopPoint_ = StopPoint{record, along};
+  Tell(EventKind::StopPointSet, record);
 }
 
 void Machine::FetchWork() {
@@ -111,7 +164,7 @@ void Machine::ShowWait(RowOutcome wait) {
 
 void Machine::CycleStart() {
   if (messages_.Code() > 0 || mode_ == MachineMode::Manual || (held_ && !InCycle())) {
-    Refuse(0);
+    RefuseStart(EventKind::StartRefused);
   } else if (held_) {
     Release();
   } else if (AwaitingStart()) {
@@ -129,6 +182,7 @@ void Machine::CycleStart() {
 void Machine::FeedHold() {
   if (held_) return;
   held_ = true;
+  trace_.Flush();
   Tell(EventKind::Held);
   if (mode_ == MachineMode::Manual) FinishAction();
   Publish();
@@ -173,6 +227,23 @@ void Machine::ClearMessages() {
   Publish();
 }
 
+void Machine::PowerOn() {
+  trace_.Flush();
+  mover_.Clear();
+  messages_.PowerOn();
+  run_.PowerOn();
+  mode_ = MachineMode::Idle;
+  action_ = nullptr;
+  restartText_.reset();
+  stopPoint_.reset();
+  restartMark_ = 0;
+  runSeconds_ = 0;
+  wait_ = RowOutcome::Executed;
+  held_ = false;
+  Tell(EventKind::PowerCycled);
+  Publish();
+}
+
 void Machine::AllowBeam(bool allowed) {
   beamAllowed_ = allowed;
   Tell(EventKind::BeamAllowed, allowed ? 1 : 0);
@@ -184,6 +255,11 @@ void Machine::Refuse(int word) {
   Tell(EventKind::ActionRefused, word);
 }
 
+void Machine::RefuseStart(EventKind why) {
+  messages_.RaiseFor(LogicBit::Refused, options_.RefusalSeconds);
+  Tell(why);
+}
+
 // ---- changes of mode ----
 
 void Machine::StartCycle() {
@@ -191,11 +267,12 @@ void Machine::StartCycle() {
   const bool named = table == 1 || table == 2;
   if (!named || !run_.Begin(static_cast<int>(table))) {
     messages_.RaiseFor(LogicBit::TableIncomplete, options_.RefusalSeconds);
-    Tell(EventKind::TableIncomplete, 1);
-    return Refuse(0);
+    return RefuseStart(EventKind::TableGone);
   }
   mode_ = MachineMode::Running;
+  ++runs_;
   runSeconds_ = 0;
+  restartMark_ = 0;
   memory_.SetVariable(Vr::RunningLine, 0);
   messages_.Set(LogicBit::SheetCountReached, false);
   Tell(EventKind::CycleStarted, run_.Slot());
@@ -204,6 +281,8 @@ void Machine::StartCycle() {
 }
 
 void Machine::FinishCycle() {
+  if (stopPoint_) Tell(EventKind::StopPointMissed, stopPoint_->Record);
+  stopPoint_.reset();
   CountSheet();
   Tell(EventKind::CycleFinished, memory_.Word(Vr::SheetsCompleted));
   GoIdle();
@@ -220,6 +299,7 @@ void Machine::CountSheet() {
 }
 
 void Machine::GoIdle() {
+  trace_.Flush();
   mover_.Clear();
   ShowWait(RowOutcome::Executed);
   messages_.Set(LogicBit::ProgramStop, false);
@@ -238,6 +318,7 @@ void Machine::FinishAction() {
 
 void Machine::StartRestart() {
   mode_ = MachineMode::Restarting;
+  ++runs_;
   runSeconds_ = 0;
   Tell(EventKind::RestartStarted);
   if (options_.Files == nullptr || options_.RootDirectory.empty()) return;
@@ -246,9 +327,6 @@ void Machine::StartRestart() {
   } catch (const platform::RuntimeFault&) {
     restartText_.reset();  // as where there is none: the line that was stopped is run again
   }
-  if (!restartText_) return;
-  restartText_->At.Z = at_.Z;
-  mover_.Add(Task::Travelling(Segment::Line(at_, restartText_->At), options_.RapidRate));
 }
 
 bool Machine::RestartRequested(int slot, std::string_view fraction) {
@@ -263,16 +341,14 @@ bool Machine::RestartRequested(int slot, std::string_view fraction) {
 }
 
 void Machine::ContinueAt(int slot, std::string_view fraction) {
-  RestartPoint point{std::max(run_.Line(), 1), 0};
+  RestartPoint point{std::max(run_.Reached(slot), 1), 0};
   if (restartText_) {
-    RestartText text = *restartText_;
-    text.At.Z = 0;
-    const auto found =
-        FindRestartPoint(*options_.Files, options_.RootDirectory, slot, fraction, text);
+    const auto found = FindRestartPoint(*options_.Files, options_.RootDirectory,
+                                        {slot, fraction, *restartText_, run_.Reached(slot)});
     if (!found) return RestartLost();
     point = *found;
   }
-  run_.Continue(slot, point);
+  run_.Continue(slot, point, std::exchange(restartMark_, 0));
   if (run_.PathMissing()) Tell(EventKind::PathMissing);
   mode_ = MachineMode::Running;
   memory_.SetVariable(Vr::RunningLine, point.Line);
@@ -318,9 +394,14 @@ void Machine::OutputWritten(int output, double) { Tell(EventKind::OutputSet, out
 void Machine::SelectTable() {
   const double table = memory_.Variable(Vr::TableInForce);
   if (table == 1 || table == 2) {
+    if (InCycle()) return;
+    // The line that the last run reached is none of the program that starts next. A front end that
+    // still read it would fill the table up to there, over the first lines of the new program.
+    memory_.SetVariable(Vr::RunningLine, 0);
     if (mode_ == MachineMode::RestartWait) {
       mode_ = MachineMode::Idle;  // the restart was given up: no other program has come
-    } else if (!InCycle()) {
+      restartMark_ = 0;
+    } else {
       run_.Selected(static_cast<int>(table));
     }
   } else if (table == RestartTable && mode_ == MachineMode::Idle) {

@@ -19,6 +19,10 @@ enum class EventKind {
   CycleStopped,   ///< Value: table line reached
   Held,
   Released,
+  StopPointSet,      ///< Value: record
+  StopPointReached,  ///< Value: record
+  StopPointMissed,   ///< Value: record that the cycle did not come to
+  PowerCycled,
   ProgramStop,      ///< Value: table line
   WaitingForTable,  ///< Value: last line received
   TableArrived,     ///< Value: next line
@@ -31,7 +35,9 @@ enum class EventKind {
   RestartUnknown,
   ActionStarted,  ///< Value: command word
   ActionDone,     ///< Value: command word
-  ActionRefused,  ///< Value: command word, or 0 for the cycle start
+  ActionRefused,  ///< Value: command word
+  StartRefused,   ///< cycle start during an error, a hold or an action
+  TableGone,      ///< cycle start where the table does not hold the first line
   ErrorRaised,    ///< Value: code
   BitRaised,      ///< Value: bit
   MessagesCleared,

@@ -37,6 +37,9 @@ class MessageBoard {
   /// Takes away the code, the raised bits and the timed ones.
   void Clear();
 
+  /// As after switching on; the words themselves are the memory's.
+  void PowerOn();
+
   void Advance(double seconds);
 
   /// True while anything stands that the operator must look at; this bars moves and restarts.

@@ -1,6 +1,7 @@
 #include "simulator/OperatorCommands.h"
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 
 #include "core/General.h"
@@ -15,6 +16,15 @@ std::optional<int> WholeNumber(std::string_view text) {
   int value = 0;
   const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (fault != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+std::optional<double> Decimal(std::string_view text) {
+  double value = 0;
+  const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (fault != std::errc{} || end != text.data() + text.size() || !std::isfinite(value)) {
+    return std::nullopt;
+  }
   return value;
 }
 
@@ -67,6 +77,23 @@ OperatorAnswer Beam(Panel& panel, std::string_view argument) {
   return {};
 }
 
+OperatorAnswer StopAt(Panel& panel, std::string_view argument) {
+  const auto blank = argument.find(' ');
+  const auto record = WholeNumber(argument.substr(0, blank));
+  const auto along =
+      blank == std::string_view::npos ? std::nullopt : Decimal(core::Trim(argument.substr(blank)));
+  if (!record || *record < 2 || !along || *along < 0) {
+    return {false, "stop-at takes a record from 2 and a distance along it in mm"};
+  }
+  panel.TheMachine().StopAt(*record, *along);
+  return {};
+}
+
+OperatorAnswer PowerCycle(Panel& panel, std::string_view) {
+  panel.PowerCycle();
+  return {};
+}
+
 OperatorAnswer State(Panel& panel, std::string_view) { return {false, DescribeState(panel)}; }
 
 OperatorAnswer Quit(Panel&, std::string_view) { return {true, ""}; }
@@ -77,8 +104,12 @@ struct CommandRow {
 };
 
 constexpr CommandRow CommandRows[] = {
-    {"start", Start}, {"hold", Hold},   {"release", Release}, {"stop", Stop},   {"error", Error},
-    {"bit", Bit},     {"clear", Clear}, {"beam", Beam},       {"state", State}, {"quit", Quit},
+    {"start", Start},     {"hold", Hold},
+    {"release", Release}, {"stop", Stop},
+    {"stop-at", StopAt},  {"error", Error},
+    {"bit", Bit},         {"clear", Clear},
+    {"beam", Beam},       {"power-cycle", PowerCycle},
+    {"state", State},     {"quit", Quit},
 };
 
 std::string_view ModeName(const Machine& machine) {
@@ -110,8 +141,8 @@ OperatorAnswer CarryOutOperatorCommand(std::string_view line, SimulatedControlle
     if (row.Word == word) return row.CarryOut(controller, argument);
   }
   return {false,
-          "commands: start, hold, release, stop, error CODE, bit N, clear, beam [on|off], state, "
-          "quit"};
+          "commands: start, hold, release, stop, stop-at RECORD MM, error CODE, bit N, clear, "
+          "beam [on|off], power-cycle, state, quit"};
 }
 
 std::string DescribeState(SimulatedController& controller) {

@@ -13,8 +13,9 @@ struct OperatorAnswer {
   std::string Text;  ///< a line to show, without an end; empty when there is nothing to say
 };
 
-/// Carries out one line: start, hold, release, stop, error CODE, bit N, clear, beam [on|off],
-/// state, or quit. Anything else changes nothing and is answered with what there is.
+/// Carries out one line: start, hold, release, stop, stop-at RECORD MM, error CODE, bit N, clear,
+/// beam [on|off], power-cycle, state, or quit. Anything else changes nothing and is answered with
+/// what there is.
 [[nodiscard]] OperatorAnswer CarryOutOperatorCommand(std::string_view line,
                                                      SimulatedController& controller);
 

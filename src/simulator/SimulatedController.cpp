@@ -8,7 +8,21 @@ SimulatedController::SimulatedController(ControllerOptions options)
     : options_(std::move(options)),
       faults_(options_.Faults),
       machine_(memory_, options_.Machine),
-      line_(memory_) {}
+      line_(memory_) {
+  ApplyPresets();
+}
+
+void SimulatedController::ApplyPresets() {
+  for (const auto& preset : options_.Presets) memory_.SetVariable(preset.Number, preset.Value);
+}
+
+void SimulatedController::PowerCycle() {
+  memory_.PowerOn();
+  ApplyPresets();
+  line_.Clear();
+  answers_.clear();
+  machine_.PowerOn();
+}
 
 void SimulatedController::Advance(double seconds) {
   if (!(seconds > 0)) return;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "simulator/CommandLine.h"
 #include "simulator/ControllerMemory.h"
@@ -14,8 +15,15 @@
 
 namespace torvane::simulator {
 
+/// A variable that stands at a value from switching on.
+struct PresetVariable {
+  int Number = 0;
+  double Value = 0;
+};
+
 struct ControllerOptions {
   MachineOptions Machine;
+  std::vector<PresetVariable> Presets;
   FaultSettings Faults;
   double Speed = 1;         ///< machine seconds per second of the line
   double ReplySeconds = 0;  ///< what the controller takes to answer a line
@@ -40,6 +48,10 @@ class SimulatedController {
   /// Seconds until the next bytes are due, 0 when they are; nothing when no answer stands.
   [[nodiscard]] std::optional<double> OutputDueIn() const;
 
+  /// Switched off and on again: variables, table and what was under way on the line are gone, the
+  /// position stays.
+  void PowerCycle();
+
   /// Changes the faults in force, as a test does half-way.
   void SetFaults(const FaultSettings& faults) { faults_ = FaultSource(faults); }
   void SetSpeed(double speed) { options_.Speed = speed; }
@@ -57,6 +69,7 @@ class SimulatedController {
     std::string Bytes;
   };
 
+  void ApplyPresets();
   void Obey(const ReceivedLine& line);
   void Send(std::string_view answer);
 

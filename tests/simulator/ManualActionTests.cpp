@@ -247,7 +247,7 @@ TEST(ManualActions, ACycleStartDuringAnActionIsRefused) {
   rig.Send("VR(48)=10");
   rig.Run.CycleStart();
   EXPECT_FALSE(rig.Running());
-  EXPECT_EQ(rig.Count(EventKind::ActionRefused), 1);
+  EXPECT_EQ(rig.Count(EventKind::StartRefused), 1);
   rig.Run.Advance(10);
   rig.Run.CycleStart();
   EXPECT_TRUE(rig.Running());

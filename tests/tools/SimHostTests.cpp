@@ -32,9 +32,9 @@ TEST(SimOptions, TakeALineAndWhatGoesWithIt) {
   EXPECT_EQ(faults.Rate(simulator::FaultKind::Lose), 0.5);
   EXPECT_EQ(faults.Rate(simulator::FaultKind::Late), 0.25);
   EXPECT_EQ(faults.LateSeconds, 0.5);
-  ASSERT_EQ(options.Presets.size(), 1U);
-  EXPECT_EQ(options.Presets[0].Number, 59);
-  EXPECT_EQ(options.Presets[0].Value, 1000);
+  ASSERT_EQ(options.Controller.Presets.size(), 1U);
+  EXPECT_EQ(options.Controller.Presets[0].Number, 59);
+  EXPECT_EQ(options.Controller.Presets[0].Value, 1000);
 }
 
 TEST(SimOptions, WrongUseIsRefused) {
