@@ -18,7 +18,12 @@ constexpr double Instant = 1e-12;  // s; shorter rests of time are none
 }  // namespace
 
 Machine::Machine(ControllerMemory& memory, MachineOptions options)
-    : memory_(memory), options_(std::move(options)), messages_(memory), run_(memory, options_) {
+    : memory_(memory),
+      options_(std::move(options)),
+      messages_(memory),
+      run_(memory, options_),
+      rollers_(memory, options_),
+      lamps_(memory) {
   memory_.SetListener(this);
   Publish();
 }
@@ -61,10 +66,15 @@ void Machine::Advance(double seconds) {
 }
 
 double Machine::PassTime(double seconds) {
+  const bool cutting = BeamOn();
+  const double next = lamps_.NextIn();
+  if (next > Instant) seconds = std::min(seconds, next);
   const double used = held_ || mover_.Empty() ? seconds : Move(seconds);
   if (InCycle() && !held_ && !AwaitingStart()) runSeconds_ += used;
   lampSeconds_ += used;
   messages_.Advance(used);
+  rollers_.Advance(used, listener_);
+  lamps_.Advance(used, cutting, listener_);
   return used;
 }
 
@@ -131,6 +141,7 @@ void Machine::FetchWork() {
 }
 
 void Machine::FetchRow() {
+  laser_.Settle(memory_);
   const RowOutcome outcome = run_.Next(at_, mover_);
   if (const int line = run_.TakePathRefusal(); line > 0) Tell(EventKind::PathRefused, line);
   AwaitRow(outcome);
@@ -227,8 +238,23 @@ void Machine::ClearMessages() {
   Publish();
 }
 
+void Machine::ShowCycleBit(bool on) {
+  cycleBit_ = on;
+  Publish();
+}
+
+void Machine::LineQuiet() {
+  if (jogTold_ || action_ == nullptr || !action_->Jog) return;
+  jogTold_ = true;
+  Tell(EventKind::JogUnwatched);
+}
+
 void Machine::PowerOn() {
   trace_.Flush();
+  laser_ = {};
+  rollers_.PowerOn();
+  lamps_.PowerOn();
+  cycleBit_ = false;
   mover_.Clear();
   messages_.PowerOn();
   run_.PowerOn();
@@ -309,10 +335,18 @@ void Machine::GoIdle() {
 }
 
 void Machine::FinishAction() {
-  const int word = action_ != nullptr ? action_->Word : 0;
-  action_ = nullptr;
+  const ManualAction* done = std::exchange(action_, nullptr);
+  const int word = done != nullptr ? done->Word : 0;
   memory_.SetVariable(Vr::Command, 0);
-  Tell(EventKind::ActionDone, word);
+  if (done != nullptr && done->Jog && listener_) {
+    listener_({EventKind::JogEnded, word, Distance(actionFrom_, at_)});
+  }
+  if (done != nullptr && done->Reference && referencesFail_) {
+    messages_.RaiseBit(LogicBit::NotReferenced);
+    Tell(EventKind::ReferenceFailed, word);
+  } else {
+    Tell(EventKind::ActionDone, word);
+  }
   GoIdle();
 }
 
@@ -364,6 +398,7 @@ void Machine::RestartLost() {
 // ---- what the front end writes ----
 
 void Machine::VariableWritten(int number, double before) {
+  laser_.Written(number, memory_.Variable(number));
   switch (number) {
     case Vr::Command:
       ObeyCommand(before);
@@ -372,7 +407,7 @@ void Machine::VariableWritten(int number, double before) {
       SelectTable();
       break;
     case Vr::LogicMessages:
-      WatchRollers(before);
+      rollers_.MessagesWritten(before, listener_);
       break;
     case Vr::FrontEndUp:
       if ((memory_.Word(Vr::FrontEndUp) & 1) != 0) Tell(EventKind::FrontEndUp);
@@ -421,13 +456,15 @@ void Machine::ObeyCommand(double before) {
   const double word = memory_.Variable(Vr::Command);
   const bool jogging = action_ != nullptr && action_->Jog;
   if (word == 0) {
+    Tell(EventKind::JogStopWord);
     const bool step = memory_.Variable(Vr::JogBySteps) != 0;
     if (jogging && !step) return FinishAction();
     memory_.SetVariable(Vr::Command, action_ != nullptr ? before : 0.0);
     return;
   }
-  if (action_ != nullptr && word == action_->Word) return;  // a key that repeats
   const ManualAction* wanted = FindAction(word);
+  if (wanted != nullptr && wanted->Jog) Tell(EventKind::JogWord, wanted->Word);
+  if (action_ != nullptr && word == action_->Word) return;  // a key that repeats
   const bool replaces = jogging && wanted != nullptr && wanted->Jog;
   if (wanted == nullptr || (wanted->Barred & BarredStates()) != 0 ||
       (action_ != nullptr && !replaces)) {
@@ -435,25 +472,25 @@ void Machine::ObeyCommand(double before) {
     return Refuse(static_cast<int>(std::clamp(word, -1e6, 1e6)));
   }
   if (replaces) FinishAction();
-  memory_.SetVariable(Vr::Command, word);
-  action_ = wanted;
-  mode_ = MachineMode::Manual;
-  wanted->Plan(*wanted, {memory_, options_, at_}, mover_);
-  Tell(EventKind::ActionStarted, wanted->Word);
+  BeginAction(*wanted);
 }
 
-void Machine::WatchRollers(double before) {
-  constexpr int RollerOutput = 8;
-  constexpr int Mask = 1 << LogicBit::Rollers;
-  const bool now = messages_.IsSet(LogicBit::Rollers);
-  const bool was =
-      (static_cast<int>(std::clamp(std::trunc(before), -2147483648.0, 2147483647.0)) & Mask) != 0;
-  if (now == was) return;
-  Tell(now ? EventKind::RollersOn : EventKind::RollersOff);
-  if (now) return;
-  const int status = memory_.Word(Vr::Status);
-  memory_.SetVariable(Vr::Status, status & ~core::StatusBit::RollersOn);
-  memory_.SetOutput(RollerOutput, 0);
+void Machine::BeginAction(const ManualAction& action) {
+  memory_.SetVariable(Vr::Command, action.Word);
+  action_ = &action;
+  actionFrom_ = at_;
+  jogTold_ = false;
+  mode_ = MachineMode::Manual;
+  action.Plan(action, {memory_, options_, at_}, mover_);
+  if (action.Reference && referencesFail_) ShortenReference();
+  Tell(EventKind::ActionStarted, action.Word);
+}
+
+void Machine::ShortenReference() {
+  const Segment whole = mover_.Current()->Path;
+  mover_.Clear();
+  const Segment half = Segment::Line(at_, whole.At(whole.Length() / 2));
+  mover_.Add(Task::Travelling(half, options_.ReferenceRate));
 }
 
 }  // namespace torvane::simulator

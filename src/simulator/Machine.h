@@ -4,11 +4,14 @@
 #include <string_view>
 
 #include "simulator/ControllerMemory.h"
+#include "simulator/KeypadLamps.h"
 #include "simulator/Kinematics.h"
+#include "simulator/LaserValues.h"
 #include "simulator/MachineEvents.h"
 #include "simulator/ManualActions.h"
 #include "simulator/MessageBoard.h"
 #include "simulator/PathTrace.h"
+#include "simulator/Rollers.h"
 #include "simulator/TableRun.h"
 
 namespace torvane::simulator {
@@ -66,6 +69,16 @@ class Machine final : public MemoryListener {
   /// ".krw"), or at once where it is beyond that in the record. Stands until it strikes or a cycle
   /// comes to its end; a further call takes its place.
   void StopAt(int record, double along);
+  /// Bit 8192 of the status word by itself: a cycle that stands open though nothing runs.
+  void ShowCycleBit(bool on);
+  /// References end half-way, with a message, until they are let again.
+  void LetReferencesFail(bool fail) { referencesFail_ = fail; }
+  /// A variable of the keypad takes a value by itself, in so many seconds. False for no variable.
+  bool ChangeLater(int number, double value, double seconds) {
+    return lamps_.Later(number, value, seconds);
+  }
+  /// No line has come for a while: tells of a jog that nobody watches, once for each.
+  void LineQuiet();
   /// Switched off and on again: nothing is known any more but the position. The memory must have
   /// been put to its values before.
   void PowerOn();
@@ -123,7 +136,8 @@ class Machine final : public MemoryListener {
   void RefuseStart(EventKind why);
   void ObeyCommand(double before);
   void SelectTable();
-  void WatchRollers(double before);
+  void BeginAction(const ManualAction& action);
+  void ShortenReference();
 
   // The variables that the front end reads.
   void Publish();
@@ -138,7 +152,11 @@ class Machine final : public MemoryListener {
   Mover mover_;
   PathTrace trace_;
   std::optional<StopPoint> stopPoint_;
+  LaserValues laser_;
+  Rollers rollers_;
+  KeypadLamps lamps_;
   Position at_;
+  Position actionFrom_;  ///< where the action in hand began
   MachineMode mode_ = MachineMode::Idle;
   const ManualAction* action_ = nullptr;
   std::optional<RestartText> restartText_;
@@ -148,6 +166,9 @@ class Machine final : public MemoryListener {
   double lampSeconds_ = 0;
   RowOutcome wait_ = RowOutcome::Executed;  ///< Waiting or Missing while no line can be taken
   bool held_ = false;
+  bool cycleBit_ = false;
+  bool referencesFail_ = false;
+  bool jogTold_ = false;  ///< that the jog in hand is not watched
   bool beamAllowed_ = true;
 };
 

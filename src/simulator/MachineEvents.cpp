@@ -1,5 +1,7 @@
 #include "simulator/MachineEvents.h"
 
+#include "core/General.h"
+
 namespace torvane::simulator {
 
 namespace {
@@ -7,7 +9,8 @@ namespace {
 struct EventRow {
   EventKind Kind;
   std::string_view Text;
-  std::string_view ValueLabel;  ///< empty: the value says nothing
+  std::string_view ValueLabel;        ///< empty: the value says nothing
+  std::string_view AmountLabel = {};  ///< empty: the amount says nothing
 };
 
 constexpr EventRow EventRows[] = {
@@ -43,6 +46,13 @@ constexpr EventRow EventRows[] = {
     {EventKind::MessagesCleared, "messages cleared", ""},
     {EventKind::RollersOn, "rollers on", ""},
     {EventKind::RollersOff, "rollers off", ""},
+    {EventKind::RollersSpoilt, "32 taken from VR(17) though its bit was off", ""},
+    {EventKind::JogWord, "jog word", "VR(48)"},
+    {EventKind::JogStopWord, "jog stop word", ""},
+    {EventKind::JogEnded, "jog ended", "VR(48)", " after mm "},
+    {EventKind::JogUnwatched, "jog still on when the line went quiet", ""},
+    {EventKind::ReferenceFailed, "reference failed", "VR(48)"},
+    {EventKind::ChangedByItself, "changed by itself", "VR", " now "},
     {EventKind::OutputSet, "output set", "output"},
     {EventKind::BeamAllowed, "beam allowed", "now"},
     {EventKind::SheetCountReached, "sheet count reached", ""},
@@ -56,6 +66,9 @@ std::string EventText(const MachineEvent& event) {
     std::string text(row.Text);
     if (!row.ValueLabel.empty()) {
       text.append(": ").append(row.ValueLabel).append(" ").append(std::to_string(event.Value));
+    }
+    if (!row.AmountLabel.empty()) {
+      text.append(row.AmountLabel).append(core::NumberText(event.Amount, 2));
     }
     return text;
   }

@@ -42,15 +42,23 @@ enum class EventKind {
   BitRaised,      ///< Value: bit
   MessagesCleared,
   RollersOn,
-  RollersOff,
-  OutputSet,    ///< Value: output
-  BeamAllowed,  ///< Value: 1 or 0
+  RollersOff,     ///< they are down, and the bit of the status word is cleared
+  RollersSpoilt,  ///< 32 was taken from the messages though the bit was off
+  JogWord,        ///< Value: command word, each time that one comes, repeats too
+  JogStopWord,    ///< VR(48)=0 came, whether or not a jog was under way
+  JogEnded,       ///< Value: command word; Amount: travel, mm
+  JogUnwatched,   ///< a jog goes on though no line has come for a while
+  ReferenceFailed,
+  ChangedByItself,  ///< Value: variable; Amount: what it holds now
+  OutputSet,        ///< Value: output
+  BeamAllowed,      ///< Value: 1 or 0
   SheetCountReached
 };
 
 struct MachineEvent {
   EventKind Kind = EventKind::Held;
   int Value = 0;
+  double Amount = 0;
 };
 
 /// One line for a person, without an end.
@@ -67,6 +75,7 @@ struct MachineOptions {
   double ClampSeconds = 1;
   double RepositionSeconds = 3;  ///< also for whatever else the rows do not tell
   double RefusalSeconds = 5;     ///< how long the message of a refusal stands
+  double RollerSeconds = 0.5;    ///< the rollers take to come down
   double LampSeconds = 0.5;      ///< half a blink of the cycle start lamp
   double ServoLag = 0.0005;      ///< following error per speed, s
   /// Jogs end here.

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "simulator/OperatorCommands.h"
+
 namespace torvane::tools {
 
 namespace {
@@ -48,9 +50,8 @@ void DescribeOptions(CLI::App& app, bool panel, SimOptions& options, Texts& text
   app.add_option("--path", options.Path,
                  "Writes each piece of path that was run into this file, a JSON object a line");
   if (panel) app.add_flag("--panel", options.Panel, "Shows the operator panel in a window");
-  app.footer(
-      "Commands on standard input: start, hold, release, stop, stop-at RECORD MM, error CODE, "
-      "bit N, clear, beam [on|off], power-cycle, state, quit. Events come on standard output.");
+  app.footer("Commands on standard input: " + std::string(simulator::OperatorWords) +
+             ". Events come on standard output.");
 }
 
 template <typename Number>
