@@ -2,6 +2,7 @@
 
 #include "console/FrontEnd.h"
 #include "console/KeyboardForm.h"
+#include "console/LaserStatusForm.h"
 #include "console/MessageForm.h"
 #include "console/NumberForm.h"
 #include "console/PositionForms.h"
@@ -93,6 +94,11 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Title = "PROGRAM INFORMATION",
         .Keys = GlobalKeys::NoSlots},
        Make<SetupForm>},
+      {{.Name = Names::LaserStatusForm,
+        .PanelName = "StatusPanel",
+        .Title = "LASER",
+        .Keys = GlobalKeys::NoSlots},
+       Make<LaserStatusForm>},
   };
   return Table;
 }

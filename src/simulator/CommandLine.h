@@ -26,6 +26,12 @@ class CommandLine {
   /// characters are dropped, so a line feed behind the carriage return does no harm.
   void Receive(std::string_view bytes, const std::function<void(const ReceivedLine&)>& whole);
 
+  /// What has come of a line so far is dropped.
+  void Clear() {
+    line_.clear();
+    tooLong_ = false;
+  }
+
   /// Carries the line out and gives the whole answer, valid until the next call: for an empty line
   /// ">>"; for any other the echo with its carriage return and a line feed, then for a query its
   /// value, or for a fault "%", ended by carriage return and line feed, then ">>".

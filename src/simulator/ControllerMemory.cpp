@@ -40,7 +40,14 @@ double ValueAt(const Array& array, int index) {
 
 }  // namespace
 
-ControllerMemory::ControllerMemory() : table_(TableCells, 0.0) {
+ControllerMemory::ControllerMemory() { PowerOn(); }
+
+void ControllerMemory::PowerOn() {
+  variables_ = {};
+  namedValues_ = {};
+  outputs_ = {};
+  axes_ = {};
+  table_.assign(TableCells, 0.0);
   for (const auto& entry : PowerOnValues) SetVariable(entry.Number, entry.Value);
 }
 
@@ -86,6 +93,13 @@ bool ControllerMemory::WriteTable(int index, std::span<const double> values) {
   if (index < 0 || values.empty() || values.size() > room) return false;
   std::copy(values.begin(), values.end(), table_.begin() + index);
   if (listener_ != nullptr) listener_->TableWritten(index, static_cast<int>(values.size()));
+  return true;
+}
+
+bool ControllerMemory::WriteRestartMark(int index, double mark) {
+  if (!InRange(table_, index)) return false;
+  table_[static_cast<std::size_t>(index)] = mark;
+  if (listener_ != nullptr) listener_->RestartMarkWritten(index);
   return true;
 }
 

@@ -59,6 +59,8 @@ class MemoryListener {
   virtual ~MemoryListener() = default;
   virtual void VariableWritten(int number, double before) = 0;
   virtual void TableWritten(int index, int count) = 0;
+  /// The restart table was closed: so many lines of the program has the front end sent.
+  virtual void RestartMarkWritten(int linesSent) = 0;
   virtual void OutputWritten(int output, double value) = 0;
   /// The start line of a restart: the slot, and the digits behind its point (empty without one).
   /// False when there is nothing to go on with.
@@ -70,6 +72,9 @@ class ControllerMemory {
  public:
   /// Variables stand at what they hold after switching on.
   ControllerMemory();
+
+  /// Everything as after switching on; the listener stays.
+  void PowerOn();
 
   void SetListener(MemoryListener* listener) { listener_ = listener; }
   [[nodiscard]] MemoryListener* Listener() const { return listener_; }
@@ -91,6 +96,8 @@ class ControllerMemory {
   [[nodiscard]] std::span<const double> TableRange(int index, int count) const;
   /// Writes all of `values` from `index` on, or nothing when they do not fit.
   bool WriteTable(int index, std::span<const double> values);
+  /// The mark that closes a restart table. False, with nothing written, outside the table.
+  bool WriteRestartMark(int index, double mark);
 
   [[nodiscard]] double Output(int output) const;
   bool WriteOutput(int output, double value);

@@ -34,6 +34,8 @@ class ExpressionReader {
   /// Takes the digits that come next, with no blank before them; empty if none do.
   [[nodiscard]] std::string_view Digits();
   [[nodiscard]] bool AtEnd();
+  /// A blank comes next.
+  [[nodiscard]] bool AtBlank() const { return at_ < text_.size() && text_[at_] == ' '; }
 
  private:
   using Reader = std::optional<double> (ExpressionReader::*)();

@@ -71,10 +71,14 @@ double Segment::NearestDistance(const Position& point) const {
   return turned * radius_;
 }
 
-Task Task::Travelling(const Segment& path, double rate) { return {Kind::Travel, path, rate, 0, 0}; }
-Task Task::Cutting(const Segment& path, double rate) { return {Kind::Cut, path, rate, 0, 0}; }
-Task Task::Waiting(double seconds) { return {Kind::Wait, {}, 0, seconds, 0}; }
-Task Task::AwaitingStart() { return {Kind::AwaitStart, {}, 0, 0, 0}; }
+Task Task::Travelling(const Segment& path, double rate) {
+  return {Kind::Travel, path, rate, 0, 0, false};
+}
+Task Task::Cutting(const Segment& path, double rate) {
+  return {Kind::Cut, path, rate, 0, 0, false};
+}
+Task Task::Waiting(double seconds) { return {Kind::Wait, {}, 0, seconds, 0, false}; }
+Task Task::AwaitingStart() { return {Kind::AwaitStart, {}, 0, 0, 0, false}; }
 
 double Mover::RateNow(double overridePercent) const {
   if (tasks_.empty()) return 0;

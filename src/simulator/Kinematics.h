@@ -1,6 +1,7 @@
 // Lines and arcs travelled at a rate, and the small jobs that a row or a manual action is made of.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 
 namespace torvane::simulator {
@@ -53,18 +54,22 @@ struct Task {
   Segment Path;
   double Rate = 0;  ///< mm per minute
   double Seconds = 0;
-  double Done = 0;  ///< mm or s of it so far
+  double Done = 0;        ///< mm or s of it so far
+  bool Approach = false;  ///< the way to the start of an element, none of the element itself
 
   [[nodiscard]] static Task Travelling(const Segment& path, double rate);
   [[nodiscard]] static Task Cutting(const Segment& path, double rate);
   [[nodiscard]] static Task Waiting(double seconds);
   [[nodiscard]] static Task AwaitingStart();
+
+  [[nodiscard]] bool Moves() const { return What == Kind::Travel || What == Kind::Cut; }
 };
 
 /// Jobs one after another.
 class Mover {
  public:
   [[nodiscard]] bool Empty() const { return tasks_.empty(); }
+  [[nodiscard]] std::size_t Size() const { return tasks_.size(); }
   [[nodiscard]] const Task* Current() const { return tasks_.empty() ? nullptr : &tasks_.front(); }
   void Add(const Task& task) { tasks_.push_back(task); }
   void Clear() { tasks_.clear(); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/MachineState.h"
 #include "platform/RuntimeFault.h"
@@ -17,7 +18,12 @@ constexpr double Instant = 1e-12;  // s; shorter rests of time are none
 }  // namespace
 
 Machine::Machine(ControllerMemory& memory, MachineOptions options)
-    : memory_(memory), options_(std::move(options)), messages_(memory), run_(memory, options_) {
+    : memory_(memory),
+      options_(std::move(options)),
+      messages_(memory),
+      run_(memory, options_),
+      rollers_(memory, options_),
+      lamps_(memory) {
   memory_.SetListener(this);
   Publish();
 }
@@ -60,12 +66,69 @@ void Machine::Advance(double seconds) {
 }
 
 double Machine::PassTime(double seconds) {
-  double used = seconds;
-  if (!held_ && !mover_.Empty()) used = mover_.Work(seconds, Override(), at_);
+  const bool cutting = BeamOn();
+  const double next = lamps_.NextIn();
+  if (next > Instant) seconds = std::min(seconds, next);
+  const double used = held_ || mover_.Empty() ? seconds : Move(seconds);
   if (InCycle() && !held_ && !AwaitingStart()) runSeconds_ += used;
   lampSeconds_ += used;
   messages_.Advance(used);
+  rollers_.Advance(used, listener_);
+  lamps_.Advance(used, cutting, listener_);
   return used;
+}
+
+double Machine::Move(double seconds) {
+  const Task task = *mover_.Current();
+  const std::size_t tasks = mover_.Size();
+  const Position from = at_;
+  const double limit = UpToStopPoint(task, seconds);
+  const double used = limit > 0 ? mover_.Work(limit, Override(), at_) : 0.0;
+  const bool finished = mover_.Size() < tasks;
+  if (used > 0 || finished) {
+    Trace(task, from, finished ? task.Path.Length() : mover_.Current()->Done);
+  }
+  const bool reached = limit < seconds && (limit <= 0 || finished || used >= limit);
+  const bool last = finished && stopPoint_ && OwnPath(task, *stopPoint_);
+  if (reached || last) {
+    Tell(EventKind::StopPointReached, stopPoint_->Record);
+    stopPoint_.reset();
+    Stop();
+  }
+  return used;
+}
+
+bool Machine::OwnPath(const Task& task, const StopPoint& point) const {
+  return mode_ == MachineMode::Running && task.Moves() && !task.Approach &&
+         run_.Record() == point.Record;
+}
+
+double Machine::UpToStopPoint(const Task& task, double seconds) const {
+  if (!stopPoint_ || !OwnPath(task, *stopPoint_)) return seconds;
+  constexpr double SecondsPerMinute = 60;
+  const double rest = stopPoint_->Along - task.Done;
+  const double rate = mover_.RateNow(Override()) / SecondsPerMinute;
+  if (rest <= 0) return 0;
+  return rate > 0 ? std::min(seconds, rest / rate) : seconds;
+}
+
+void Machine::Trace(const Task& before, const Position& from, double done) {
+  if (!trace_.Wanted() || mode_ != MachineMode::Running || !before.Moves()) return;
+  PathPiece piece;
+  piece.Place = {runs_, run_.Line(), run_.Record(), run_.SkipLevel()};
+  piece.Cut = before.What == Task::Kind::Cut;
+  piece.Approach = before.Approach;
+  piece.From = from;
+  piece.To = at_;
+  piece.S0 = before.Done;
+  piece.S1 = done;
+  piece.Beam = piece.Cut && beamAllowed_;
+  trace_.Add(piece);
+}
+
+void Machine::StopAt(int record, double along) {
+  stopPoint_ = StopPoint{record, along};
+  Tell(EventKind::StopPointSet, record);
 }
 
 void Machine::FetchWork() {
@@ -78,6 +141,7 @@ void Machine::FetchWork() {
 }
 
 void Machine::FetchRow() {
+  laser_.Settle(memory_);
   const RowOutcome outcome = run_.Next(at_, mover_);
   if (const int line = run_.TakePathRefusal(); line > 0) Tell(EventKind::PathRefused, line);
   AwaitRow(outcome);
@@ -111,7 +175,7 @@ void Machine::ShowWait(RowOutcome wait) {
 
 void Machine::CycleStart() {
   if (messages_.Code() > 0 || mode_ == MachineMode::Manual || (held_ && !InCycle())) {
-    Refuse(0);
+    RefuseStart(EventKind::StartRefused);
   } else if (held_) {
     Release();
   } else if (AwaitingStart()) {
@@ -129,6 +193,7 @@ void Machine::CycleStart() {
 void Machine::FeedHold() {
   if (held_) return;
   held_ = true;
+  trace_.Flush();
   Tell(EventKind::Held);
   if (mode_ == MachineMode::Manual) FinishAction();
   Publish();
@@ -173,6 +238,38 @@ void Machine::ClearMessages() {
   Publish();
 }
 
+void Machine::ShowCycleBit(bool on) {
+  cycleBit_ = on;
+  Publish();
+}
+
+void Machine::LineQuiet() {
+  if (jogTold_ || action_ == nullptr || !action_->Jog) return;
+  jogTold_ = true;
+  Tell(EventKind::JogUnwatched);
+}
+
+void Machine::PowerOn() {
+  trace_.Flush();
+  laser_ = {};
+  rollers_.PowerOn();
+  lamps_.PowerOn();
+  cycleBit_ = false;
+  mover_.Clear();
+  messages_.PowerOn();
+  run_.PowerOn();
+  mode_ = MachineMode::Idle;
+  action_ = nullptr;
+  restartText_.reset();
+  stopPoint_.reset();
+  restartMark_ = 0;
+  runSeconds_ = 0;
+  wait_ = RowOutcome::Executed;
+  held_ = false;
+  Tell(EventKind::PowerCycled);
+  Publish();
+}
+
 void Machine::AllowBeam(bool allowed) {
   beamAllowed_ = allowed;
   Tell(EventKind::BeamAllowed, allowed ? 1 : 0);
@@ -184,6 +281,11 @@ void Machine::Refuse(int word) {
   Tell(EventKind::ActionRefused, word);
 }
 
+void Machine::RefuseStart(EventKind why) {
+  messages_.RaiseFor(LogicBit::Refused, options_.RefusalSeconds);
+  Tell(why);
+}
+
 // ---- changes of mode ----
 
 void Machine::StartCycle() {
@@ -191,11 +293,12 @@ void Machine::StartCycle() {
   const bool named = table == 1 || table == 2;
   if (!named || !run_.Begin(static_cast<int>(table))) {
     messages_.RaiseFor(LogicBit::TableIncomplete, options_.RefusalSeconds);
-    Tell(EventKind::TableIncomplete, 1);
-    return Refuse(0);
+    return RefuseStart(EventKind::TableGone);
   }
   mode_ = MachineMode::Running;
+  ++runs_;
   runSeconds_ = 0;
+  restartMark_ = 0;
   memory_.SetVariable(Vr::RunningLine, 0);
   messages_.Set(LogicBit::SheetCountReached, false);
   Tell(EventKind::CycleStarted, run_.Slot());
@@ -204,6 +307,8 @@ void Machine::StartCycle() {
 }
 
 void Machine::FinishCycle() {
+  if (stopPoint_) Tell(EventKind::StopPointMissed, stopPoint_->Record);
+  stopPoint_.reset();
   CountSheet();
   Tell(EventKind::CycleFinished, memory_.Word(Vr::SheetsCompleted));
   GoIdle();
@@ -220,6 +325,7 @@ void Machine::CountSheet() {
 }
 
 void Machine::GoIdle() {
+  trace_.Flush();
   mover_.Clear();
   ShowWait(RowOutcome::Executed);
   messages_.Set(LogicBit::ProgramStop, false);
@@ -229,15 +335,24 @@ void Machine::GoIdle() {
 }
 
 void Machine::FinishAction() {
-  const int word = action_ != nullptr ? action_->Word : 0;
-  action_ = nullptr;
+  const ManualAction* done = std::exchange(action_, nullptr);
+  const int word = done != nullptr ? done->Word : 0;
   memory_.SetVariable(Vr::Command, 0);
-  Tell(EventKind::ActionDone, word);
+  if (done != nullptr && done->Jog && listener_) {
+    listener_({EventKind::JogEnded, word, Distance(actionFrom_, at_)});
+  }
+  if (done != nullptr && done->Reference && referencesFail_) {
+    messages_.RaiseBit(LogicBit::NotReferenced);
+    Tell(EventKind::ReferenceFailed, word);
+  } else {
+    Tell(EventKind::ActionDone, word);
+  }
   GoIdle();
 }
 
 void Machine::StartRestart() {
   mode_ = MachineMode::Restarting;
+  ++runs_;
   runSeconds_ = 0;
   Tell(EventKind::RestartStarted);
   if (options_.Files == nullptr || options_.RootDirectory.empty()) return;
@@ -246,9 +361,6 @@ void Machine::StartRestart() {
   } catch (const platform::RuntimeFault&) {
     restartText_.reset();  // as where there is none: the line that was stopped is run again
   }
-  if (!restartText_) return;
-  restartText_->At.Z = at_.Z;
-  mover_.Add(Task::Travelling(Segment::Line(at_, restartText_->At), options_.RapidRate));
 }
 
 bool Machine::RestartRequested(int slot, std::string_view fraction) {
@@ -263,16 +375,14 @@ bool Machine::RestartRequested(int slot, std::string_view fraction) {
 }
 
 void Machine::ContinueAt(int slot, std::string_view fraction) {
-  RestartPoint point{std::max(run_.Line(), 1), 0};
+  RestartPoint point{std::max(run_.Reached(slot), 1), 0};
   if (restartText_) {
-    RestartText text = *restartText_;
-    text.At.Z = 0;
-    const auto found =
-        FindRestartPoint(*options_.Files, options_.RootDirectory, slot, fraction, text);
+    const auto found = FindRestartPoint(*options_.Files, options_.RootDirectory,
+                                        {slot, fraction, *restartText_, run_.Reached(slot)});
     if (!found) return RestartLost();
     point = *found;
   }
-  run_.Continue(slot, point);
+  run_.Continue(slot, point, std::exchange(restartMark_, 0));
   if (run_.PathMissing()) Tell(EventKind::PathMissing);
   mode_ = MachineMode::Running;
   memory_.SetVariable(Vr::RunningLine, point.Line);
@@ -288,6 +398,7 @@ void Machine::RestartLost() {
 // ---- what the front end writes ----
 
 void Machine::VariableWritten(int number, double before) {
+  laser_.Written(number, memory_.Variable(number));
   switch (number) {
     case Vr::Command:
       ObeyCommand(before);
@@ -296,7 +407,7 @@ void Machine::VariableWritten(int number, double before) {
       SelectTable();
       break;
     case Vr::LogicMessages:
-      WatchRollers(before);
+      rollers_.MessagesWritten(before, listener_);
       break;
     case Vr::FrontEndUp:
       if ((memory_.Word(Vr::FrontEndUp) & 1) != 0) Tell(EventKind::FrontEndUp);
@@ -318,9 +429,14 @@ void Machine::OutputWritten(int output, double) { Tell(EventKind::OutputSet, out
 void Machine::SelectTable() {
   const double table = memory_.Variable(Vr::TableInForce);
   if (table == 1 || table == 2) {
+    if (InCycle()) return;
+    // The line that the last run reached is none of the program that starts next. A front end that
+    // still read it would fill the table up to there, over the first lines of the new program.
+    memory_.SetVariable(Vr::RunningLine, 0);
     if (mode_ == MachineMode::RestartWait) {
       mode_ = MachineMode::Idle;  // the restart was given up: no other program has come
-    } else if (!InCycle()) {
+      restartMark_ = 0;
+    } else {
       run_.Selected(static_cast<int>(table));
     }
   } else if (table == RestartTable && mode_ == MachineMode::Idle) {
@@ -340,13 +456,15 @@ void Machine::ObeyCommand(double before) {
   const double word = memory_.Variable(Vr::Command);
   const bool jogging = action_ != nullptr && action_->Jog;
   if (word == 0) {
+    Tell(EventKind::JogStopWord);
     const bool step = memory_.Variable(Vr::JogBySteps) != 0;
     if (jogging && !step) return FinishAction();
     memory_.SetVariable(Vr::Command, action_ != nullptr ? before : 0.0);
     return;
   }
-  if (action_ != nullptr && word == action_->Word) return;  // a key that repeats
   const ManualAction* wanted = FindAction(word);
+  if (wanted != nullptr && wanted->Jog) Tell(EventKind::JogWord, wanted->Word);
+  if (action_ != nullptr && word == action_->Word) return;  // a key that repeats
   const bool replaces = jogging && wanted != nullptr && wanted->Jog;
   if (wanted == nullptr || (wanted->Barred & BarredStates()) != 0 ||
       (action_ != nullptr && !replaces)) {
@@ -354,25 +472,25 @@ void Machine::ObeyCommand(double before) {
     return Refuse(static_cast<int>(std::clamp(word, -1e6, 1e6)));
   }
   if (replaces) FinishAction();
-  memory_.SetVariable(Vr::Command, word);
-  action_ = wanted;
-  mode_ = MachineMode::Manual;
-  wanted->Plan(*wanted, {memory_, options_, at_}, mover_);
-  Tell(EventKind::ActionStarted, wanted->Word);
+  BeginAction(*wanted);
 }
 
-void Machine::WatchRollers(double before) {
-  constexpr int RollerOutput = 8;
-  constexpr int Mask = 1 << LogicBit::Rollers;
-  const bool now = messages_.IsSet(LogicBit::Rollers);
-  const bool was =
-      (static_cast<int>(std::clamp(std::trunc(before), -2147483648.0, 2147483647.0)) & Mask) != 0;
-  if (now == was) return;
-  Tell(now ? EventKind::RollersOn : EventKind::RollersOff);
-  if (now) return;
-  const int status = memory_.Word(Vr::Status);
-  memory_.SetVariable(Vr::Status, status & ~core::StatusBit::RollersOn);
-  memory_.SetOutput(RollerOutput, 0);
+void Machine::BeginAction(const ManualAction& action) {
+  memory_.SetVariable(Vr::Command, action.Word);
+  action_ = &action;
+  actionFrom_ = at_;
+  jogTold_ = false;
+  mode_ = MachineMode::Manual;
+  action.Plan(action, {memory_, options_, at_}, mover_);
+  if (action.Reference && referencesFail_) ShortenReference();
+  Tell(EventKind::ActionStarted, action.Word);
+}
+
+void Machine::ShortenReference() {
+  const Segment whole = mover_.Current()->Path;
+  mover_.Clear();
+  const Segment half = Segment::Line(at_, whole.At(whole.Length() / 2));
+  mover_.Add(Task::Travelling(half, options_.ReferenceRate));
 }
 
 }  // namespace torvane::simulator

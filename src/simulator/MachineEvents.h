@@ -19,6 +19,10 @@ enum class EventKind {
   CycleStopped,   ///< Value: table line reached
   Held,
   Released,
+  StopPointSet,      ///< Value: record
+  StopPointReached,  ///< Value: record
+  StopPointMissed,   ///< Value: record that the cycle did not come to
+  PowerCycled,
   ProgramStop,      ///< Value: table line
   WaitingForTable,  ///< Value: last line received
   TableArrived,     ///< Value: next line
@@ -31,20 +35,30 @@ enum class EventKind {
   RestartUnknown,
   ActionStarted,  ///< Value: command word
   ActionDone,     ///< Value: command word
-  ActionRefused,  ///< Value: command word, or 0 for the cycle start
+  ActionRefused,  ///< Value: command word
+  StartRefused,   ///< cycle start during an error, a hold or an action
+  TableGone,      ///< cycle start where the table does not hold the first line
   ErrorRaised,    ///< Value: code
   BitRaised,      ///< Value: bit
   MessagesCleared,
   RollersOn,
-  RollersOff,
-  OutputSet,    ///< Value: output
-  BeamAllowed,  ///< Value: 1 or 0
+  RollersOff,     ///< they are down, and the bit of the status word is cleared
+  RollersSpoilt,  ///< 32 was taken from the messages though the bit was off
+  JogWord,        ///< Value: command word, each time that one comes, repeats too
+  JogStopWord,    ///< VR(48)=0 came, whether or not a jog was under way
+  JogEnded,       ///< Value: command word; Amount: travel, mm
+  JogUnwatched,   ///< a jog goes on though no line has come for a while
+  ReferenceFailed,
+  ChangedByItself,  ///< Value: variable; Amount: what it holds now
+  OutputSet,        ///< Value: output
+  BeamAllowed,      ///< Value: 1 or 0
   SheetCountReached
 };
 
 struct MachineEvent {
   EventKind Kind = EventKind::Held;
   int Value = 0;
+  double Amount = 0;
 };
 
 /// One line for a person, without an end.
@@ -61,6 +75,7 @@ struct MachineOptions {
   double ClampSeconds = 1;
   double RepositionSeconds = 3;  ///< also for whatever else the rows do not tell
   double RefusalSeconds = 5;     ///< how long the message of a refusal stands
+  double RollerSeconds = 0.5;    ///< the rollers take to come down
   double LampSeconds = 0.5;      ///< half a blink of the cycle start lamp
   double ServoLag = 0.0005;      ///< following error per speed, s
   /// Jogs end here.

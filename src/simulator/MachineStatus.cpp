@@ -22,6 +22,11 @@ constexpr int AxisThird = 4;
 }  // namespace
 
 void Machine::Publish() {
+  if (BeamOn()) {
+    laser_.Show(memory_, runSeconds_);
+  } else {
+    laser_.Settle(memory_);
+  }
   PublishStatus();
   PublishPositions();
   memory_.SetVariable(Vr::RunTime, runSeconds_);
@@ -42,6 +47,7 @@ void Machine::PublishStatus() {
   if (held_) word |= StatusBit::Feedhold;
   if (messages_.InError()) word |= StatusBit::InError;
   if (InCycle()) word |= StatusBit::Cycle | StatusBit::Running;
+  if (cycleBit_) word |= StatusBit::Cycle;
   if (lamp) word |= StatusBit::RestartReady;
   if (BeamOn()) word |= StatusBit::Beam;
   memory_.SetVariable(Vr::Status, word);

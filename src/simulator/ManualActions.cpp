@@ -67,17 +67,17 @@ void PlanJog(const ManualAction& action, const ActionInput& input, Mover& mover)
 constexpr unsigned Busy = Bar::Running | Bar::Held;
 
 constexpr ManualAction Actions[] = {
-    {10, Busy, false, PlanReference, 1, 1, 1},
-    {11, Busy, false, PlanReference, 1, 0, 0},
-    {12, Busy, false, PlanReference, 0, 1, 0},
-    {13, Busy, false, PlanReference, 0, 0, 1},
-    {15, Busy | Bar::Error, false, PlanMove, 0, 0, 0},
-    {17, Busy | Bar::Error, false, PlanLoadA, 0, 0, 0},
-    {18, Busy | Bar::Error, false, PlanLoadB, 0, 0, 0},
-    {19, Busy, true, PlanJog, +1, 0, 0},
-    {20, Busy, true, PlanJog, -1, 0, 0},
-    {21, Busy, true, PlanJog, 0, +1, 0},
-    {22, Busy, true, PlanJog, 0, -1, 0},
+    {10, Busy, false, true, PlanReference, 1, 1, 1},
+    {11, Busy, false, true, PlanReference, 1, 0, 0},
+    {12, Busy, false, true, PlanReference, 0, 1, 0},
+    {13, Busy, false, true, PlanReference, 0, 0, 1},
+    {15, Busy | Bar::Error, false, false, PlanMove, 0, 0, 0},
+    {17, Busy | Bar::Error, false, false, PlanLoadA, 0, 0, 0},
+    {18, Busy | Bar::Error, false, false, PlanLoadB, 0, 0, 0},
+    {19, Busy, true, false, PlanJog, +1, 0, 0},
+    {20, Busy, true, false, PlanJog, -1, 0, 0},
+    {21, Busy, true, false, PlanJog, 0, +1, 0},
+    {22, Busy, true, false, PlanJog, 0, -1, 0},
 };
 
 }  // namespace

@@ -25,6 +25,7 @@ struct ManualAction {
   int Word = 0;         ///< value of VR(48)
   unsigned Barred = 0;  ///< states in which it is refused
   bool Jog = false;     ///< ended by VR(48)=0
+  bool Reference = false;
   void (*Plan)(const ManualAction&, const ActionInput&, Mover&) = nullptr;
   int X = 0;  ///< axis or direction of the action
   int Y = 0;

@@ -50,6 +50,13 @@ void MessageBoard::Clear() {
   secondsLeft_ = 0;
 }
 
+void MessageBoard::PowerOn() {
+  code_ = 0;
+  raised_ = 0;
+  timed_ = 0;
+  secondsLeft_ = 0;
+}
+
 void MessageBoard::Advance(double seconds) {
   if (timed_ == 0) return;
   secondsLeft_ -= seconds;

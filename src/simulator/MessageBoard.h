@@ -7,6 +7,7 @@ namespace torvane::simulator {
 
 /// Bits of VR(17) that the machine raises by itself.
 namespace LogicBit {
+inline constexpr int NotReferenced = 0;
 inline constexpr int WaitingForTable = 4;
 inline constexpr int Rollers = 5;  ///< raised and cleared by the front end
 inline constexpr int ProgramStop = 8;
@@ -36,6 +37,9 @@ class MessageBoard {
 
   /// Takes away the code, the raised bits and the timed ones.
   void Clear();
+
+  /// As after switching on; the words themselves are the memory's.
+  void PowerOn();
 
   void Advance(double seconds);
 

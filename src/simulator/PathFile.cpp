@@ -15,7 +15,8 @@ namespace RecordCode = partprogram::RecordCode;
 constexpr double PointTolerance = 0.001;  // mm; a row holds its points to four places
 constexpr std::size_t StartAngleValue = 9;
 constexpr std::size_t SweepValue = 10;
-constexpr int NoRecord = -1;  // the code of a damaged record, which no row fits
+constexpr int FirstRecord = 2;  // behind the header
+constexpr int NoRecord = -1;    // the code of a damaged record, which no row fits
 
 Position ToPosition(const partprogram::Point3& point) { return {point.X, point.Y, point.Z}; }
 
@@ -29,8 +30,9 @@ bool Sound(const PathElement& element) {
                      [](double value) { return std::abs(value) <= Farthest; });
 }
 
-PathElement ToElement(const partprogram::DrawRecord& record) {
+PathElement ToElement(int number, const partprogram::DrawRecord& record) {
   PathElement element;
+  element.Record = number;
   element.Code = record.Code;
   element.BlockNumber = record.BlockNumber;
   element.RecordIndex = record.RecordIndex;
@@ -42,7 +44,7 @@ PathElement ToElement(const partprogram::DrawRecord& record) {
     element.StartAngle = record.Values[StartAngleValue];
     element.Sweep = record.Values[SweepValue];
   }
-  if (!Sound(element)) element = {NoRecord, 0, 0, record.TableLine, {}, {}, {}, 0, 0};
+  if (!Sound(element)) element = {number, NoRecord, 0, 0, record.TableLine, {}, {}, {}, 0, 0};
   return element;
 }
 
@@ -69,8 +71,9 @@ bool PathFile::Load(const platform::FileSystem& files, const std::string& path) 
   if (bytes.empty() || bytes.size() % Size != 0) return false;
   elements_.reserve(bytes.size() / Size - 1);
   for (std::size_t at = Size; at < bytes.size(); at += Size) {
-    elements_.push_back(
-        ToElement(partprogram::DecodeRecord(std::span<const char, Size>(bytes.data() + at, Size))));
+    const auto number = static_cast<int>(elements_.size()) + FirstRecord;
+    const std::span<const char, Size> record(bytes.data() + at, Size);
+    elements_.push_back(ToElement(number, partprogram::DecodeRecord(record)));
   }
   return true;
 }
@@ -82,10 +85,16 @@ const PathElement* PathFile::OfLine(int line) const {
   return at == elements_.end() ? nullptr : &*at;
 }
 
+const PathElement* PathFile::OfRecord(int record) const {
+  const int index = record - FirstRecord;
+  if (index < 0 || static_cast<std::size_t>(index) >= elements_.size()) return nullptr;
+  return &elements_[static_cast<std::size_t>(index)];
+}
+
 int PathFile::FirstLineOf(int record) const {
-  const int index = record - 2;
-  if (index < 0 || static_cast<std::size_t>(index) >= elements_.size()) return 0;
-  return index == 0 ? 1 : elements_[static_cast<std::size_t>(index) - 1].TableLine + 1;
+  if (OfRecord(record) == nullptr) return 0;
+  const PathElement* before = OfRecord(record - 1);
+  return before == nullptr ? 1 : before->TableLine + 1;
 }
 
 bool RowFits(const TableRow& row, const PathElement& element) {

@@ -14,6 +14,7 @@ namespace torvane::simulator {
 
 /// One record, as far as the machine follows it.
 struct PathElement {
+  int Record = 0;  ///< its own number in its file; the header is 1
   int Code = 0;
   int BlockNumber = 0;
   int RecordIndex = 0;  ///< the record of the other file that belongs to it
@@ -39,6 +40,8 @@ class PathFile {
 
   /// The element that table line `line` (from 1) belongs to; null beyond the last.
   [[nodiscard]] const PathElement* OfLine(int line) const;
+  /// Null where the file has no such record.
+  [[nodiscard]] const PathElement* OfRecord(int record) const;
   /// First table line of the element of record `record` (from 2); 0 when there is none.
   [[nodiscard]] int FirstLineOf(int record) const;
 

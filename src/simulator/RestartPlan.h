@@ -10,10 +10,17 @@
 
 namespace torvane::simulator {
 
+/// The rest of a split element, as its block says. Lengths mm.
+struct RestElement {
+  bool Arc = false;
+  Position End;
+  Position Centre;  ///< of an arc, from the split point
+};
+
 /// What the restart text says. Lengths mm.
 struct RestartText {
-  Position At;                         ///< the machine goes there first
-  std::optional<Position> ElementEnd;  ///< end of the rest of a split element
+  Position At;  ///< the point to go on from, on the programmed path
+  std::optional<RestElement> Rest;
 };
 
 /// Reads RootDirectory + "Restart.tbx". Nothing when it is missing or names no position.
@@ -23,16 +30,27 @@ struct RestartText {
 /// A place in the table.
 struct RestartPoint {
   int Line = 0;      ///< table line to go on with
-  double Share = 0;  ///< of its element that is cut already, 0 to 1
+  double Along = 0;  ///< mm of its compensated element that are cut already
 };
 
-/// Finds the block. `fraction` holds the digits of the start line: a hundred-thousandth for each
-/// block number, so "00123" is N123. With a number the first record made by that block counts;
-/// after a split, the element before it that holds the point and ends where the text says. Without
-/// a number the first record that starts at the position. Nothing when no record fits.
+/// What a restart is asked for with.
+struct RestartQuery {
+  int Slot = 1;
+  /// The digits of the start line: a hundred-thousandth for each block number, so "00123" is N123;
+  /// empty for a block without a number.
+  std::string_view Fraction;
+  RestartText Text;
+  int ReachedLine = 0;  ///< table line that the run before had reached; 0 unknown
+};
+
+/// Finds the place. With the rest of an element: the element whose path holds the point, that ends
+/// where the text says, and behind which the block of the number comes. Without: the first record
+/// of the block of the number, or of the next block that made one; where several laps fit, those
+/// that begin at the point. Without a number: the first record of a block that begins at the point.
+/// Of several places the one nearest to `ReachedLine` counts, and the later one of two as near.
+/// Nothing when no record fits.
 [[nodiscard]] std::optional<RestartPoint> FindRestartPoint(const platform::FileSystem& files,
-                                                           std::string_view root, int slot,
-                                                           std::string_view fraction,
-                                                           const RestartText& text);
+                                                           std::string_view root,
+                                                           const RestartQuery& query);
 
 }  // namespace torvane::simulator

@@ -2,21 +2,45 @@
 
 #include <algorithm>
 
+#include "core/General.h"
+
 namespace torvane::simulator {
 
 SimulatedController::SimulatedController(ControllerOptions options)
     : options_(std::move(options)),
       faults_(options_.Faults),
       machine_(memory_, options_.Machine),
-      line_(memory_) {}
+      line_(memory_) {
+  ApplyPresets();
+}
+
+void SimulatedController::ApplyPresets() {
+  for (const auto& preset : options_.Presets) memory_.SetVariable(preset.Number, preset.Value);
+}
+
+void SimulatedController::PowerCycle() {
+  memory_.PowerOn();
+  ApplyPresets();
+  line_.Clear();
+  answers_.clear();
+  machine_.PowerOn();
+}
 
 void SimulatedController::Advance(double seconds) {
   if (!(seconds > 0)) return;
   now_ += seconds;
   machine_.Advance(seconds * options_.Speed);
+  if (now_ - heardAt_ > options_.QuietSeconds) machine_.LineQuiet();
+}
+
+void SimulatedController::SetSilent(bool silent) {
+  silent_ = silent;
+  line_.Clear();
+  answers_.clear();
 }
 
 void SimulatedController::Receive(std::string_view bytes) {
+  if (silent_) return;
   const auto whole = [this](const ReceivedLine& line) { Obey(line); };
   if (faults_.Settings().Rates[static_cast<std::size_t>(FaultKind::Lose)] > 0) {
     line_.Receive(faults_.Spoil(bytes, false), whole);
@@ -25,10 +49,20 @@ void SimulatedController::Receive(std::string_view bytes) {
   }
 }
 
+bool SimulatedController::Refused(std::string_view line) {
+  for (auto text = refusals_.begin(); text != refusals_.end(); ++text) {
+    if (!core::EqualNoCase(line.substr(0, text->size()), *text)) continue;
+    refusals_.erase(text);
+    return true;
+  }
+  return false;
+}
+
 void SimulatedController::Obey(const ReceivedLine& line) {
+  heardAt_ = now_;
   if (watcher_) watcher_(line.Text);
   if (faults_.Strikes(FaultKind::Silence)) return;
-  const bool refuse = faults_.Strikes(FaultKind::Percent);
+  const bool refuse = faults_.Strikes(FaultKind::Percent) || Refused(line.Text);
   Send(refuse ? line_.Refuse(line) : line_.Answer(line));
 }
 

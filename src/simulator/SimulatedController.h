@@ -6,19 +6,29 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "simulator/CommandLine.h"
 #include "simulator/ControllerMemory.h"
 #include "simulator/Faults.h"
 #include "simulator/Machine.h"
+#include "simulator/StorageFaults.h"
 
 namespace torvane::simulator {
 
+/// A variable that stands at a value from switching on.
+struct PresetVariable {
+  int Number = 0;
+  double Value = 0;
+};
+
 struct ControllerOptions {
   MachineOptions Machine;
+  std::vector<PresetVariable> Presets;
   FaultSettings Faults;
   double Speed = 1;         ///< machine seconds per second of the line
   double ReplySeconds = 0;  ///< what the controller takes to answer a line
+  double QuietSeconds = 1;  ///< without a line for so long, the line counts as quiet
 };
 
 /// Works on a clock of its own, moved by Advance. What it answers waits in order until taken.
@@ -40,6 +50,19 @@ class SimulatedController {
   /// Seconds until the next bytes are due, 0 when they are; nothing when no answer stands.
   [[nodiscard]] std::optional<double> OutputDueIn() const;
 
+  /// Switched off and on again: variables, table and what was under way on the line are gone, the
+  /// position stays.
+  void PowerCycle();
+
+  /// A line that is dead: nothing is heard, carried out or answered, and what was on its way is
+  /// lost.
+  void SetSilent(bool silent);
+  /// The next line that begins with `text`, whatever the case, is refused with "%" and not carried
+  /// out. Several may stand.
+  void RefuseNext(std::string_view text) { refusals_.emplace_back(text); }
+  /// What is wrong with the storage beside the machine; see FaultyFiles.
+  [[nodiscard]] StorageFaults& Storage() { return storage_; }
+
   /// Changes the faults in force, as a test does half-way.
   void SetFaults(const FaultSettings& faults) { faults_ = FaultSource(faults); }
   void SetSpeed(double speed) { options_.Speed = speed; }
@@ -57,6 +80,8 @@ class SimulatedController {
     std::string Bytes;
   };
 
+  void ApplyPresets();
+  [[nodiscard]] bool Refused(std::string_view line);
   void Obey(const ReceivedLine& line);
   void Send(std::string_view answer);
 
@@ -67,7 +92,11 @@ class SimulatedController {
   CommandLine line_;
   std::function<void(std::string_view)> watcher_;
   std::deque<Answer> answers_;
+  std::vector<std::string> refusals_;
+  StorageFaults storage_;
   double now_ = 0;
+  double heardAt_ = 0;  ///< when the last line came
+  bool silent_ = false;
 };
 
 }  // namespace torvane::simulator

@@ -4,6 +4,7 @@
 
 #include "core/General.h"
 #include "simulator/Expressions.h"
+#include "simulator/TableRows.h"
 
 namespace torvane::simulator {
 
@@ -31,6 +32,7 @@ bool AssignNamedValue(ExpressionReader& reader, ControllerMemory& memory) {
 }
 
 bool WriteTableRow(ExpressionReader& reader, ControllerMemory& memory) {
+  const bool spaced = reader.AtBlank();
   if (!reader.Take('(')) return false;
   const auto index = reader.Index();
   if (!index) return false;
@@ -41,7 +43,10 @@ bool WriteTableRow(ExpressionReader& reader, ControllerMemory& memory) {
     if (!value) return false;
     values.push_back(*value);
   }
-  return reader.Take(')') && reader.AtEnd() && memory.WriteTable(*index, values);
+  if (!reader.Take(')') || !reader.AtEnd()) return false;
+  // The mark of a restart table is told from the end row of a program by its blank.
+  const bool mark = spaced && values.size() == 1 && values[0] == EndMark;
+  return mark ? memory.WriteRestartMark(*index, values[0]) : memory.WriteTable(*index, values);
 }
 
 bool SetOutput(ExpressionReader& reader, ControllerMemory& memory) {

@@ -7,8 +7,9 @@
 
 namespace torvane::simulator {
 
-/// The forms: VR(n)=value, M<n>=value, TABLE(index,value,...), OP(output,value), and the start line
-/// of a restart, B<slot>[.digits]R. False for anything else and for a value out of range; nothing
+/// The forms: VR(n)=value, M<n>=value, TABLE(index,value,...), the mark of a restart table, which
+/// is TABLE (lines sent,-999) with a blank, OP(output,value), and the start line of a restart,
+/// B<slot>[.digits]R. False for anything else and for a value out of range; nothing
 /// is changed then.
 bool CarryOut(std::string_view line, ControllerMemory& memory);
 

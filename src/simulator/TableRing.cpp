@@ -61,6 +61,14 @@ void TableRing::Select() {
   ++programs_;
 }
 
+void TableRing::Resume(int line, int due) {
+  rows_.clear();
+  newest_ = line;
+  due_ = due;
+  mark_ = 0;
+  broken_ = false;
+}
+
 int TableRing::OldestLine() const {
   return rows_.empty() ? 0 : newest_ - static_cast<int>(rows_.size()) + 1;
 }

@@ -40,8 +40,6 @@ class TableRing {
   /// True when `index` is where the next row of the program is due.
   [[nodiscard]] bool Due(int index) const { return index == DueIndex(); }
 
-  [[nodiscard]] bool First(int index) const { return index == first_; }
-
   /// A row was written. `running` tells that this ring's program runs, so that nothing but the next
   /// lap can stand at the first index.
   void Written(int index, std::span<const double> values, bool running);
@@ -49,6 +47,9 @@ class TableRing {
   /// The front end has named this ring's table: rows since the last possible beginning count
   /// from 1.
   void Select();
+  /// The ring is to go on behind line `line`, whose row ended in front of index `due`: whatever
+  /// stands here is forgotten.
+  void Resume(int line, int due);
   /// A run begins: an undecided beginning was the next lap.
   void Settle() { mark_ = 0; }
 

@@ -7,6 +7,9 @@
 
 namespace torvane::simulator {
 
+/// The value that ends a table.
+inline constexpr double EndMark = -999;
+
 enum class RowType {
   Point = 0,        ///< a rapid move, or what Action says at the point
   Line = 1,         ///< a cut; X and Y are where it starts

@@ -14,7 +14,10 @@ namespace torvane::simulator {
 namespace {
 
 constexpr std::size_t TableRecordSize = 80;
-constexpr double EndMark = -999;
+constexpr int FirstIndex1 = 500;
+constexpr int LastIndex1 = 700;
+constexpr int FirstIndex2 = 750;
+constexpr int LastIndex2 = 950;
 constexpr double HopTolerance = 1e-4;  // mm; nearer than this the machine stands at the start
 
 struct SettingTarget {
@@ -43,15 +46,15 @@ Segment RowArc(const TableRow& row, const Position& from) {
 }  // namespace
 
 TableRun::TableRun(ControllerMemory& memory, const MachineOptions& options)
-    : memory_(memory), options_(options), rings_{TableRing(500, 700), TableRing(750, 950)} {}
+    : memory_(memory),
+      options_(options),
+      rings_{TableRing(FirstIndex1, LastIndex1), TableRing(FirstIndex2, LastIndex2)} {}
 
 void TableRun::Written(int index, int count, bool running) {
   const auto values = memory_.TableRange(index, count);
   for (std::size_t i = 0; i < rings_.size(); ++i) {
     auto& ring = rings_[i];
     if (values.empty() || !ring.Holds(index)) continue;
-    // A lone end mark out of turn closes the restart table and is no line of the program.
-    if (count == 1 && values[0] == EndMark && !ring.Due(index) && !ring.First(index)) continue;
     ring.Written(index, values, running && slot_ == static_cast<int>(i) + 1);
   }
 }
@@ -60,11 +63,20 @@ void TableRun::Selected(int slot) {
   if (slot == 1 || slot == 2) rings_[static_cast<std::size_t>(slot - 1)].Select();
 }
 
-void TableRun::Open(int slot) {
-  slot_ = slot;
-  share_ = 0;
+void TableRun::Forget() {
+  record_ = 0;
+  skip_ = 0;
+  along_ = 0;
+  place_.reset();
+  path_ = {};
+  pathMissing_ = false;
   pathRefusal_ = 0;
   stored_.reset();
+}
+
+void TableRun::Open(int slot) {
+  slot_ = slot;
+  Forget();
   Ring().Settle();
   program_ = Ring().Programs();
   if (options_.Files == nullptr || options_.RootDirectory.empty()) return;
@@ -80,24 +92,68 @@ bool TableRun::Begin(int slot) {
   return true;
 }
 
-void TableRun::Continue(int slot, const RestartPoint& point) {
+void TableRun::Continue(int slot, const RestartPoint& point, int linesSent) {
   Open(slot);
   line_ = std::max(point.Line, 1) - 1;
   if (options_.Files != nullptr && !options_.RootDirectory.empty()) {
     const std::string table = SlotFile(options_.RootDirectory, slot, "tbl");
     stored_ = options_.Files->OpenRecords(table, TableRecordSize);
+    ResumeRing(linesSent);
+    ApplySettingsBefore(line_ + 1);
+    place_ = PositionBefore(line_ + 1);
   }
-  share_ = std::clamp(point.Share, 0.0, 1.0);
+  along_ = std::max(point.Along, 0.0);
+}
+
+void TableRun::ResumeRing(int linesSent) {
+  if (linesSent <= 0 || (Ring().NewestLine() == linesSent && !Ring().Broken())) return;
+  const int values = static_cast<int>(StoredRow(linesSent).size());
+  if (values > 0) Ring().Resume(linesSent, storedIndex_ + values);
+}
+
+void TableRun::ApplySettingsBefore(int line) {
+  for (const auto& element : path_.Elements()) {
+    if (element.TableLine >= line) return;
+    if (element.Code != partprogram::RecordCode::Settings) continue;
+    auto row = ReadRow(StoredRow(path_.FirstLineOf(element.Record)));
+    if (!row || row->Type != RowType::SettingsPair) continue;
+    if (ReadSecondHalf(StoredRow(element.TableLine), *row) && !Skipped(*row)) ApplySettings(*row);
+  }
+}
+
+std::optional<Position> TableRun::PositionBefore(int line) const {
+  namespace Code = partprogram::RecordCode;
+  std::optional<Position> at;
+  for (const auto& element : path_.Elements()) {
+    if (element.TableLine >= line) break;
+    if (element.Code == Code::LoadPosition) at = element.Centre;
+    if (element.Code == Code::Move || element.Code == Code::LineProfile ||
+        element.Code == Code::ArcProfile) {
+      at = element.End;
+    }
+  }
+  return at;
+}
+
+void TableRun::PowerOn() {
+  rings_ = {TableRing(FirstIndex1, LastIndex1), TableRing(FirstIndex2, LastIndex2)};
+  reached_ = {};
+  line_ = 0;
+  slot_ = 1;
+  Forget();
 }
 
 int TableRun::TakePathRefusal() { return std::exchange(pathRefusal_, 0); }
 
 std::span<const double> TableRun::StoredRow(int line) {
   std::array<char, TableRecordSize> record{};
-  if (!stored_ || !stored_->Read(static_cast<std::uint32_t>(line), record)) return {};
+  if (line < 1 || !stored_ || !stored_->Read(static_cast<std::uint32_t>(line), record)) return {};
   ExpressionReader reader(std::string_view(record.data(), record.size()), memory_);
   storedValues_.clear();
-  if (!core::EqualNoCase(reader.Word(), "TABLE") || !reader.Take('(') || !reader.Index()) return {};
+  if (!core::EqualNoCase(reader.Word(), "TABLE") || !reader.Take('(')) return {};
+  const auto index = reader.Index();
+  if (!index) return {};
+  storedIndex_ = *index;
   while (reader.Take(',')) {
     const auto value = reader.Expression();
     if (!value) return {};
@@ -135,14 +191,13 @@ RowOutcome TableRun::Next(const Position& from, Mover& mover) {
     if (!ReadSecondHalf(values, *row)) return RowOutcome::Missing;
   }
   line_ = last;
+  reached_[static_cast<std::size_t>(slot_ - 1)] = last;
+  skip_ = row->Skip;
+  record_ = 0;
   if (row->Type == RowType::End) return RowOutcome::Finished;
-  if (Skipped(*row)) {
-    share_ = 0;
-    return RowOutcome::Skipped;
-  }
-  Perform(*row, ElementOf(*row, line), from, mover);
-  share_ = 0;
-  return RowOutcome::Executed;
+  if (!Skipped(*row)) Perform(*row, ElementOf(*row, line), from, mover);
+  along_ = 0;
+  return Skipped(*row) ? RowOutcome::Skipped : RowOutcome::Executed;
 }
 
 bool TableRun::Skipped(const TableRow& row) const {
@@ -153,7 +208,10 @@ bool TableRun::Skipped(const TableRow& row) const {
 const PathElement* TableRun::ElementOf(const TableRow& row, int line) {
   if (path_.Empty()) return nullptr;
   const PathElement* element = path_.OfLine(line);
-  if (element != nullptr && RowFits(row, *element)) return element;
+  if (element != nullptr && RowFits(row, *element)) {
+    record_ = element->Record;
+    return element;
+  }
   path_ = {};
   pathRefusal_ = line;
   return nullptr;
@@ -172,7 +230,7 @@ void TableRun::Perform(const TableRow& row, const PathElement* element, const Po
       return ApplySettings(row);
     case RowType::Other:
       if (element == nullptr || element->Code != partprogram::RecordCode::CancelOffsets) {
-        mover.Add(Task::Waiting(options_.RepositionSeconds));
+        Wait(Task::Waiting(options_.RepositionSeconds), from, mover);
       }
       return;
     case RowType::Settings:
@@ -181,11 +239,27 @@ void TableRun::Perform(const TableRow& row, const PathElement* element, const Po
   }
 }
 
+void TableRun::GoTo(const Position& from, const Position& to, Mover& mover) const {
+  if (Distance(from, to) <= HopTolerance) return;
+  Task way = Task::Travelling(Segment::Line(from, to), options_.RapidRate);
+  way.Approach = true;
+  mover.Add(way);
+}
+
+void TableRun::Wait(const Task& wait, const Position& from, Mover& mover) {
+  if (place_) GoTo(from, *place_, mover);
+  place_.reset();
+  mover.Add(wait);
+}
+
 void TableRun::PerformPoint(const TableRow& row, const PathElement* element, const Position& from,
-                            Mover& mover) const {
-  if (row.Action > 0) return mover.Add(Task::Waiting(row.Action));
-  if (row.Action == PointAction::Stop) return mover.Add(Task::AwaitingStart());
-  if (row.Action != PointAction::None) return mover.Add(Task::Waiting(options_.ClampSeconds));
+                            Mover& mover) {
+  if (row.Action > 0) return Wait(Task::Waiting(row.Action), from, mover);
+  if (row.Action == PointAction::Stop) return Wait(Task::AwaitingStart(), from, mover);
+  if (row.Action != PointAction::None) {
+    return Wait(Task::Waiting(options_.ClampSeconds), from, mover);
+  }
+  place_.reset();
   Position target{row.X, row.Y, row.Z};
   if (element != nullptr) {
     const bool load = element->Code == partprogram::RecordCode::LoadPosition;
@@ -197,17 +271,15 @@ void TableRun::PerformPoint(const TableRow& row, const PathElement* element, con
 void TableRun::PerformCut(const TableRow& row, const PathElement* element, const Position& from,
                           Mover& mover) {
   const double feed = row.Feed > 0 ? row.Feed : options_.DefaultFeed;
+  place_.reset();
   if (element == nullptr) {
     const bool line = row.Type == RowType::Line;
     const Segment path = line ? Segment::Line(from, {row.X, row.Y, row.Z}) : RowArc(row, from);
     return mover.Add(Task::Cutting(path, feed));
   }
   Task cut = Task::Cutting(element->Path(), feed);
-  cut.Done = cut.Path.Length() * share_;
-  const Position start = cut.Path.At(cut.Done);
-  if (Distance(from, start) > HopTolerance) {
-    mover.Add(Task::Travelling(Segment::Line(from, start), options_.RapidRate));
-  }
+  cut.Done = std::min(along_, cut.Path.Length());
+  GoTo(from, cut.Path.At(cut.Done), mover);
   mover.Add(cut);
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "platform/FileSystem.h"
@@ -44,9 +45,13 @@ class TableRun {
 
   /// Starts at the first line. False when it does not stand in the ring.
   bool Begin(int slot);
-  /// Goes on with a line; lines that the ring no longer holds come from the slot's file. Throws
-  /// RuntimeFault where a root directory was told and the file cannot be opened.
-  void Continue(int slot, const RestartPoint& point);
+  /// Goes on with a line. `linesSent` is what the restart table was closed with: lines up to there
+  /// that the ring does not hold come from the slot's file, later ones are waited for; 0 where it
+  /// was not told. Settings that stand in front of the line are put in force. Throws RuntimeFault
+  /// where a root directory was told and the file cannot be opened.
+  void Continue(int slot, const RestartPoint& point, int linesSent);
+  /// As after switching on.
+  void PowerOn();
 
   /// Takes the next line.
   [[nodiscard]] RowOutcome Next(const Position& from, Mover& mover);
@@ -54,6 +59,12 @@ class TableRun {
   /// Line reached, from 1; 0 before the first.
   [[nodiscard]] int Line() const { return line_; }
   [[nodiscard]] int Slot() const { return slot_; }
+  /// Line that the last run of a slot has reached since switching on; 0 none.
+  [[nodiscard]] int Reached(int slot) const { return reached_[static_cast<std::size_t>(slot - 1)]; }
+  /// Record of the line in hand in ".krw", 0 where the machine moves by the rows alone.
+  [[nodiscard]] int Record() const { return record_; }
+  /// Block skip level of the line in hand.
+  [[nodiscard]] int SkipLevel() const { return skip_; }
   [[nodiscard]] int NewestLine() const { return Ring().NewestLine(); }
   /// Line whose row and record disagreed, told once; 0 none.
   [[nodiscard]] int TakePathRefusal();
@@ -68,11 +79,17 @@ class TableRun {
   void Open(int slot);
   [[nodiscard]] RowOutcome Fetch(int line, std::span<const double>& values);
   [[nodiscard]] std::span<const double> StoredRow(int line);
+  void ResumeRing(int linesSent);
+  void ApplySettingsBefore(int line);
+  [[nodiscard]] std::optional<Position> PositionBefore(int line) const;
+  void GoTo(const Position& from, const Position& to, Mover& mover) const;
+  void Wait(const Task& wait, const Position& from, Mover& mover);
+  void Forget();
   [[nodiscard]] bool Skipped(const TableRow& row) const;
   [[nodiscard]] const PathElement* ElementOf(const TableRow& row, int line);
   void Perform(const TableRow& row, const PathElement* element, const Position& from, Mover& mover);
   void PerformPoint(const TableRow& row, const PathElement* element, const Position& from,
-                    Mover& mover) const;
+                    Mover& mover);
   void PerformCut(const TableRow& row, const PathElement* element, const Position& from,
                   Mover& mover);
   void ApplySettings(const TableRow& row);
@@ -83,10 +100,16 @@ class TableRun {
   PathFile path_;
   std::unique_ptr<platform::RecordFile> stored_;
   std::vector<double> storedValues_;
+  int storedIndex_ = 0;  ///< of the row that was read last from the file
   int slot_ = 1;
   int line_ = 0;
-  int program_ = 0;   ///< the ring's program when the run began
-  double share_ = 0;  ///< of the next element, cut before a restart
+  int program_ = 0;  ///< the ring's program when the run began
+  int record_ = 0;
+  int skip_ = 0;
+  double along_ = 0;  ///< mm of the next element that were cut before a restart
+  /// Where the machine stands before the first line of a restart; gone once it has moved.
+  std::optional<Position> place_;
+  std::array<int, 2> reached_{};
   int pathRefusal_ = 0;
   bool pathMissing_ = false;
 };

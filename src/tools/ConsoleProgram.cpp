@@ -12,7 +12,8 @@ namespace {
 std::unique_ptr<SimulatedMachine> MachineFor(const TorvaneOptions& options, toolkit::QtLoop& loop,
                                              const platform::FileSystem& files) {
   if (!options.Simulate) return nullptr;
-  return std::make_unique<SimulatedMachine>(loop, files, options.Speed);
+  return std::make_unique<SimulatedMachine>(
+      loop, files, SimulatedMachineOptions{options.Speed, options.Presets, options.Path});
 }
 
 /// Without a screen nobody could close a message box.

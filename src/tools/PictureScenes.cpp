@@ -81,6 +81,18 @@ void StatusScreens(PictureStage& stage) {
   stage.Type(Key::X);
 }
 
+void Laser(PictureStage& stage) {
+  stage.Type(Key::F2);
+  stage.RunFor(300);
+  stage.Snap("LaserStatusForm");
+  stage.Type(static_cast<Key>('3'));
+  stage.Snap("LaserStatusForm", "asked-for");
+  stage.Type(static_cast<Key>('1'));
+  stage.Type(static_cast<Key>('1'));
+  stage.Type(Key::X);
+  stage.RunFor(300);
+}
+
 void Messages(PictureStage& stage) {
   auto& machine = stage.Controller().TheMachine();
   machine.RaiseError(2);
@@ -108,6 +120,7 @@ void Run(PictureStage& stage) {
   stage.RunFor(30000);
   stage.Snap("FrontEnd");
   StatusScreens(stage);
+  Laser(stage);
   SimulatorPanel panel(stage.Loop(), stage.Controller(), stage.System().Colours);
   panel.OpenBeside(stage.Desk());
   stage.Snap(panel.Desk(), "SimulatorPanel", "");

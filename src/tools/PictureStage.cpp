@@ -20,7 +20,7 @@ PictureStage::PictureStage(const std::string& installation, PictureOptions optio
     : options_(std::move(options)),
       files_(installation),
       clock_({2026, 3, 4, 5, 6, 7}),
-      machine_(loop_, files_, MachineSpeed),
+      machine_(loop_, files_, {MachineSpeed, {}, {}}),
       desk_(loop_),
       console_({system_, files_, machine_.Port(), clock_, drives_, desk_}),
       shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, end_}) {

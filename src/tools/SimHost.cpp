@@ -32,11 +32,7 @@ std::unique_ptr<simulator::SimulatedController> MakeController(
     const SimOptions& options, const platform::FileSystem* installation) {
   auto wanted = options.Controller;
   if (installation != nullptr) simulator::FollowInstallation(*installation, wanted.Machine);
-  auto controller = std::make_unique<simulator::SimulatedController>(wanted);
-  for (const auto& preset : options.Presets) {
-    controller->Memory().SetVariable(preset.Number, preset.Value);
-  }
-  return controller;
+  return std::make_unique<simulator::SimulatedController>(wanted);
 }
 
 /// A handle that becomes readable when the program is asked to end. -1 where there is none.
@@ -62,6 +58,10 @@ SimHost::SimHost(const SimOptions& options, int input, std::ostream& out)
       signals_(WatchSignals(mask_)) {
   controller_->TheMachine().SetListener(
       [this](const simulator::MachineEvent& event) { Say(simulator::EventText(event)); });
+  if (!options.Path.empty()) {
+    path_ = std::make_unique<PathLog>(options.Path);
+    path_->Follow(controller_->TheMachine());
+  }
   Say("listening on " + (options.PtyLink.empty() ? options.Device : options.PtyLink));
 }
 

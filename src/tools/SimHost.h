@@ -11,6 +11,7 @@
 
 #include "platform/DiskFileSystem.h"
 #include "simulator/SimulatedController.h"
+#include "tools/PathLog.h"
 #include "tools/SimLine.h"
 #include "tools/SimOptions.h"
 
@@ -41,6 +42,7 @@ class SimHost {
 
   std::unique_ptr<platform::DiskFileSystem> files_;
   std::unique_ptr<simulator::SimulatedController> controller_;
+  std::unique_ptr<PathLog> path_;
   SimLine line_;
   std::ostream& out_;
   std::string typed_;

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "simulator/OperatorCommands.h"
+
 namespace torvane::tools {
 
 namespace {
@@ -45,10 +47,11 @@ void DescribeOptions(CLI::App& app, bool panel, SimOptions& options, Texts& text
       ->check(CLI::Range(0.0, LongestDelayMs))
       ->capture_default_str();
   app.add_option("--set", texts.Presets, "N=VALUE: a variable that stands so from the start");
+  app.add_option("--path", options.Path,
+                 "Writes each piece of path that was run into this file, a JSON object a line");
   if (panel) app.add_flag("--panel", options.Panel, "Shows the operator panel in a window");
-  app.footer(
-      "Commands on standard input: start, hold, release, stop, error CODE, bit N, clear, "
-      "beam [on|off], state, quit. Events come on standard output.");
+  app.footer("Commands on standard input: " + std::string(simulator::OperatorWords) +
+             ". Events come on standard output.");
 }
 
 template <typename Number>
@@ -58,8 +61,10 @@ bool ReadWhole(std::string_view text, Number& value) {
   return error == std::errc() && stopped == end;
 }
 
-PresetVariable ReadPreset(const std::string& text) {
-  PresetVariable preset;
+}  // namespace
+
+simulator::PresetVariable ReadPreset(const std::string& text) {
+  simulator::PresetVariable preset;
   const auto equals = text.find('=');
   const std::string_view all = text;
   if (equals == std::string::npos || !ReadWhole(all.substr(0, equals), preset.Number) ||
@@ -69,8 +74,6 @@ PresetVariable ReadPreset(const std::string& text) {
   }
   return preset;
 }
-
-}  // namespace
 
 SimOptions ReadSimOptions(std::vector<std::string> arguments, bool panel, std::string& help) {
   constexpr double MsPerSecond = 1000;
@@ -93,7 +96,9 @@ SimOptions ReadSimOptions(std::vector<std::string> arguments, bool panel, std::s
       throw WrongUse("--fault takes a kind and a rate, such as lose=0.001, not " + fault);
     }
   }
-  for (const auto& preset : texts.Presets) options.Presets.push_back(ReadPreset(preset));
+  for (const auto& preset : texts.Presets) {
+    options.Controller.Presets.push_back(ReadPreset(preset));
+  }
   options.Controller.Faults.LateSeconds = texts.LateMs / MsPerSecond;
   options.Controller.ReplySeconds = texts.ReplyMs / MsPerSecond;
   return options;

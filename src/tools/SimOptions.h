@@ -9,21 +9,18 @@
 
 namespace torvane::tools {
 
-/// A variable that stands at a value from the start.
-struct PresetVariable {
-  int Number = 0;
-  double Value = 0;
-};
-
 struct SimOptions {
   std::string PtyLink;  ///< native path of the link to the pseudo-terminal; empty: none
   std::string Device;   ///< native path of a serial device; empty: none
   int Baud = 9600;      ///< of the device
   std::string Root;     ///< native directory of an installation; empty: none
   bool Panel = false;   ///< the operator panel in a window, where there is one
-  std::vector<PresetVariable> Presets;
+  std::string Path;     ///< native path of a file for the path that was run; empty: none
   simulator::ControllerOptions Controller;
 };
+
+/// What "N=VALUE" says. Throws WrongUse where it is no variable with a number.
+[[nodiscard]] simulator::PresetVariable ReadPreset(const std::string& text);
 
 /// The options of a command line, given without the name of the program. Where help is asked for,
 /// `help` takes its text and the options mean nothing. Exactly one of --pty and --device must be

@@ -9,18 +9,24 @@ namespace {
 /// Often enough for the lamps of the panel.
 constexpr int HeartbeatMs = 20;
 
-simulator::ControllerOptions OptionsFor(const platform::FileSystem& files, double speed) {
+simulator::ControllerOptions OptionsFor(const platform::FileSystem& files,
+                                        const SimulatedMachineOptions& wanted) {
   simulator::ControllerOptions options;
   simulator::FollowInstallation(files, options.Machine);
-  options.Speed = speed;
+  options.Speed = wanted.Speed;
+  options.Presets = wanted.Presets;
   return options;
 }
 
 }  // namespace
 
 SimulatedMachine::SimulatedMachine(platform::EventLoop& loop, const platform::FileSystem& files,
-                                   double speed)
-    : controller_(OptionsFor(files, speed)),
-      port_(loop, controller_, {.Baud = 0, .HeartbeatMs = HeartbeatMs}) {}
+                                   const SimulatedMachineOptions& options)
+    : controller_(OptionsFor(files, options)),
+      port_(loop, controller_, {.Baud = 0, .HeartbeatMs = HeartbeatMs}) {
+  if (options.Path.empty()) return;
+  path_ = std::make_unique<PathLog>(options.Path);
+  path_->Follow(controller_.TheMachine());
+}
 
 }  // namespace torvane::tools

@@ -5,11 +5,11 @@
 #include <stdexcept>
 #include <vector>
 
+#include "tools/SimOptions.h"
+
 namespace torvane::tools {
 
 namespace {
-
-constexpr int WrongUse = 2;
 
 /// "KEY=VALUE" taken apart, both sides with something in them.
 std::pair<std::string, std::string> SplitPair(const std::string& text, const char* option) {
@@ -46,6 +46,16 @@ void TakeDrives(const std::vector<std::string>& texts, TorvaneOptions& options) 
   }
 }
 
+void TakePresets(const std::vector<std::string>& texts, TorvaneOptions& options) {
+  for (const std::string& text : texts) {
+    try {
+      options.Presets.push_back(ReadPreset(text));
+    } catch (const WrongUse& fault) {
+      throw CLI::ValidationError("--set", fault.what());
+    }
+  }
+}
+
 void TakeSelection(const std::string& text, TorvaneOptions& options) {
   if (text.empty()) return;
   const auto mark = text.find_first_of("/\\");
@@ -72,6 +82,7 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
   TorvaneOptions options;
   std::vector<std::string> devices;
   std::vector<std::string> drives;
+  std::vector<std::string> presets;
   std::string select;
   std::string window;
   CLI::App app("The console of the sheet-metal laser profiling machine.", "torvane");
@@ -81,6 +92,15 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
                "work a simulated machine instead of the serial port");
   app.add_option("--speed", options.Speed, "machine seconds per second of the simulated machine")
       ->check(CLI::Range(0.01, 1000.0));
+  app.add_option("--set", presets,
+                 "a variable of the simulated machine from the start, as in 59=1000")
+      ->type_name("N=VALUE")
+      ->needs("--simulate");
+  app.add_option(
+         "--path", options.Path,
+         "writes each piece of path that the simulated machine has run, a JSON object a line")
+      ->type_name("FILE")
+      ->needs("--simulate");
   app.add_flag("--panel", options.Panel,
                "the simulated machine's panel in a window even off screen, for pictures")
       ->needs("--simulate");
@@ -108,8 +128,9 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
     TakeDrives(drives, options);
     TakeSelection(select, options);
     TakeWindow(window, options);
+    TakePresets(presets, options);
   } catch (const CLI::ParseError& error) {
-    exitStatus = app.exit(error, std::cout, std::cerr) == 0 ? 0 : WrongUse;
+    exitStatus = app.exit(error, std::cout, std::cerr) == 0 ? 0 : CheckStatus::WrongUse;
     return std::nullopt;
   }
   return options;

@@ -4,6 +4,9 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "simulator/SimulatedController.h"
 
 namespace torvane::tools {
 
@@ -14,9 +17,11 @@ struct WindowSize {
 };
 
 struct TorvaneOptions {
-  std::string Root = ".";              ///< native path of the folder with Control.cfg
-  bool Simulate = false;               ///< the simulated machine in the process
-  double Speed = 1;                    ///< machine seconds per second
+  std::string Root = ".";                          ///< native path of the folder with Control.cfg
+  bool Simulate = false;                           ///< the simulated machine in the process
+  double Speed = 1;                                ///< machine seconds per second
+  std::vector<simulator::PresetVariable> Presets;  ///< variables of the simulated machine
+  std::string Path;                    ///< native path of a file for the path that was run
   std::map<int, std::string> Devices;  ///< port number to device
   std::map<char, std::string> Drives;  ///< drive letter to folder
   bool Panel = false;                  ///< the machine's panel even without a display

@@ -247,7 +247,7 @@ TEST(ManualActions, ACycleStartDuringAnActionIsRefused) {
   rig.Send("VR(48)=10");
   rig.Run.CycleStart();
   EXPECT_FALSE(rig.Running());
-  EXPECT_EQ(rig.Count(EventKind::ActionRefused), 1);
+  EXPECT_EQ(rig.Count(EventKind::StartRefused), 1);
   rig.Run.Advance(10);
   rig.Run.CycleStart();
   EXPECT_TRUE(rig.Running());
@@ -279,6 +279,10 @@ TEST(Rollers, GoOnWithThreeLinesAndOffWithOne) {
   EXPECT_FALSE(rig.Bit(StatusBit::InError)) << "rollers bar no move";
   EXPECT_EQ(rig.Send("VR(17)=VR(17)-32"), ">>");
   EXPECT_EQ(rig.Vr(Vr::LogicMessages), 0);
+  EXPECT_TRUE(rig.Bit(StatusBit::RollersOn)) << "they are on their way down";
+  rig.Run.Advance(0.4);
+  EXPECT_TRUE(rig.Bit(StatusBit::RollersOn));
+  rig.Run.Advance(0.2);
   EXPECT_FALSE(rig.Bit(StatusBit::RollersOn)) << "the controller clears the bit itself";
   EXPECT_EQ(rig.Memory.Output(8), 0);
   EXPECT_EQ(rig.Count(EventKind::RollersOn), 1);

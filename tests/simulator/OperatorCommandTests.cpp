@@ -42,6 +42,55 @@ TEST(OperatorCommands, WorkTheMachine) {
   EXPECT_TRUE(Say(machine, "quit").Quit);
 }
 
+TEST(OperatorCommands, StopAtStandsUntilTheCycleEnds) {
+  SimulatedMachine machine;
+  machine.Exchange("TABLE(500,1,100,0,0,0,600,0)");
+  machine.Exchange("TABLE(507,-999)");
+  EXPECT_EQ(Say(machine, "stop-at 2 12.5").Text, "");
+  Say(machine, "start");
+  machine.Run(60);
+  EXPECT_EQ(machine.Machine().Mode(), MachineMode::Idle);
+  EXPECT_EQ(machine.Count(EventKind::StopPointMissed), 1) << "the rows alone have no records";
+}
+
+TEST(OperatorCommands, APowerCycleForgetsEverythingButThePosition) {
+  SimulatedMachine machine;
+  machine.Exchange("TABLE(500,0,300,40,0,0,0,0)");
+  machine.Exchange("TABLE(507,1,1000,0,0,0,600,0)");
+  machine.Exchange("VR(91)=2");
+  machine.Exchange("VR(91)=1");
+  machine.Exchange("VR(59)=1000");
+  machine.Exchange("M848=3");
+  Say(machine, "start");
+  machine.Run(1);
+  Say(machine, "error 3");
+  const auto at = machine.Machine().At();
+  ASSERT_GT(at.X, 300);
+  Say(machine, "power-cycle");
+  EXPECT_EQ(machine.Machine().At().X, at.X);
+  EXPECT_EQ(machine.Machine().At().Y, at.Y);
+  EXPECT_EQ(machine.Machine().Mode(), MachineMode::Idle);
+  EXPECT_FALSE(machine.Machine().Held());
+  EXPECT_EQ(machine.Status(), 0);
+  EXPECT_EQ(machine.Variable(Vr::Scale), 1);
+  EXPECT_EQ(machine.Variable(Vr::IoMessage), 0);
+  EXPECT_EQ(machine.Variable(Vr::RunningLine), 0);
+  EXPECT_EQ(machine.Memory().NamedValue(848), 0);
+  EXPECT_EQ(machine.Memory().TableValue(501), 0);
+  Say(machine, "start");
+  EXPECT_EQ(machine.Count(EventKind::TableGone), 1) << "the table is empty";
+}
+
+TEST(OperatorCommands, PresetsAreThereAgainAfterAPowerCycle) {
+  ControllerOptions options;
+  options.Presets = {{59, 1000}, {200, 7.5}};
+  SimulatedMachine machine(options);
+  machine.Exchange("VR(59)=1");
+  Say(machine, "power-cycle");
+  EXPECT_EQ(machine.Variable(59), 1000);
+  EXPECT_EQ(machine.Variable(200), 7.5);
+}
+
 TEST(OperatorCommands, TheStateIsOneLine) {
   SimulatedMachine machine;
   const std::string text = Say(machine, "state").Text;
@@ -52,8 +101,10 @@ TEST(OperatorCommands, TheStateIsOneLine) {
 
 TEST(OperatorCommands, WrongWordsAndArgumentsAreAnsweredAndChangeNothing) {
   SimulatedMachine machine;
-  for (const char* line : {"go", "START", "error", "error x", "error 0", "error 65", "bit",
-                           "bit -1", "bit 31", "bit 3x", "beam maybe"}) {
+  for (const char* line :
+       {"go", "START", "error", "error x", "error 0", "error 65", "bit", "bit -1", "bit 31",
+        "bit 3x", "beam maybe", "stop-at", "stop-at 2", "stop-at 1 5", "stop-at x 5",
+        "stop-at 2 -1", "stop-at 2 nan", "stop-at 2 3 4"}) {
     const auto answer = Say(machine, line);
     EXPECT_FALSE(answer.Quit) << line;
     EXPECT_FALSE(answer.Text.empty()) << line;

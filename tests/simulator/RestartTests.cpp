@@ -128,6 +128,34 @@ TEST(Restart, TheEndMarkOfTheRestartTableLeavesTheProgramAlone) {
   EXPECT_EQ(rig.Count(EventKind::CycleFinished), 1);
 }
 
+TEST(Restart, AMarkInTheRingIsNoRowWhereverItStands) {
+  for (const int index : {500, 503, 556, 563, 700}) {
+    RunRig rig;
+    StopInTheFourth(rig);
+    rig.Send("TABLE (" + std::to_string(index) + ",-999)");
+    rig.Run.CycleStart();
+    rig.Run.Advance(10);
+    EXPECT_EQ(rig.X(), 800) << index;
+    EXPECT_EQ(rig.Count(EventKind::CycleFinished), 1) << index;
+  }
+}
+
+TEST(Restart, AnEndRowWithoutABlankIsARowOfTheProgram) {
+  RunRig rig;
+  StopInTheFourth(rig);
+  rig.Send("TABLE(500,-999)");
+  rig.Run.CycleStart();
+  EXPECT_EQ(rig.Count(EventKind::CycleFinished), 1) << "a program of nothing but its end";
+  EXPECT_NEAR(rig.X(), 350, 1e-9);
+}
+
+TEST(Restart, AMarkOutsideTheTableIsRefused) {
+  RunRig rig;
+  EXPECT_EQ(rig.Send("TABLE (65536,-999)"), "%\r\n>>");
+  EXPECT_EQ(rig.Send("TABLE (-1,-999)"), "%\r\n>>");
+  EXPECT_EQ(rig.Send("TABLE (65535,-999)"), ">>");
+}
+
 // ---- with the files of the slot ----
 
 /// Eight blocks N10 to N80, each a cut of 100 mm along X at 10 mm/s.
@@ -138,7 +166,7 @@ class RestartWithFiles : public ::testing::Test {
     std::vector<partprogram::DrawRecord> records(1);
     std::string table;
     for (int i = 1; i <= 8; ++i) {
-      program += "N" + std::to_string(i * 10) + " G01 X" + std::to_string(i * 100) + "\r\n";
+      program += Padded("N" + std::to_string(i * 10) + " G01 X" + std::to_string(i * 100));
       partprogram::DrawRecord record;
       record.Code = partprogram::RecordCode::LineProfile;
       record.BlockNumber = static_cast<std::int16_t>(i);
@@ -147,11 +175,9 @@ class RestartWithFiles : public ::testing::Test {
       record.StartPoint.X = static_cast<float>(100 * (i - 1));
       record.EndPoint.X = static_cast<float>(100 * i);
       records.push_back(record);
-      std::string line = "TABLE(" + std::to_string(493 + 7 * i) + "," + RowOf(i) + ")";
-      line.resize(80, ' ');
-      table += line;
+      table += Padded("TABLE(" + std::to_string(493 + 7 * i) + "," + RowOf(i) + ")");
     }
-    Files.Put("R\\Actvprg1.cnv", program);
+    Files.Put("R\\Actvprg1.rnd", program);
     Files.Put("R\\Actvprg1.drw", EncodeAll(records));
     Files.Put("R\\Actvprg1.krw", EncodeAll(records));
     Files.Put("R\\Actvprg1.tbl", table);
@@ -168,6 +194,10 @@ class RestartWithFiles : public ::testing::Test {
     Rig->Events.clear();
   }
 
+  static std::string Padded(std::string line) {
+    line.resize(80, ' ');
+    return line;
+  }
   static std::string RowOf(int i) { return "1," + std::to_string(100 * (i - 1)) + ",0,0,0,600,0"; }
 
   void Start(const std::string& text, const std::string& line) {
@@ -188,12 +218,16 @@ TEST_F(RestartWithFiles, TheStoppedRunStandsInTheFourthCut) {
   EXPECT_NEAR(Rig->X(), 350, 1e-9);
 }
 
-TEST_F(RestartWithFiles, TheMachineGoesToTheRestartPositionFirst) {
+TEST_F(RestartWithFiles, OneWayWithTheBeamOffLeadsToTheRestartPosition) {
   Start("M100\r\nG00 X100 Y0 G40\r\n P101=-999\r\nTABLE (9,-999)\r\n", "B1.00020R");
-  EXPECT_NEAR(Rig->X(), 100, 1e-9);
+  EXPECT_NEAR(Rig->X(), 350, 1e-9) << "it stands until the start line has come";
   EXPECT_EQ(Rig->Vr(Vr::RunningLine), 2);
+  EXPECT_FALSE(Rig->Bit(StatusBit::Beam));
+  Rig->Run.Advance(0.5);
+  EXPECT_NEAR(Rig->X(), 100, 1e-6);
   Rig->Run.Advance(5);
-  EXPECT_NEAR(Rig->X(), 150, 1e-9);
+  EXPECT_NEAR(Rig->X(), 150, 1e-6);
+  EXPECT_TRUE(Rig->Bit(StatusBit::Beam));
   Rig->Run.Advance(1000);
   EXPECT_EQ(Rig->X(), 800);
   EXPECT_EQ(Rig->Count(EventKind::CycleFinished), 1);
@@ -208,6 +242,7 @@ TEST_F(RestartWithFiles, ASplitBlockIsCutFromItsSplitPointOn) {
   // The number is that of the block behind the split one.
   Start("G00 X240 Y0 G40\r\nM04\r\nG01 X300.00 Y0.00\r\n", "B1.00040R");
   EXPECT_EQ(Rig->Vr(Vr::RunningLine), 3);
+  Rig->Run.Advance(110 / 500.0);
   EXPECT_NEAR(Rig->X(), 240, 1e-6);
   Rig->Run.Advance(1);
   EXPECT_NEAR(Rig->X(), 250, 1e-6);
@@ -228,8 +263,8 @@ TEST_F(RestartWithFiles, LinesThatTheRingNoLongerHoldsComeFromTheFile) {
   Rig->Events.clear();
   for (int i = 0; i < 21; ++i) Rig->Row("1,0,0,0,0,600,0");
   Start("G00 X100 Y0 G40\r\n", "B1.00020R");
-  Rig->Run.Advance(5);
-  EXPECT_NEAR(Rig->X(), 150, 1e-9);
+  Rig->Run.Advance(5.5);
+  EXPECT_NEAR(Rig->X(), 150, 1e-6);
   EXPECT_EQ(Rig->Vr(Vr::RunningLine), 2);
   EXPECT_EQ(Rig->Count(EventKind::TableIncomplete), 0);
 }
@@ -255,7 +290,7 @@ TEST_F(RestartWithFiles, ALineNotYetSentIsWaitedForAtItsNumber) {
   EXPECT_TRUE(Rig->Running());
   for (int i = 21; i <= 60; ++i) Rig->Row(RowOf(i));
   Rig->End();
-  Rig->Run.Advance(5);
+  Rig->Run.Advance(5 + 4550 / 500.0);
   EXPECT_NEAR(Rig->X(), 4950, 1e-6);
   Rig->Run.Advance(1000);
   EXPECT_EQ(Rig->X(), 6000);

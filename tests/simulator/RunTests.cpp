@@ -304,6 +304,7 @@ TEST(Run, WithoutATableTheCycleStartIsRefused) {
   rig.Run.CycleStart();
   EXPECT_FALSE(rig.Running());
   EXPECT_TRUE(rig.Message(LogicBit::TableIncomplete));
+  EXPECT_EQ(rig.Count(EventKind::TableGone), 1);
   EXPECT_TRUE(rig.Bit(StatusBit::InError));
   rig.Run.Advance(5.1);
   EXPECT_EQ(rig.Memory.Word(Vr::LogicMessages), 0) << "a refusal's message goes by itself";
@@ -363,9 +364,54 @@ TEST(Run, AProgramThatWentOverItsBeginningMustBeSentAfresh) {
   rig.Run.CycleStart();
   EXPECT_FALSE(rig.Running());
   EXPECT_TRUE(rig.Message(LogicBit::TableIncomplete));
+  EXPECT_TRUE(rig.Message(LogicBit::Refused));
+  EXPECT_EQ(EventText(rig.Events.back()),
+            "cycle start refused: the table does not hold line 1, select the program again");
   rig.Begin();
   RunLong(rig, 100, 15);
   EXPECT_EQ(rig.Count(EventKind::CycleFinished), 2);
+}
+
+TEST(Run, TheLineReachedGoesBackToZeroWhereATableIsNamedWhileItStands) {
+  for (const int slot : {1, 2}) {
+    RunRig rig;
+    RunLong(rig, 100, 15);
+    EXPECT_EQ(rig.Vr(Vr::RunningLine), 100) << "it stays until a program is asked for again";
+    rig.Run.Advance(60);
+    EXPECT_EQ(rig.Vr(Vr::RunningLine), 100);
+    rig.Select(slot);
+    EXPECT_EQ(rig.Vr(Vr::RunningLine), 0);
+  }
+}
+
+TEST(Run, TheLineReachedStaysWhereATableIsNamedDuringTheRun) {
+  RunRig rig;
+  for (int i = 1; i <= 8; ++i) rig.Move(100 * i, 0);
+  rig.Select();
+  rig.Run.CycleStart();
+  rig.Run.Advance(0.7);
+  const double line = rig.Vr(Vr::RunningLine);
+  ASSERT_GT(line, 1);
+  rig.Select(2);
+  EXPECT_EQ(rig.Vr(Vr::RunningLine), line);
+  rig.Run.FeedHold();
+  rig.Select(1);
+  EXPECT_EQ(rig.Vr(Vr::RunningLine), line) << "held in a cycle it does not stand";
+}
+
+TEST(Run, ARestartTableLeavesTheLineReachedAlone) {
+  RunRig rig;
+  RunLong(rig, 100, 15);
+  rig.Select(3);
+  EXPECT_EQ(rig.Vr(Vr::RunningLine), 100);
+}
+
+TEST(Run, ALineReachedThatHasNoProgramIsRefusedWithoutMovingIt) {
+  RunRig rig;
+  RunLong(rig, 100, 15);
+  rig.Run.CycleStart();
+  EXPECT_EQ(rig.Vr(Vr::RunningLine), 100);
+  EXPECT_EQ(rig.X(), 99);
 }
 
 TEST(Run, ALineLostOnItsWayHoldsTheRunBeforeIt) {

@@ -83,6 +83,34 @@ TEST(TableRing, AnotherProgramCountsFromOneAgain) {
   EXPECT_NE(ring.Programs(), before);
 }
 
+TEST(TableRing, ResumedItGoesOnBehindTheLinesThatWereSent) {
+  TableRing ring(500, 700);
+  ring.Resume(60, 556);
+  EXPECT_EQ(ring.NewestLine(), 60);
+  EXPECT_EQ(ring.Row(60), nullptr) << "what was sent before is not here";
+  const std::vector<double> row{0, 1, 2, 3, 4, 5, 61};
+  ring.Written(556, row, true);
+  EXPECT_EQ(ring.NewestLine(), 61);
+  EXPECT_EQ(Mark(ring, 61), 61);
+  EXPECT_FALSE(ring.Broken());
+}
+
+TEST(TableRing, ResumedBeyondTheLastIndexItGoesOnAtTheFirst) {
+  TableRing ring(500, 700);
+  ring.Resume(29, 703);
+  const std::vector<double> row{0, 1, 2, 3, 4, 5, 30};
+  ring.Written(500, row, true);
+  EXPECT_EQ(Mark(ring, 30), 30);
+}
+
+TEST(TableRing, ResumedItStillTakesANewProgramForWhatItIs) {
+  TableRing ring(500, 700);
+  ring.Resume(60, 556);
+  const std::vector<double> row{0, 1, 2, 3, 4, 5, 1};
+  ring.Written(500, row, false);
+  EXPECT_EQ(ring.NewestLine(), 1);
+}
+
 TEST(TableRing, AProgramOfOneLineSentAgainIsAProgramOfOneLine) {
   TableRing ring(500, 700);
   const std::vector<double> end{-999};

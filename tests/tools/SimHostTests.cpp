@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "platform/RuntimeFault.h"
+#include "simulator/OperatorCommands.h"
 #include "tools/SimHost.h"
 
 namespace torvane::tools {
@@ -32,9 +33,9 @@ TEST(SimOptions, TakeALineAndWhatGoesWithIt) {
   EXPECT_EQ(faults.Rate(simulator::FaultKind::Lose), 0.5);
   EXPECT_EQ(faults.Rate(simulator::FaultKind::Late), 0.25);
   EXPECT_EQ(faults.LateSeconds, 0.5);
-  ASSERT_EQ(options.Presets.size(), 1U);
-  EXPECT_EQ(options.Presets[0].Number, 59);
-  EXPECT_EQ(options.Presets[0].Value, 1000);
+  ASSERT_EQ(options.Controller.Presets.size(), 1U);
+  EXPECT_EQ(options.Controller.Presets[0].Number, 59);
+  EXPECT_EQ(options.Controller.Presets[0].Value, 1000);
 }
 
 TEST(SimOptions, WrongUseIsRefused) {
@@ -117,9 +118,8 @@ TEST_F(SimOnATerminal, TakesCommandsInPiecesAndTellsItsEvents) {
   Type("rt\nbit 3\nnonsense\n");
   host_->Step(1);
   EXPECT_EQ(out_.str().substr(out_.str().find('\n') + 1),
-            "cycle started: slot 1\ncycle finished: sheets completed 1\nmessage: bit 3\n"
-            "commands: start, hold, release, stop, error CODE, bit N, clear, beam [on|off], state, "
-            "quit\n");
+            "cycle started: slot 1\ncycle finished: sheets completed 1\nmessage: bit 3\ncommands: " +
+                std::string(simulator::OperatorWords) + "\n");
 }
 
 TEST_F(SimOnATerminal, EndsWithQuitAndTakesItsLinkAway) {
