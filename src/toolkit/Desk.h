@@ -33,6 +33,7 @@ class Desk : public QWidget {
   /// Shows the form over all others, which take no input while it stands, and waits in the event
   /// loop until it is hidden or closed. May nest. The form below is not activated anew.
   void ShowModal(Form& form);
+  [[nodiscard]] bool IsModal(const Form& form) const;
   /// The modal form on top, null if none stands.
   [[nodiscard]] Form* ModalForm() const;
 
