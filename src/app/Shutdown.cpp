@@ -1,37 +1,55 @@
 #include "app/Shutdown.h"
 
+#include <utility>
+
 #include "core/SettingsModule.h"
 #include "core/SlotFiles.h"
 
 namespace torvane::app {
 
 void Shutdown::ShutdownSystem(bool closeWindows) {
-  if (ending_) return;
-  ending_ = true;
-  CloseAll();
+  if (!Begin() || !CloseAll()) return;
   if (closeWindows) parts_.Session.EndSession();
   parts_.Session.EndProcess();
 }
 
 void Shutdown::ShutdownToService() {
-  if (ending_) return;
-  ending_ = true;
+  if (!Begin()) return;
   const std::string program = core::LoadServiceProgram(parts_.Files, parts_.System.Directories);
-  CloseAll();
+  if (!CloseAll()) return;
   if (!program.empty()) parts_.Session.StartProgram(program);
   parts_.Session.EndProcess();
 }
 
-void Shutdown::CloseAll() {
-  auto& system = parts_.System;
+void Shutdown::EndAtOnce() {
+  if (closed_) return;
+  ending_ = true;
+  Close();
+  parts_.Session.EndProcess();
+}
+
+bool Shutdown::Begin() { return !std::exchange(ending_, true); }
+
+bool Shutdown::CloseAll() {
   parts_.Trio.BeginEnd();
-  parts_.Poll.RefreshBatch(link::Asker::End);
-  core::SaveBatch(parts_.Files, system.Directories, system.ActiveSlot,
-                  system.Active().BatchCounters);
+  if (parts_.Screens.FrontEndVisible()) parts_.Poll.RefreshBatch(link::Asker::End);
+  if (closed_) return false;
+  Close();
+  return true;
+}
+
+void Shutdown::Close() {
+  closed_ = true;
+  auto& system = parts_.System;
+  const bool running = parts_.Screens.FrontEndVisible();
+  if (running) {
+    core::SaveBatch(parts_.Files, system.Directories, system.ActiveSlot,
+                    system.Active().BatchCounters);
+  }
   system.ShuttingDown = true;
   parts_.Trio.StopPolling(true);
   parts_.Trio.CloseTrioPort();
-  if (parts_.Screens.FrontEndVisible()) parts_.Screens.UnloadFrontEnd();
+  if (running) parts_.Screens.UnloadFrontEnd();
 }
 
 }  // namespace torvane::app

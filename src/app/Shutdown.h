@@ -24,6 +24,9 @@ struct ShutdownParts {
 /// Ends the program in order, once: a second call, as from a failure of the link during the last
 /// exchanges, does nothing. Both ways return after everything is closed; the process ends from the
 /// loop. Plots hold no file open, so there is none to close.
+///
+/// While the main screen is not up yet, as in a start that is given up, no counters are read or
+/// saved: the ones in memory are not those of the last session, which the file keeps.
 class Shutdown {
  public:
   explicit Shutdown(const ShutdownParts& parts) : parts_(parts) {}
@@ -35,12 +38,21 @@ class Shutdown {
   /// one's place.
   void ShutdownToService();
 
+  /// Ends the program without another exchange: the counters are saved as they were last read. For
+  /// an end whose last exchanges hang on a dead line; does nothing once everything is closed.
+  void EndAtOnce();
+
  private:
-  /// Batch counters read and saved, poll stopped, port closed, main screen gone.
-  void CloseAll();
+  /// False when an end is under way already.
+  [[nodiscard]] bool Begin();
+  /// Batch counters read one last time, then Close. False when EndAtOnce has overtaken it.
+  [[nodiscard]] bool CloseAll();
+  /// Batch counters saved, poll stopped, port closed, main screen gone.
+  void Close();
 
   ShutdownParts parts_;
   bool ending_ = false;
+  bool closed_ = false;
 };
 
 }  // namespace torvane::app

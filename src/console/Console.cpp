@@ -91,6 +91,18 @@ void Console::RedrawPlot(int slot) {
   if (drawing_) drawing_->LoadPlot(slot);
 }
 
+void Console::CloseRequested() {
+  const ScreenSet& set = screens_.Set();
+  if (!set.Visible(core::ScreenNames::FrontEnd) || set.Visible(core::ScreenNames::ShutdownForm))
+    return;
+  // Out of a mode, then out of the graphics state, as its own key leads.
+  constexpr int Doors = 2;
+  for (int door = 0; door < Doors && parts_.System.Console.PlotKeysActive; ++door) {
+    screens_.Main().ShutdownPressed();
+  }
+  HandleFunctionKey(toolkit::Key::F12);
+}
+
 void Console::HandleFunctionKey(toolkit::Key key) {
   if (parts_.System.ShuttingDown) return;  // the main screen has gone, and is not to come again
   const KeyAction action = FunctionKeyAction(key, parts_.System.Console);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <variant>
 
 #include "core/ConfigText.h"
@@ -11,24 +12,29 @@ namespace torvane::core {
 
 namespace {
 
-/// One line of Trio.cfg: its field, its default, and what a value below the limit becomes.
+/// One line of Trio.cfg: its field, its default, what a value below the limit becomes, and the
+/// largest value, which anything above becomes.
 struct TimingLine {
   std::variant<std::int32_t LinkSettings::*, std::int16_t LinkSettings::*> Field;
   std::int16_t Default;
   std::int16_t Limit;
   std::int16_t Instead;
+  std::int32_t Most;
 };
 
+constexpr std::int32_t NoLimit16 = std::numeric_limits<std::int16_t>::max();
+constexpr std::int32_t NoLimit32 = std::numeric_limits<std::int32_t>::max();
+
 const std::array<TimingLine, 9> TimingLines = {{
-    {&LinkSettings::PollPeriodMs, 50, 5, 50},
-    {&LinkSettings::PollResumeMs, 0, 0, 0},
-    {&LinkSettings::ReplyTimeoutMs, 10000, 0, 0},
-    {&LinkSettings::TrioReserved1, 0, 0, 0},
-    {&LinkSettings::CommandDelayMs, 0, 0, 0},
-    {&LinkSettings::TrioReserved2, 0, 0, 0},
-    {&LinkSettings::TrioReserved3, 0, 0, 0},
-    {&LinkSettings::TableFillLines, 20, 1, 1},
-    {&LinkSettings::TableLeadLines, 15, 1, 1},
+    {&LinkSettings::PollPeriodMs, 50, 5, 50, LongestPollMs},
+    {&LinkSettings::PollResumeMs, 0, 0, 0, LongestPollMs},
+    {&LinkSettings::ReplyTimeoutMs, 10000, 0, 0, LongestReplyMs},
+    {&LinkSettings::TrioReserved1, 0, 0, 0, NoLimit32},
+    {&LinkSettings::CommandDelayMs, 0, 0, 0, LongestCommandDelayMs},
+    {&LinkSettings::TrioReserved2, 0, 0, 0, NoLimit32},
+    {&LinkSettings::TrioReserved3, 0, 0, 0, NoLimit32},
+    {&LinkSettings::TableFillLines, 20, 1, 1, NoLimit16},
+    {&LinkSettings::TableLeadLines, 15, 1, 1, NoLimit16},
 }};
 
 struct StoreTiming {
@@ -65,7 +71,8 @@ void ReadLinkTimings(std::string_view text, LinkSettings& link) {
     if (!line) break;
     const double value = LeadingNumber(AfterColon(*line));
     const bool tooLow = RoundToInt32(value) < row.Limit;
-    std::visit(StoreTiming{link, tooLow ? row.Instead : value}, row.Field);
+    const double kept = std::min(value, static_cast<double>(row.Most));
+    std::visit(StoreTiming{link, tooLow ? row.Instead : kept}, row.Field);
   }
 }
 

@@ -1,6 +1,7 @@
 // Control.cnc, Trio.cfg and Trio.cms: switches, timings and port of the controller link.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "core/LinkSettings.h"
@@ -12,6 +13,13 @@ void ReadLinkSwitches(std::string_view text, bool& linkEnabled, bool& logEnabled
 
 /// The timings as they are without Trio.cfg, before FinishLinkTimings.
 void ResetLinkTimings(LinkSettings& link);
+
+/// Upper limits of Trio.cfg's times, ms; a larger value becomes its limit. A poll slower than a
+/// second starves a running machine of table lines, and a delay longer than 100 ms after each line
+/// keeps the screens locked for most of every tick; ten minutes are longer than any reply takes.
+inline constexpr std::int32_t LongestPollMs = 1000;
+inline constexpr std::int32_t LongestReplyMs = 600000;
+inline constexpr std::int32_t LongestCommandDelayMs = 100;
 
 /// The nine lines of Trio.cfg, ms and record counts; a shorter text leaves the later ones.
 void ReadLinkTimings(std::string_view text, LinkSettings& link);

@@ -134,9 +134,7 @@ void DiskFileSystem::ReplaceFileByParts(std::string_view path, const PartSource&
 }
 
 void DiskFileSystem::OverwriteFile(std::string_view path, std::string_view bytes) {
-  DiskFile file(path, Native(path), O_WRONLY | O_CREAT | O_TRUNC);
-  file.WriteAll(bytes);
-  file.Close();
+  ReplaceWhole(path, Native(path), bytes, Flushed::No);
 }
 
 void DiskFileSystem::AppendFile(std::string_view path, std::string_view bytes) {
@@ -220,6 +218,23 @@ std::vector<std::string> DiskFileSystem::ListDirectories(std::string_view path) 
     std::error_code error;
     return entry.is_directory(error);
   });
+}
+
+std::optional<FileLock> DiskFileSystem::LockFile(std::string_view path) const {
+  return FileLock::Take(path, Native(path));
+}
+
+void DiskFileSystem::RemoveLeftovers(std::string_view directory) const {
+  const std::string native = paths_.Resolve(directory);
+  if (native.empty()) return;
+  std::error_code error;
+  for (fs::directory_iterator it(native, error), end; !error && it != end; it.increment(error)) {
+    std::error_code kind;
+    if (it->path().native().ends_with(BesideEnding) && it->is_regular_file(kind) &&
+        !it->is_symlink(kind)) {
+      RemoveLeftover(it->path().native());
+    }
+  }
 }
 
 std::unique_ptr<RecordFile> DiskFileSystem::OpenRecords(std::string_view path,

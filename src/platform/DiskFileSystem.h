@@ -3,10 +3,12 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/FileLock.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePaths.h"
 
@@ -50,6 +52,14 @@ class DiskFileSystem final : public FileSystem {
   [[nodiscard]] std::vector<std::string> ListDirectories(std::string_view path) const override;
   [[nodiscard]] std::unique_ptr<RecordFile> OpenRecords(std::string_view path,
                                                         std::size_t recordSize) const override;
+
+  /// The lock on that file (see FileLock); nothing when somebody else holds it. RuntimeFault where
+  /// the file cannot be made.
+  [[nodiscard]] std::optional<FileLock> LockFile(std::string_view path) const;
+
+  /// Takes away what killed programs left half written in a directory. Quiet about a directory that
+  /// is missing and about files that may not go.
+  void RemoveLeftovers(std::string_view directory) const;
 
  private:
   /// The native path, or a fault where no path can be meant.

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -71,9 +72,13 @@ DiskFile::DiskFile(std::string_view path, const std::string& native, int flags, 
 
 DiskFile DiskFile::Beside(std::string_view path, const std::string& target, std::string& name) {
   for (int number = 0; number < BesideNames; ++number) {
-    name = target + (number == 0 ? std::string() : "." + std::to_string(number)) + ".new~";
+    name = target + (number == 0 ? std::string() : "." + std::to_string(number)) + BesideEnding;
     const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor >= 0) return DiskFile(path, descriptor);
+    if (descriptor >= 0) {
+      // Whoever clears leftovers away leaves alone what is still being written.
+      static_cast<void>(::flock(descriptor, LOCK_EX | LOCK_NB));
+      return DiskFile(path, descriptor);
+    }
     if (errno != EEXIST) break;
   }
   ThrowFileFault(path, errno);
@@ -122,28 +127,39 @@ void DiskFile::Close() {
 }
 
 void ReplaceWhole(std::string_view path, const std::string& native,
-                  const std::function<void(const DiskFile&)>& write) {
+                  const std::function<void(const DiskFile&)>& write, Flushed flushed) {
   const std::string target = BehindLinks(native);
   struct stat old {};
   const bool was = ::stat(target.c_str(), &old) == 0;
   if (was && S_ISDIR(old.st_mode)) ThrowFileFault(path, EISDIR);
+  // A device or a pipe is never put away for a file.
+  if (was && !S_ISREG(old.st_mode)) throw RuntimeFault(std::string(path), "is no file");
   std::string beside;
   DiskFile file = DiskFile::Beside(path, target, beside);
   try {
     if (was) static_cast<void>(::fchmod(file.Descriptor(), old.st_mode & 07777U));
     write(file);
-    file.Flush();
+    if (flushed == Flushed::Yes) file.Flush();
     file.Close();
     if (::rename(beside.c_str(), target.c_str()) != 0) ThrowFileFault(path, errno);
   } catch (...) {
     ::unlink(beside.c_str());
     throw;
   }
-  FlushDirectory(std::filesystem::path(target).parent_path());
+  if (flushed == Flushed::Yes) FlushDirectory(std::filesystem::path(target).parent_path());
 }
 
-void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes) {
-  ReplaceWhole(path, native, [&](const DiskFile& file) { file.WriteAll(bytes); });
+void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes,
+                  Flushed flushed) {
+  ReplaceWhole(
+      path, native, [&](const DiskFile& file) { file.WriteAll(bytes); }, flushed);
+}
+
+void RemoveLeftover(const std::string& native) {
+  const int descriptor = ::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW);
+  if (descriptor < 0) return;
+  if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) ::unlink(native.c_str());
+  ::close(descriptor);
 }
 
 }  // namespace torvane::platform

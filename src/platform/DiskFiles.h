@@ -43,10 +43,23 @@ class DiskFile {
   int descriptor_ = -1;
 };
 
+/// How the name ends under which a file is written before it takes the place of the old one.
+inline constexpr const char* BesideEnding = ".new~";
+
+/// Whether a replaced file is on the disk when the call returns. Without it a power cut may leave
+/// the old file or an empty one; a kill never does.
+enum class Flushed { Yes, No };
+
 /// Written beside, flushed, renamed. A link stays a link, and the file keeps its permissions.
 /// Whatever `write` throws leaves the old file.
 void ReplaceWhole(std::string_view path, const std::string& native,
-                  const std::function<void(const DiskFile&)>& write);
-void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes);
+                  const std::function<void(const DiskFile&)>& write,
+                  Flushed flushed = Flushed::Yes);
+void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes,
+                  Flushed flushed = Flushed::Yes);
+
+/// Takes away a file that a killed process left beside the one that it was writing. One that is
+/// being written at this moment stays, and so does one that may not be deleted.
+void RemoveLeftover(const std::string& native);
 
 }  // namespace torvane::platform

@@ -62,7 +62,7 @@ class FileSystem {
     ReplaceFile(path, bytes);
   }
 
-  /// Writes over the file without the care of ReplaceFile, for traces that nothing reads back.
+  /// Replaces the file whole without waiting for the disk, for traces that nothing reads back.
   virtual void OverwriteFile(std::string_view path, std::string_view bytes) = 0;
 
   /// Adds to the end, making the file if it is missing.

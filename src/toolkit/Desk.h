@@ -34,6 +34,7 @@ class Desk : public QWidget {
   /// hidden or closed. Another may come up over it; either may go first, and its caller goes on
   /// then. When the last has gone the form below has the keys again, without being activated anew.
   void ShowModal(Form& form);
+  [[nodiscard]] bool IsModal(const Form& form) const;
   /// The modal form on top, null if none stands.
   [[nodiscard]] Form* ModalForm() const;
 

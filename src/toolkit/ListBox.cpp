@@ -203,6 +203,21 @@ bool ListBox::KeyDown(const KeyStroke& stroke) {
   }
 }
 
+void ListBox::ScrollTo(int index) {
+  if (index < 0 || index >= Count()) return;
+  const int before = top_;
+  if (index < top_) SetTopLine(index);
+  if (index >= top_ + VisibleLines()) SetTopLine(index - VisibleLines() + 1);
+  if (top_ == before) return;
+  if (const auto handler = scrolled_) handler(top_);
+}
+
+Area ListBox::LineArea(int index) const {
+  const int edge = Measures().Hairline;
+  const int right = bar_.Visible() ? bar_.x() : width() - edge;
+  return {edge, edge + (index - top_) * RowHeight(), right - edge, RowHeight()};
+}
+
 void ListBox::PressLine(int index) {
   if (index < 0 || index >= Count()) return;
   const QPointer<ListBox> self(this);

@@ -64,6 +64,10 @@ class ListBox : public Control {
   /// Up, Down, PageUp, PageDown, Home, End, and Space in a multiple list; for screens that steer
   /// the list from their key-down hook as well.
   bool KeyDown(const KeyStroke& stroke) override;
+  /// As if the operator had scrolled until that line shows.
+  void ScrollTo(int index);
+  /// Where a line shows, pixels of the list; nothing of it is in view for one that is scrolled out.
+  [[nodiscard]] Area LineArea(int index) const;
   /// As if the operator had pressed that line.
   void PressLine(int index);
 

@@ -19,6 +19,7 @@ class Panel : public Control {
  public:
   Panel(QWidget* parent, PanelStyle style, std::string caption = {});
 
+  [[nodiscard]] PanelStyle Style() const { return style_; }
   void SetCaption(std::string caption);
   [[nodiscard]] const std::string& Caption() const { return caption_; }
   /// The line round a Text or Sunken panel; by itself it follows from the face.

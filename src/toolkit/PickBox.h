@@ -34,6 +34,7 @@ class PickBox : public Control {
   [[nodiscard]] const std::string& Text() const { return entry_.Text(); }
   [[nodiscard]] EntryBox& Entry() { return entry_; }
   [[nodiscard]] ListBox& List() { return *list_; }
+  [[nodiscard]] const ListBox& List() const { return *list_; }
 
   void OpenList();
   void CloseList();

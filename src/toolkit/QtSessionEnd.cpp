@@ -26,15 +26,23 @@ void TakeShutdownPrivilege() {
 
 void ShutDownMachine() {
   TakeShutdownPrivilege();
-  ExitWindowsEx(EWX_SHUTDOWN, 0);
+  // Forced: no program of the session may hold the machine's end up.
+  ExitWindowsEx(EWX_SHUTDOWN | EWX_FORCE, static_cast<DWORD>(-1));
 }
 #else
 void ShutDownMachine() {
-  QProcess::startDetached(QStringLiteral("systemctl"), {QStringLiteral("poweroff")});
+  QStringList words = PowerOffCommand();
+  const QString program = words.takeFirst();
+  QProcess::startDetached(program, words);
 }
 #endif
 
 }  // namespace
+
+QStringList PowerOffCommand() {
+  return {QStringLiteral("systemctl"), QStringLiteral("poweroff"),
+          QStringLiteral("--ignore-inhibitors")};
+}
 
 QtSessionEnd::QtSessionEnd(QtLoop& loop, bool ownsMachine,
                            std::function<std::string(std::string_view)> nativePath)

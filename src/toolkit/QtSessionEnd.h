@@ -1,6 +1,7 @@
 // The end of the program and of the machine's session.
 #pragma once
 
+#include <QStringList>
 #include <functional>
 #include <string>
 
@@ -8,6 +9,11 @@
 #include "toolkit/QtLoop.h"
 
 namespace torvane::toolkit {
+
+/// What powers the machine off where there is no ExitWindowsEx, the program first. Forced, as the
+/// flags 5 of that call are: neither a program that asks for a delay nor another user's session
+/// holds it up, while the services still end in order and the disks are written.
+[[nodiscard]] QStringList PowerOffCommand();
 
 class QtSessionEnd final : public platform::SessionEnd {
  public:

@@ -1,7 +1,9 @@
 #include "tools/CheckProgram.h"
 
 #include <filesystem>
+#include <optional>
 
+#include "app/Installation.h"
 #include "core/Directories.h"
 #include "core/SettingsModule.h"
 #include "core/SlotFiles.h"
@@ -34,6 +36,11 @@ void WriteFiles(const std::string& native, const CheckOptions& options, std::str
 
   std::error_code error;
   platform::DiskFileSystem files(".");
+  // An installation that a console works on is not written into.
+  std::optional<platform::FileLock> lock;
+  if (files.FileExists(places.RootDirectory + "Control.cfg")) {
+    lock.emplace(app::LockInstallation(files, places.RootDirectory, 0));
+  }
   std::filesystem::create_directories(files.NativePath(subs), error);
   if (error) throw platform::RuntimeFault(native, "cannot be made: " + error.message());
   core::DeleteSlotFiles(files, places, options.Slot);

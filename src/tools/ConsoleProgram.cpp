@@ -16,6 +16,10 @@ std::unique_ptr<SimulatedMachine> MachineFor(const TorvaneOptions& options, tool
       loop, files, SimulatedMachineOptions{options.Speed, options.Presets, options.Path});
 }
 
+/// How long the last exchanges may take when a signal ends the program, ms: the operating system
+/// kills what has not ended some seconds after it was asked to.
+constexpr int SignalPatienceMs = 3000;
+
 /// Without a screen nobody could close a message box.
 bool OperatorLooksOn() { return QGuiApplication::platformName() != "offscreen"; }
 
@@ -24,25 +28,30 @@ bool OperatorLooksOn() { return QGuiApplication::platformName() != "offscreen"; 
 ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
     : options_(options),
       files_(options.Root, options.Drives),
+      held_(files_),
       drives_(options.Drives),
       machine_(MachineFor(options, loop_, files_)),
       serial_(options.Simulate ? nullptr
                                : std::make_unique<toolkit::QtSerialPort>(loop_, options.Devices)),
+      port_(MachinePort()),
       session_(loop_, options.OwnsMachine,
                [this](std::string_view path) { return files_.NativePath(path); }),
       desk_(loop_),
-      console_({system_, files_, Port(), clock_, drives_, desk_}),
-      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, session_}) {
+      console_({system_, files_, port_, clock_, drives_, desk_}),
+      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, session_}),
+      signalPatience_(loop_.MakeTimer([this] { shutdown_.EndAtOnce(); })),
+      signals_([this] { loop_.Post([this] { SignalCame(); }); }) {
   Serve(console_);
   console_.SetExits(
       {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
   desk_.setWindowTitle(console::FrontEndCaption);
-  desk_.OnCloseRequest([this] { console_.HandleFunctionKey(toolkit::Key::F12); });
+  // A job of its own: the window system must have its answer before the question stands.
+  desk_.OnCloseRequest([this] { loop_.Post([this] { console_.CloseRequested(); }); });
 }
 
 ConsoleProgram::~ConsoleProgram() = default;
 
-platform::SerialPort& ConsoleProgram::Port() {
+platform::SerialPort& ConsoleProgram::MachinePort() {
   if (machine_) return machine_->Port();
   return *serial_;
 }
@@ -56,7 +65,29 @@ int ConsoleProgram::Run() {
   return status_ != 0 ? status_ : ended;
 }
 
+ScriptStage ConsoleProgram::Stage() {
+  const auto desks = [this] {
+    std::vector<toolkit::Desk*> all = {&desk_};
+    if (panel_) all.push_back(&panel_->Desk());
+    return all;
+  };
+  const auto shutDown = [this](int status) {
+    if (status != 0) SetStatus(status);
+    ShutDown();
+  };
+  return {loop_, system_, desks, port_, machine_ ? &machine_->Controller() : nullptr, shutDown};
+}
+
 void ConsoleProgram::ShutDown() { shutdown_.ShutdownSystem(true); }
+
+/// As the end of the session, but nobody is asked anything: failures of the last exchanges show no
+/// dialog, and a line that hangs does not hold the end up. Asked twice, it ends at once.
+void ConsoleProgram::SignalCame() {
+  if (signalPatience_->Active()) return shutdown_.EndAtOnce();
+  system_.Link.ReportCommsErrors = false;
+  signalPatience_->Start(SignalPatienceMs);
+  shutdown_.ShutdownSystem(false);
+}
 
 void ConsoleProgram::ShowSplash() {
   if (options_.Window) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "app/Installation.h"
 #include "app/Shutdown.h"
 #include "app/StartUp.h"
 #include "console/Console.h"
@@ -11,18 +12,22 @@
 #include "platform/Clock.h"
 #include "platform/DiskFileSystem.h"
 #include "toolkit/Desk.h"
+#include "toolkit/EndSignals.h"
 #include "toolkit/QtDrives.h"
 #include "toolkit/QtLoop.h"
 #include "toolkit/QtSerialPort.h"
 #include "toolkit/QtSessionEnd.h"
 #include "tools/ConsoleStart.h"
+#include "tools/ScriptStage.h"
+#include "tools/SentLines.h"
 #include "tools/SimulatedMachine.h"
 #include "tools/SimulatorPanel.h"
 #include "tools/TorvaneOptions.h"
 
 namespace torvane::tools {
 
-/// Needs an application object. Faults of required files come out of Run.
+/// Needs an application object. Holds the installation for its life: a second one on it is a
+/// RuntimeFault of the constructor. Faults of required files come out of Run.
 class ConsoleProgram final : private ConsoleStart {
  public:
   explicit ConsoleProgram(const TorvaneOptions& options);
@@ -35,6 +40,11 @@ class ConsoleProgram final : private ConsoleStart {
   void SetStatus(int status) { status_ = status; }
   /// As the operator's &OK on the shutdown question.
   void ShutDown();
+  /// Without another exchange, where the last ones hang on a line that is dead.
+  void EndAtOnce() { shutdown_.EndAtOnce(); }
+
+  /// What a script of keys works on.
+  [[nodiscard]] ScriptStage Stage();
 
   [[nodiscard]] toolkit::QtLoop& Loop() { return loop_; }
   [[nodiscard]] toolkit::Desk& Desk() { return desk_; }
@@ -51,22 +61,27 @@ class ConsoleProgram final : private ConsoleStart {
   void ShowSplash() override;
   void SystemMessageBox(std::string_view title, std::string_view text) override;
 
-  [[nodiscard]] platform::SerialPort& Port();
+  [[nodiscard]] platform::SerialPort& MachinePort();
   void ShowPanel();
+  void SignalCame();
 
   TorvaneOptions options_;
   toolkit::QtLoop loop_;
   platform::DiskFileSystem files_;
+  app::HeldInstallation held_;
   platform::SystemClock clock_;
   toolkit::QtDrives drives_;
   core::System system_;
   std::unique_ptr<SimulatedMachine> machine_;
   std::unique_ptr<toolkit::QtSerialPort> serial_;
+  SentLines port_;
   toolkit::QtSessionEnd session_;
   toolkit::Desk desk_;
   console::Console console_;
   app::Shutdown shutdown_;
   std::unique_ptr<SimulatorPanel> panel_;
+  std::unique_ptr<platform::Timer> signalPatience_;
+  toolkit::EndSignals signals_;
   int status_ = 0;
 };
 

@@ -7,45 +7,52 @@
 #include <vector>
 
 #include "platform/EventLoop.h"
-#include "tools/ConsoleProgram.h"
 #include "tools/KeyScript.h"
+#include "tools/ScriptHands.h"
+#include "tools/ScriptStage.h"
 
 namespace torvane::tools {
 
-/// Exit status of the program when a wait of its script was in vain, or a picture was not written.
+/// Exit status of the program when a step of its script could not be done, or a wait was in vain.
 inline constexpr int ScriptFailed = 4;
 
-/// One step after the other, each from a timer of its own: a key that opens a modal screen returns
-/// only when that screen has gone, and the steps behind it work the screen meanwhile. A wait that
-/// is in vain is told on standard error, ends the program and sets its status.
+/// One step after the other, each from a timer of its own. A step that cannot be done and a wait
+/// that is in vain are told on standard error with the script's name and line; then the program
+/// ends with ScriptFailed.
 class KeyScriptRun {
  public:
   /// `path` is native. Throws RuntimeFault where the script cannot be read or understood.
-  KeyScriptRun(ConsoleProgram& program, const std::string& path);
+  KeyScriptRun(const ScriptStage& stage, const std::string& path);
 
-  /// All steps have been played. A program that ended before has not done what its script tells.
+  /// All steps have been played. A program that ended before has not done what its script says.
   [[nodiscard]] bool Finished() const {
     return next_ >= steps_.size() || steps_[next_].Word == KeyWord::Answer;
   }
 
+  /// One step of a script.
+  struct Actions;
+
  private:
+  friend struct Actions;
+
   void Later(int ms);
   void Next();
-  /// True when the step is done; false: look again.
-  bool Do(const KeyStep& step);
-  [[nodiscard]] bool Reached(const KeyStep& step);
-  [[nodiscard]] std::string LabelText(const std::string& form, const std::string& label);
-  void Press(const toolkit::KeyStroke& stroke);
-  void TakePicture(const KeyStep& step);
+  [[nodiscard]] toolkit::Form* Shown(const std::string& form) const {
+    return ShownForm(stage_.Desks(), form);
+  }
+  [[nodiscard]] std::string LabelText(const std::string& form, const std::string& label) const;
+  [[nodiscard]] std::string WarningText() const;
   void Fail(const KeyStep& step, const std::string& what);
 
-  ConsoleProgram& program_;
+  ScriptStage stage_;
+  ScriptHands hands_;
   std::string path_;
   std::vector<KeyStep> steps_;
   std::size_t next_ = 0;
   std::unique_ptr<platform::Timer> timer_;
-  std::int64_t since_ = -1;  ///< when the step under way began to wait; -1: it has not begun
+  std::int64_t since_ = -1;  ///< when the step under way began; -1: it has not begun
   std::size_t typed_ = 0;    ///< characters of a text that have been typed
+  std::string failure_;      ///< why the step under way cannot be done
   int patienceMs_ = 10000;
 };
 

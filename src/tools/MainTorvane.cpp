@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     torvane::tools::ConsoleProgram program(*options);
     torvane::tools::UnattendedRun run(program, *options);
     std::optional<torvane::tools::KeyScriptRun> keys;
-    if (!options->Keys.empty()) keys.emplace(program, options->Keys);
+    if (!options->Keys.empty()) keys.emplace(program.Stage(), options->Keys);
     const int ended = program.Run();
     return ended == 0 && keys && !keys->Finished() ? torvane::tools::ScriptFailed : ended;
   } catch (const torvane::platform::RuntimeFault& fault) {

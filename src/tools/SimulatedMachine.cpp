@@ -1,5 +1,6 @@
 #include "tools/SimulatedMachine.h"
 
+#include "platform/RuntimeFault.h"
 #include "simulator/Installation.h"
 
 namespace torvane::tools {
@@ -12,7 +13,12 @@ constexpr int HeartbeatMs = 20;
 simulator::ControllerOptions OptionsFor(const platform::FileSystem& files,
                                         const SimulatedMachineOptions& wanted) {
   simulator::ControllerOptions options;
-  simulator::FollowInstallation(files, options.Machine);
+  try {
+    simulator::FollowInstallation(files, options.Machine);
+  } catch (const platform::RuntimeFault&) {
+    // The console's own start reads the same files in its order, notes each in LastFile.txt, and
+    // ends with what is wrong; until then the machine is the one without an installation.
+  }
   options.Speed = wanted.Speed;
   options.Presets = wanted.Presets;
   return options;

@@ -105,9 +105,11 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
                "the simulated machine's panel in a window even off screen, for pictures")
       ->needs("--simulate");
   app.add_option("--device", devices, "device of a port, as in 1=/dev/ttyUSB0")
-      ->type_name("N=PATH");
+      ->type_name("N=PATH")
+      ->allow_extra_args(false);
   app.add_option("--drive", drives, "folder behind a drive letter, as in A=/media/stick")
-      ->type_name("L=PATH");
+      ->type_name("L=PATH")
+      ->allow_extra_args(false);
   app.add_flag("--console", options.OwnsMachine,
                "this is the machine's own PC: shutting down ends its session");
   app.add_option("--select", select, "select a program once the main screen is up")

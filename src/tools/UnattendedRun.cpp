@@ -19,6 +19,8 @@ namespace {
 constexpr int LookMs = 50;
 constexpr int StartWaitMs = 10000;
 constexpr int StatusLineMs = 1000;
+/// The last exchanges of a shutdown on a line that answers take a fraction of a second.
+constexpr int ShutdownWaitMs = 30000;
 /// The last tick of the poll reads the counters; the pictures come after it.
 constexpr int SettleMs = 400;
 /// Long enough for a piece of the trace to be seen.
@@ -54,6 +56,9 @@ void UnattendedRun::Look() {
       return WatchRun();
     case Phase::Ending:
       return End();
+    case Phase::ShuttingDown:
+      if (program_.Loop().NowMs() - enteredMs_ > ShutdownWaitMs) GiveUp();
+      return;
     case Phase::Idle:
       return;
   }
@@ -137,8 +142,16 @@ void UnattendedRun::End() {
     std::fprintf(stderr, "%s: the picture can not be written\n", options_.Screenshot.c_str());
     program_.SetStatus(RunStatus::Refused);
   }
-  Enter(Phase::Idle);
-  if (options_.ExitAfterRun) program_.ShutDown();
+  if (!options_.ExitAfterRun) return Enter(Phase::Idle);
+  Enter(Phase::ShuttingDown);
+  // A job of its own: the dialogs of a line that dies now are answered by the next looks.
+  program_.Loop().Post([this] { program_.ShutDown(); });
+}
+
+void UnattendedRun::GiveUp() {
+  std::fprintf(stderr, "torvane: the line did not answer during the shutdown\n");
+  program_.SetStatus(RunStatus::Refused);
+  program_.EndAtOnce();
 }
 
 void UnattendedRun::Fail(int status, const std::string& sentence) {

@@ -12,7 +12,7 @@ namespace torvane::tools {
 /// Exit statuses of a driven run.
 namespace RunStatus {
 inline constexpr int Good = 0;
-inline constexpr int Refused = 1;     ///< the program was not selected
+inline constexpr int Refused = 1;     ///< not selected, or a warning had to be answered
 inline constexpr int NotStarted = 3;  ///< the machine did not take the cycle start
 }  // namespace RunStatus
 
@@ -24,13 +24,15 @@ inline constexpr int NotStarted = 3;  ///< the machine did not take the cycle st
 ///   Starting       --machine runs----------------> Running
 ///   Starting       --no run within a while-------> Ending (status NotStarted)
 ///   Running        --machine has stopped---------> Ending
-///   Ending         --pictures taken--------------> shut down, with --exit-after-run; else Idle
+///   Ending         --pictures taken--------------> ShuttingDown, with --exit-after-run; else Idle
+///   ShuttingDown   --closed----------------------> the program's end
+///                  --not closed within a while---> the program's end (status Refused)
 class UnattendedRun {
  public:
   UnattendedRun(ConsoleProgram& program, const TorvaneOptions& options);
 
  private:
-  enum class Phase { WaitingForMain, Selecting, Starting, Running, Ending, Idle };
+  enum class Phase { WaitingForMain, Selecting, Starting, Running, Ending, ShuttingDown, Idle };
 
   void Look();
   void AnswerDialogs();
@@ -39,6 +41,7 @@ class UnattendedRun {
   void WatchStart();
   void WatchRun();
   void End();
+  void GiveUp();
   void Fail(int status, const std::string& sentence);
   void Enter(Phase phase);
   void TakePicture(const std::string& moment);

@@ -112,5 +112,46 @@ TEST_F(ShutdownTest, ASecondCallDoesNothing) {
   EXPECT_EQ(Log, Events());
 }
 
+TEST_F(ShutdownTest, EndingAtOnceSavesTheCountersAsTheyWereLastRead) {
+  Run();
+  System.Programs[1].BatchCounters = {5, 4, 3, 2, 1};
+  End.EndAtOnce();
+  EXPECT_EQ(Temp.Get("Actvprg1.btc"), "5\r\n4\r\n3\r\n2\r\n1\r\n******\r\n");
+  EXPECT_EQ(Sent(), Events()) << "nothing is asked any more";
+  EXPECT_TRUE(System.ShuttingDown);
+  EXPECT_FALSE(Port.IsOpen());
+  EXPECT_EQ(Log.back(), "end process");
+  Log.clear();
+  End.EndAtOnce();
+  EXPECT_EQ(Log, Events());
+}
+
+TEST_F(ShutdownTest, AnEndThatHangsOnADeadLineCanBeOvertaken) {
+  Run();
+  System.Link.ReplyTimeoutMs = 0;  // a dead line would hold it up for ever
+  System.Programs[1].BatchCounters = {5, 4, 3, 2, 1};
+  Silent = true;
+  Loop.After(500, [this] { End.EndAtOnce(); });
+  Loop.After(1000, [this] { Port.Deliver("? VR(82)\r\n7\r\n>>"); });
+  Loop.After(1500, [this] { Silent = false; });
+  Loop.Post([this] { End.ShutdownSystem(true); });
+  Loop.RunFor(3000);
+  EXPECT_EQ(Temp.Get("Actvprg1.btc"), "5\r\n4\r\n3\r\n2\r\n1\r\n******\r\n");
+  EXPECT_EQ(std::count(Log.begin(), Log.end(), "end process"), 1);
+  EXPECT_FALSE(Happened("end session"));
+}
+
+TEST_F(ShutdownTest, AStartThatIsGivenUpLeavesTheCountersOfTheLastSession) {
+  Run();  // for a slot with counters on the disk
+  const std::string before = Temp.Get("Actvprg1.btc");
+  Screens.FrontEndUp = false;
+  System.Programs[1].BatchCounters = {};
+  Log.clear();
+  End.ShutdownToService();
+  EXPECT_EQ(Temp.Get("Actvprg1.btc"), before);
+  EXPECT_EQ(Sent(), Events());
+  EXPECT_EQ(Log.back(), "end process");
+}
+
 }  // namespace
 }  // namespace torvane::app

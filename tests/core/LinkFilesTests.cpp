@@ -68,6 +68,17 @@ TEST(TrioCfg, WithoutTheFileTheDefaultsStandAndTheFirstDelayIsThePeriod) {
   EXPECT_EQ(link.TableLeadLines, 15);
 }
 
+TEST(TrioCfg, TimesBeyondTheirUpperLimitBecomeThatLimit) {
+  const LinkSettings link = ReadTimings("65536\n1e308\n99999999999\n0\n65536\n0\n0\n65536\n-1\n");
+  EXPECT_EQ(link.PollPeriodMs, LongestPollMs);
+  EXPECT_EQ(link.PollResumeMs, LongestPollMs);
+  EXPECT_EQ(link.ReplyTimeoutMs, LongestReplyMs);
+  EXPECT_EQ(link.CommandDelayMs, LongestCommandDelayMs);
+  EXPECT_EQ(link.TableFillLines, 32767) << "a count, no time";
+  EXPECT_EQ(link.TableLeadLines, 1);
+  EXPECT_EQ(ReadTimings("1000\n1000\n600000\n0\n100\n").CommandDelayMs, 100) << "the limits stand";
+}
+
 TEST(TrioCfg, FillsEveryFieldInItsOrder) {
   const LinkSettings link = ReadTimings("P:60\n70\n8000\n1\n2\n3\n4\n30\n25\n");
   EXPECT_EQ(link.PollPeriodMs, 60);
@@ -105,8 +116,8 @@ TEST(TrioCfg, NegativeTimesAreNoneAndTablesHaveAtLeastOneLine) {
 }
 
 TEST(TrioCfg, NumbersBeyondTheirTypeAreHeldInIt) {
-  const LinkSettings link = ReadTimings("9e99\n0\n0\n0\n0\n0\n0\n70000\n1e400\n");
-  EXPECT_EQ(link.PollPeriodMs, 2147483647);
+  const LinkSettings link = ReadTimings("0\n0\n0\n9e99\n0\n0\n0\n70000\n1e400\n");
+  EXPECT_EQ(link.TrioReserved1, 2147483647);
   EXPECT_EQ(link.TableFillLines, 32767);
   EXPECT_EQ(link.TableLeadLines, 32767);
 }
@@ -116,6 +127,8 @@ RC_GTEST_PROP(TrioCfg, AnyTextLeavesTimingsThatWork, (const std::string& text)) 
   RC_ASSERT(link.PollPeriodMs >= 5);
   RC_ASSERT(link.PollResumeMs >= link.PollPeriodMs);
   RC_ASSERT(link.ReplyTimeoutMs >= 0 && link.CommandDelayMs >= 0);
+  RC_ASSERT(link.PollResumeMs <= LongestPollMs && link.CommandDelayMs <= LongestCommandDelayMs);
+  RC_ASSERT(link.ReplyTimeoutMs <= LongestReplyMs);
   RC_ASSERT(link.TableFillLines >= 1 && link.TableLeadLines >= 1);
 }
 

@@ -44,6 +44,12 @@ std::string RunningProgram::Errors() {
 }
 
 bool RunningProgram::WaitFor(const std::string& text, int ms) {
+  if (WaitForQuietly(text, ms)) return true;
+  ADD_FAILURE() << name_ << " did not say \"" << text << "\" but:\n" << Output() << Errors();
+  return false;
+}
+
+bool RunningProgram::WaitForQuietly(const std::string& text, int ms) {
   QElapsedTimer clock;
   clock.start();
   while (clock.elapsed() < ms) {
@@ -55,7 +61,6 @@ bool RunningProgram::WaitFor(const std::string& text, int ms) {
     if (!Runs()) break;
     process_.waitForReadyRead(LookMs);
   }
-  ADD_FAILURE() << name_ << " did not say \"" << text << "\" but:\n" << Output() << Errors();
   return false;
 }
 
@@ -78,6 +83,8 @@ void RunningProgram::Type(const std::string& line) {
 
 void RunningProgram::Freeze() { kill(static_cast<pid_t>(process_.processId()), SIGSTOP); }
 void RunningProgram::Thaw() { kill(static_cast<pid_t>(process_.processId()), SIGCONT); }
+
+void RunningProgram::Signal(int number) { kill(static_cast<pid_t>(process_.processId()), number); }
 
 void RunningProgram::Kill() {
   process_.kill();
@@ -112,8 +119,14 @@ void EndToEnd::StartMachine(int speed, const std::vector<std::string>& faults) {
 
 void EndToEnd::StartConsole(const std::string& script) {
   Directory.Put("keys.txt", script);
-  Console.Start(TORVANE_PROGRAM, {"--device", "1=" + Place("line"), "--window", "1024x768",
-                                  "--keys", Place("keys.txt"), Place("installation")});
+  StartConsoleWith({"--keys", Place("keys.txt")});
+}
+
+void EndToEnd::StartConsoleWith(const std::vector<std::string>& arguments) {
+  std::vector<std::string> all = {"--device", "1=" + Place("line"), "--window", "1024x768"};
+  all.insert(all.end(), arguments.begin(), arguments.end());
+  all.push_back(Place("installation"));
+  Console.Start(TORVANE_PROGRAM, all);
 }
 
 int CountPixels(const std::string& picture, unsigned colour) {

@@ -22,12 +22,16 @@ class RunningProgram {
   void Start(const char* program, const std::vector<std::string>& arguments);
   /// Waits until its standard output holds the text behind what was waited for before.
   [[nodiscard]] bool WaitFor(const std::string& text, int ms);
+  /// The same without a failure when it does not come.
+  [[nodiscard]] bool WaitForQuietly(const std::string& text, int ms);
   /// Waits for its end; -1 when it still runs, or did not end by itself.
   [[nodiscard]] int WaitForEnd(int ms);
   void Type(const std::string& line);
   /// SIGSTOP, SIGCONT: it stands still as a controller does that hangs.
   void Freeze();
   void Thaw();
+  /// SIGTERM and the like.
+  void Signal(int number);
   /// At once, without a chance to clean up.
   void Kill();
   [[nodiscard]] bool Runs() const { return process_.state() != QProcess::NotRunning; }
@@ -51,6 +55,9 @@ class EndToEnd : public ::testing::Test {
   void StartMachine(int speed, const std::vector<std::string>& faults = {});
   /// The console with its script; the pictures stand in the directory of the test.
   void StartConsole(const std::string& script);
+
+  /// The console on the machine's line with these arguments before its root.
+  void StartConsoleWith(const std::vector<std::string>& arguments);
 
   [[nodiscard]] std::string File(const std::string& name) const {
     return Directory.Get("installation/" + name);
