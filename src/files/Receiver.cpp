@@ -33,8 +33,8 @@ void Receiver::SetUp() {
   auto& transfer = system_.Transfer;
   transfer.ReceiveFile = system_.Directories.RootDirectory + "Receive.tmp";
   transfer.ReceiveNote = supervision::ReceiveNotePath(system_.Directories);
-  postamble_ = PrefixMatcher(system_.Comms.CommsPostamble);
-  receiveMark_ = PrefixMatcher(system_.Comms.CommsReceiveMark);
+  postamble_ = core::PrefixMatcher(system_.Comms.CommsPostamble);
+  receiveMark_ = core::PrefixMatcher(system_.Comms.CommsReceiveMark);
   Enter(State::Closed);
   system_.Console.NewProgramsReceived = files_.FileExists(transfer.ReceiveNote) &&
                                         files_.FileSize(transfer.ReceiveNote) >= SmallestNote;

@@ -16,8 +16,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/PrefixMatcher.h"
 #include "core/System.h"
-#include "files/PrefixMatcher.h"
 #include "platform/FileSystem.h"
 
 namespace torvane::files {
@@ -66,8 +66,8 @@ class Receiver {
   core::System& system_;
   platform::FileSystem& files_;
   std::function<void()> watcher_;
-  PrefixMatcher postamble_{""};
-  PrefixMatcher receiveMark_{""};
+  core::PrefixMatcher postamble_{""};
+  core::PrefixMatcher receiveMark_{""};
   std::string pending_;
   std::uint64_t received_ = 0;
   State state_ = State::Closed;

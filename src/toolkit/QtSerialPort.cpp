@@ -3,7 +3,7 @@
 #include <QSerialPort>
 #include <algorithm>
 
-#include "toolkit/LineWatch.h"
+#include "platform/LineWatch.h"
 
 #ifndef _WIN32
 #include <sys/ioctl.h>
@@ -76,7 +76,7 @@ struct QtSerialPort::Device {
   std::function<void(platform::LineEvent)> LineHandler;
   std::unique_ptr<platform::Timer> LinesTimer;
   std::unique_ptr<platform::Timer> RetryTimer;
-  LineWatch Watch;
+  platform::LineWatch Watch;
   std::int64_t NextTry = 0;
   bool Opened = false;
   bool Gone = false;
@@ -114,6 +114,7 @@ struct QtSerialPort::Device {
     if (!Port.open(QIODevice::ReadWrite)) return false;
     if (Setup.Handshaking == platform::Handshake::Both) AddSoftwareHandshake(Port);
     // A device without modem lines (a pseudo-terminal) refuses these, and does well without.
+    Port.clear(QSerialPort::Input);  // what came while nobody listened
     Port.setDataTerminalReady(Setup.Dtr);
     if (!wires) Port.setRequestToSend(Setup.Rts);
     Port.clearError();
@@ -187,10 +188,12 @@ struct QtSerialPort::Device {
     return queued;
   }
 
-  LineLook LookNow() {
+  platform::LineLook LookNow() {
     const bool there = Opened && !Gone && Port.isOpen();
-    return {ReadLines(), there ? BreaksCounted(Port) : 0, UsesWires() && Queued() > 0,
-            Loop.NowMs()};
+    return {.Lines = ReadLines(),
+            .Breaks = there ? BreaksCounted(Port) : 0,
+            .WaitsForCts = UsesWires() && Queued() > 0,
+            .NowMs = Loop.NowMs()};
   }
 
   void LookAtLines() {

@@ -8,7 +8,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "TransferRig.h"
-#include "files/PrefixMatcher.h"
+#include "core/PrefixMatcher.h"
 #include "files/ReceivedProgram.h"
 #include "link/MemoryFiles.h"
 #include "support/Faults.h"
@@ -26,14 +26,14 @@ class Receiving : public ::testing::Test, public TransferRig {
 };
 
 TEST(PrefixMatcher, TheCharacterThatFailsIsNotTriedAgain) {
-  PrefixMatcher matcher("AAB");
+  core::PrefixMatcher matcher("AAB");
   std::string found;
   for (const char character : "AAABAAB"s) found += matcher.Take(character) ? '!' : character;
   EXPECT_EQ(found, "AAABAA!");
 }
 
 TEST(PrefixMatcher, NothingIsFoundWhereNothingIsWanted) {
-  PrefixMatcher matcher("");
+  core::PrefixMatcher matcher("");
   EXPECT_FALSE(matcher.Take('A'));
 }
 

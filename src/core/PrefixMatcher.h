@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace torvane::files {
+namespace torvane::core {
 
 /// As plain as can be: what has matched so far is forgotten at the first character that does not go
 /// on with it, and that character is not tried as a new beginning ("AAB" is not found in "AAAB").
@@ -30,4 +30,4 @@ class PrefixMatcher {
   std::size_t matched_ = 0;
 };
 
-}  // namespace torvane::files
+}  // namespace torvane::core
