@@ -29,6 +29,7 @@ void Shutdown::CloseAll() {
                   system.Active().BatchCounters);
   system.ShuttingDown = true;
   parts_.Trio.StopPolling(true);
+  parts_.Comms.Close();
   parts_.Trio.CloseTrioPort();
   if (parts_.Screens.FrontEndVisible()) parts_.Screens.UnloadFrontEnd();
 }

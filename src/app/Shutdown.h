@@ -5,6 +5,7 @@
 
 #include "app/StartScreens.h"
 #include "core/System.h"
+#include "files/CommsModule.h"
 #include "link/Trio.h"
 #include "platform/FileSystem.h"
 #include "platform/SessionEnd.h"
@@ -17,6 +18,7 @@ struct ShutdownParts {
   platform::FileSystem& Files;
   link::Trio& Trio;
   supervision::Poll& Poll;
+  files::CommsModule& Comms;
   StartScreens& Screens;
   platform::SessionEnd& Session;
 };
@@ -36,7 +38,8 @@ class Shutdown {
   void ShutdownToService();
 
  private:
-  /// Batch counters read and saved, poll stopped, port closed, main screen gone.
+  /// Batch counters read and saved, poll stopped, a send ended, both ports closed, main screen
+  /// gone.
   void CloseAll();
 
   ShutdownParts parts_;
