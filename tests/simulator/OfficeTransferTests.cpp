@@ -14,6 +14,7 @@
 #include "link/MemoryFiles.h"
 #include "platform/VirtualLoop.h"
 #include "simulator/OfficePort.h"
+#include "support/SourceTree.h"
 
 namespace torvane::simulator {
 namespace {
@@ -21,7 +22,7 @@ namespace {
 using namespace std::string_literals;
 
 core::TransferSettings ExampleFile(const std::string& name) {
-  std::ifstream in(std::string(TORVANE_SOURCE_DIR) + "/examples/" + name, std::ios::binary);
+  std::ifstream in(tests::SourceTree() / "examples" / name, std::ios::binary);
   return core::ReadTransferFile(std::string(std::istreambuf_iterator<char>(in), {}));
 }
 
