@@ -1,7 +1,7 @@
 #include "files/CommsModule.h"
 
 #include "core/SettingsModule.h"
-#include "files/TransferNotes.h"
+#include "files/FaultNote.h"
 #include "files/TransferPort.h"
 
 namespace torvane::files {
@@ -50,9 +50,9 @@ void CommsModule::SetUpReceiver() {
   receiver_.SetUp();
   const int number = system_.Comms.CommsPort;
   if (number >= 1 && !PortUsed()) {
-    NoteTransferFault(files_, system_.Directories,
-                      "Control.cms names port " + std::to_string(number) +
-                          ", which is the controller's; no programs are sent or received");
+    NoteFault(files_, system_.Directories,
+              "Control.cms names port " + std::to_string(number) +
+                  ", which is the controller's; no programs are sent or received");
   }
   OpenReceiver();
 }
@@ -64,9 +64,8 @@ bool CommsModule::PortUsed() const {
 void CommsModule::OpenReceiver() {
   if (!PortUsed() || closed_ || port_.IsOpen()) return;
   if (port_.Open(TransferPort(system_.Comms, true))) return;
-  NoteTransferFault(
-      files_, system_.Directories,
-      "port " + std::to_string(system_.Comms.CommsPort) + " cannot be opened for receiving");
+  NoteFault(files_, system_.Directories,
+            "port " + std::to_string(system_.Comms.CommsPort) + " cannot be opened for receiving");
 }
 
 void CommsModule::HandleReceived() {

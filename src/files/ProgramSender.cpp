@@ -5,9 +5,9 @@
 
 #include "core/General.h"
 #include "core/LastFile.h"
+#include "files/FaultNote.h"
 #include "files/ReceivedProgram.h"
 #include "files/SendProgress.h"
-#include "files/TransferNotes.h"
 #include "files/TransferPort.h"
 #include "platform/RuntimeFault.h"
 
@@ -43,9 +43,8 @@ ProgramSender::ProgramSender(core::System& system, platform::EventLoop& loop,
 
 void ProgramSender::OpenPort(bool discardNulls) {
   if (port_.Open(TransferPort(system_.Comms, discardNulls))) return;
-  NoteTransferFault(
-      files_, system_.Directories,
-      "port " + std::to_string(system_.Comms.CommsPort) + " cannot be opened for sending");
+  NoteFault(files_, system_.Directories,
+            "port " + std::to_string(system_.Comms.CommsPort) + " cannot be opened for sending");
 }
 
 void ProgramSender::SendProgram(const SendItem& item, SendScreen& screen) {
@@ -82,7 +81,7 @@ bool ProgramSender::ReadProgram(const SendItem& item, std::string& text) {
     text = files_.ReadFile(item.Path);
     return true;
   } catch (const platform::RuntimeFault& fault) {
-    NoteTransferFault(files_, system_.Directories, fault.what());
+    NoteFault(files_, system_.Directories, fault.what());
     return false;
   }
 }

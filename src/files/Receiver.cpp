@@ -5,8 +5,8 @@
 #include "core/Directories.h"
 #include "core/General.h"
 #include "core/LastFile.h"
+#include "files/FaultNote.h"
 #include "files/ReceivedProgram.h"
-#include "files/TransferNotes.h"
 #include "platform/RuntimeFault.h"
 #include "supervision/MessageList.h"
 
@@ -86,7 +86,7 @@ bool Receiver::Guarded(const std::function<void()>& action) {
     return true;
   } catch (const platform::RuntimeFault& fault) {
     Enter(State::Skipping);
-    NoteTransferFault(files_, system_.Directories, fault.what());
+    NoteFault(files_, system_.Directories, fault.what());
     KeepAside();
     return false;
   }
@@ -104,9 +104,9 @@ void Receiver::KeepAside() {
       if (!files_.FileExists(kept)) break;
     }
     files_.RenameFile(file, kept);
-    NoteTransferFault(files_, system_.Directories, "What came has been kept in " + kept);
+    NoteFault(files_, system_.Directories, "What came has been kept in " + kept);
   } catch (const platform::RuntimeFault& fault) {
-    NoteTransferFault(files_, system_.Directories, fault.what());
+    NoteFault(files_, system_.Directories, fault.what());
   }
 }
 
@@ -146,7 +146,7 @@ void Receiver::AppendNote(std::string_view name, std::string_view directory) {
     }
   } catch (const platform::RuntimeFault& fault) {
     // The program itself is stored: there is nothing to keep aside.
-    NoteTransferFault(files_, system_.Directories, fault.what());
+    NoteFault(files_, system_.Directories, fault.what());
   }
 }
 
@@ -159,7 +159,7 @@ void Receiver::Abandon() {
     try {
       files_.OverwriteFile(system_.Transfer.ReceiveFile, "");
     } catch (const platform::RuntimeFault& fault) {
-      NoteTransferFault(files_, system_.Directories, fault.what());
+      NoteFault(files_, system_.Directories, fault.what());
     }
   }
   Tell();
@@ -170,7 +170,7 @@ void Receiver::Close() {
   try {
     files_.DeleteFile(system_.Transfer.ReceiveFile);
   } catch (const platform::RuntimeFault& fault) {
-    NoteTransferFault(files_, system_.Directories, fault.what());
+    NoteFault(files_, system_.Directories, fault.what());
   }
 }
 
