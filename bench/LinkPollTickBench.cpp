@@ -114,7 +114,7 @@ class PacedPort final : public platform::SerialPort {
   void SetRts(bool) override {}
   [[nodiscard]] platform::PortLines Lines() const override { return {}; }
   void OnReceived(std::function<void()> handler) override { received_ = std::move(handler); }
-  void OnLinesChanged(std::function<void()>) override {}
+  void OnLineEvent(std::function<void(platform::LineEvent)>) override {}
 
   void Write(std::string_view bytes) override {
     const Nanoseconds start = Now();

@@ -13,6 +13,7 @@
 #include "core/SlotFiles.h"
 #include "core/StationFiles.h"
 #include "core/System.h"
+#include "core/TransferFile.h"
 #include "platform/RuntimeFault.h"
 
 namespace {
@@ -20,7 +21,7 @@ namespace {
 using namespace torvane::core;
 using Reader = void (*)(std::string_view, System&);
 
-constexpr std::array<Reader, 14> Readers = {
+constexpr std::array<Reader, 15> Readers = {
     [](std::string_view text, System& system) {
       ReadMachineFile(text, "Machine.dat", true, system.Machine);
     },
@@ -56,6 +57,7 @@ constexpr std::array<Reader, 14> Readers = {
       (void)ReadProgramStatus(text, "Actvprg1.sts");
       (void)ReadBatch(text, "Actvprg1.btc");
     },
+    [](std::string_view text, System& system) { system.Comms = ReadTransferFile(text); },
 };
 
 }  // namespace

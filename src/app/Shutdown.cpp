@@ -48,6 +48,7 @@ void Shutdown::Close() {
   }
   system.ShuttingDown = true;
   parts_.Trio.StopPolling(true);
+  parts_.Comms.Close();
   parts_.Trio.CloseTrioPort();
   if (running) parts_.Screens.UnloadFrontEnd();
 }

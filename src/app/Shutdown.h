@@ -5,6 +5,7 @@
 
 #include "app/StartScreens.h"
 #include "core/System.h"
+#include "files/CommsModule.h"
 #include "link/Trio.h"
 #include "platform/FileSystem.h"
 #include "platform/SessionEnd.h"
@@ -17,6 +18,7 @@ struct ShutdownParts {
   platform::FileSystem& Files;
   link::Trio& Trio;
   supervision::Poll& Poll;
+  files::CommsModule& Comms;
   StartScreens& Screens;
   platform::SessionEnd& Session;
 };
@@ -47,7 +49,7 @@ class Shutdown {
   [[nodiscard]] bool Begin();
   /// Batch counters read one last time, then Close. False when EndAtOnce has overtaken it.
   [[nodiscard]] bool CloseAll();
-  /// Batch counters saved, poll stopped, port closed, main screen gone.
+  /// Batch counters saved, poll stopped, a send ended, both ports closed, main screen gone.
   void Close();
 
   ShutdownParts parts_;

@@ -125,6 +125,10 @@ class Starting {
         link::Assignment(Variable::TableInForce, core::IntegerText(system_.ActiveSlot)));
   }
 
+  void ReadTransferPort() { parts_.Comms.LoadSettings(); }
+
+  void OpenTransferPort() { parts_.Comms.SetUpReceiver(); }
+
   void WaitForSplash() {
     parts_.Loop.WaitUntil([this] { return system_.SplashDone || system_.ShuttingDown; });
   }
@@ -137,7 +141,7 @@ class Starting {
     parts_.Screens.ShowFrontEnd();
   }
 
-  static constexpr std::array<Stage, 21> Stages = {
+  static constexpr std::array<Stage, 23> Stages = {
       &Starting::ClearEndFlags,    &Starting::MakeServiceDirectory,
       &Starting::ReadColours,      &Starting::ShowSplash,
       &Starting::ResetFlags,       &Starting::ReadDirectories,
@@ -147,6 +151,7 @@ class Starting {
       &Starting::ReadScale,        &Starting::ReadLoadPosition,
       &Starting::ReadPlotConfig,   &Starting::LoadPrograms,
       &Starting::WriteControlFile, &Starting::SendActiveSlot,
+      &Starting::ReadTransferPort, &Starting::OpenTransferPort,
       &Starting::WaitForSplash,    &Starting::TellController,
       &Starting::ShowMainScreen,
   };

@@ -3,6 +3,7 @@
 
 #include "app/StartScreens.h"
 #include "core/System.h"
+#include "files/CommsModule.h"
 #include "link/Downloads.h"
 #include "link/Trio.h"
 #include "platform/EventLoop.h"
@@ -21,6 +22,7 @@ struct StartUpParts {
   link::Trio& Trio;
   link::Downloads& Downloads;
   supervision::ActiveStore& Store;
+  files::CommsModule& Comms;
   StartScreens& Screens;
 };
 

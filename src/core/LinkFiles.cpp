@@ -7,6 +7,7 @@
 
 #include "core/ConfigText.h"
 #include "core/General.h"
+#include "core/PortText.h"
 
 namespace torvane::core {
 
@@ -43,10 +44,6 @@ struct StoreTiming {
   void operator()(std::int32_t LinkSettings::*field) const { Link.*field = RoundToInt32(Value); }
   void operator()(std::int16_t LinkSettings::*field) const { Link.*field = RoundToInt16(Value); }
 };
-
-bool Holds(std::string_view text, std::string_view word) {
-  return text.find(word) != std::string_view::npos;
-}
 
 }  // namespace
 
@@ -90,11 +87,9 @@ void ReadPortFile(std::string_view text, std::string_view path, LinkSettings& li
     link.PortSettings += ',';
     link.PortSettings += AfterColon(lines.Required());
   }
-  const std::string words = UpperCase(AfterColon(lines.Required()));
-  const bool software = Holds(words, "XON") || Holds(words, "XOFF");
-  const bool hardware = Holds(words, "RTS") || Holds(words, "CTS");
-  link.Handshaking = static_cast<std::int16_t>((software ? 1 : 0) + (hardware ? 2 : 0));
-  link.DtrKeyword = Holds(words, "DTR");
+  const HandshakeWords handshake = ReadHandshakeWords(AfterColon(lines.Required()));
+  link.Handshaking = handshake.Handshaking;
+  link.DtrKeyword = handshake.Dtr;
   if (link.CommPort < 1) linkEnabled = false;
 }
 

@@ -12,6 +12,7 @@
 #include "core/MessageFiles.h"
 #include "core/PlotFile.h"
 #include "core/StationFiles.h"
+#include "core/TransferFile.h"
 
 namespace torvane::core {
 
@@ -87,6 +88,12 @@ void LoadPortSettings(platform::FileSystem& files, const DirectorySet& directori
                       bool& linkEnabled, LinkSettings& link) {
   const std::string path = directories.RootDirectory + "Trio.cms";
   ReadPortFile(ReadNoted(files, directories, path), path, link, linkEnabled);
+}
+
+void LoadTransferSettings(platform::FileSystem& files, const DirectorySet& directories,
+                          TransferSettings& settings) {
+  settings =
+      ReadTransferFile(ReadNoted(files, directories, directories.RootDirectory + "Control.cms"));
 }
 
 void LoadPlotConfig(platform::FileSystem& files, const DirectorySet& directories,

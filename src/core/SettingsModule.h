@@ -44,6 +44,10 @@ void LoadLinkOptions(platform::FileSystem& files, const DirectorySet& directorie
 void LoadPortSettings(platform::FileSystem& files, const DirectorySet& directories,
                       bool& linkEnabled, LinkSettings& link);
 
+/// Control.cms, the second serial port.
+void LoadTransferSettings(platform::FileSystem& files, const DirectorySet& directories,
+                          TransferSettings& settings);
+
 /// Plot.cfg, and the plot's switches back to their start: limits and kerf not shown, no plot keys.
 void LoadPlotConfig(platform::FileSystem& files, const DirectorySet& directories,
                     PlotSettings& plot, ConsoleState& console);

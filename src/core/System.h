@@ -12,6 +12,7 @@
 #include "core/MachineData.h"
 #include "core/MachineState.h"
 #include "core/PlotSettings.h"
+#include "core/TransferSettings.h"
 
 namespace torvane::core {
 
@@ -39,6 +40,8 @@ struct System {
   Station ActiveStation;
   LaserNameList LaserNames;
   LinkSettings Link;
+  TransferSettings Comms;
+  TransferState Transfer;
   MachineState State;
   MessageTables Messages;
   ColourTable Colours;

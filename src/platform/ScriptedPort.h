@@ -37,32 +37,42 @@ class ScriptedPort final : public SerialPort {
   [[nodiscard]] std::size_t BytesWaiting() const override { return input_.size(); }
   [[nodiscard]] std::string ReadAll() override;
   void Write(std::string_view bytes) override;
-  [[nodiscard]] std::size_t BytesQueued() const override { return 0; }
+  [[nodiscard]] std::size_t BytesQueued() const override { return queued_; }
   void SetDtr(bool on) override { setup_.Dtr = on; }
   void SetRts(bool on) override { setup_.Rts = on; }
   [[nodiscard]] PortLines Lines() const override { return lines_; }
   void OnReceived(std::function<void()> handler) override { received_ = std::move(handler); }
-  void OnLinesChanged(std::function<void()> handler) override { changed_ = std::move(handler); }
+  void OnLineEvent(std::function<void(LineEvent)> handler) override { event_ = std::move(handler); }
 
-  /// Sets the modem lines and tells the handler from the loop.
+  /// Sets the modem lines and tells the handler from the loop what has changed.
   void SetLines(const PortLines& lines);
 
+  /// An event of the line; the handler runs from the loop.
+  void Raise(LineEvent event);
+
+  /// From now on written bytes stay in the output queue until Drain; off empties it.
+  void HoldOutput(bool hold);
+  /// So many bytes of the queue leave, oldest first.
+  void Drain(std::size_t bytes);
+
  private:
-  /// Runs one of the two handlers from the loop, as it then stands; nothing once the port is gone.
-  void PostHandler(std::function<void()> ScriptedPort::*handler);
+  /// Runs `call` on the port from the loop; nothing once the port is gone.
+  void PostCall(std::function<void(ScriptedPort&)> call);
 
   EventLoop& loop_;
   std::shared_ptr<ScriptedPort*> self_ = std::make_shared<ScriptedPort*>(this);
   std::function<void(std::string_view)> peer_;
   std::function<void()> received_;
-  std::function<void()> changed_;
+  std::function<void(LineEvent)> event_;
   PortSetup setup_;
   PortLines lines_;
   std::string input_;
   std::string written_;
   int failOpens_ = 0;
   int openCalls_ = 0;
+  std::size_t queued_ = 0;
   bool open_ = false;
+  bool holdOutput_ = false;
 };
 
 }  // namespace torvane::platform

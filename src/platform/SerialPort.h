@@ -28,12 +28,23 @@ struct PortLines {
   bool Carrier = false;
 };
 
+/// What happens on a port beside the bytes that come.
+enum class LineEvent {
+  CtsChanged,
+  DsrChanged,
+  CarrierChanged,
+  Break,       ///< the other end holds the line
+  CtsTimeout,  ///< bytes have waited too long for CTS
+  DsrTimeout,  ///< or for DSR
+};
+
 class SerialPort {
  public:
   virtual ~SerialPort() = default;
 
   /// False when the device is not there or cannot be had; nothing is thrown.
   virtual bool Open(const PortSetup& setup) = 0;
+  /// What has not left yet is dropped.
   virtual void Close() = 0;
   [[nodiscard]] virtual bool IsOpen() const = 0;
 
@@ -55,8 +66,8 @@ class SerialPort {
   /// Called from the loop when bytes have come. One handler; empty takes it away.
   virtual void OnReceived(std::function<void()> handler) = 0;
 
-  /// Called from the loop when a modem line has changed.
-  virtual void OnLinesChanged(std::function<void()> handler) = 0;
+  /// Called from the loop with each event of the line. One handler; empty takes it away.
+  virtual void OnLineEvent(std::function<void(LineEvent)> handler) = 0;
 };
 
 }  // namespace torvane::platform

@@ -41,7 +41,7 @@ class SimulatedPort final : public platform::SerialPort {
   void SetRts(bool) override {}
   [[nodiscard]] platform::PortLines Lines() const override { return {true, true, true}; }
   void OnReceived(std::function<void()> handler) override { received_ = std::move(handler); }
-  void OnLinesChanged(std::function<void()>) override {}
+  void OnLineEvent(std::function<void(platform::LineEvent)>) override {}
 
   /// Moves the machine to the loop's present time.
   void CatchUp();

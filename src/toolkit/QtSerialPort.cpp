@@ -3,8 +3,14 @@
 #include <QSerialPort>
 #include <algorithm>
 
+#include "platform/LineWatch.h"
+
 #ifndef _WIN32
 #include <sys/ioctl.h>
+#include <termios.h>
+#endif
+#ifdef __linux__
+#include <linux/serial.h>
 #endif
 
 namespace torvane::toolkit {
@@ -37,6 +43,26 @@ QSerialPort::StopBits StopBitsOf(double bits) {
   return bits == 1.5 ? QSerialPort::OneAndHalfStop : QSerialPort::OneStop;
 }
 
+/// Breaks that the driver has counted; 0 where it counts none, as on a pseudo-terminal.
+int BreaksCounted([[maybe_unused]] const QSerialPort& port) {
+#ifdef __linux__
+  serial_icounter_struct counted{};
+  if (ioctl(port.handle(), TIOCGICOUNT, &counted) == 0) return counted.brk;
+#endif
+  return 0;
+}
+
+/// Both kinds of handshake at once is more than the port class knows: the codes are added to the
+/// wires.
+void AddSoftwareHandshake([[maybe_unused]] const QSerialPort& port) {
+#ifndef _WIN32
+  termios settings{};
+  if (tcgetattr(port.handle(), &settings) != 0) return;
+  settings.c_iflag |= IXON | IXOFF;
+  tcsetattr(port.handle(), TCSANOW, &settings);
+#endif
+}
+
 }  // namespace
 
 struct QtSerialPort::Device {
@@ -47,9 +73,10 @@ struct QtSerialPort::Device {
   SerialSettings Settings;
   std::string Input;
   std::function<void()> Received;
-  std::function<void()> LinesChanged;
+  std::function<void(platform::LineEvent)> LineHandler;
   std::unique_ptr<platform::Timer> LinesTimer;
-  platform::PortLines LastLines;
+  std::unique_ptr<platform::Timer> RetryTimer;
+  platform::LineWatch Watch;
   std::int64_t NextTry = 0;
   bool Opened = false;
   bool Gone = false;
@@ -61,9 +88,17 @@ struct QtSerialPort::Device {
     QObject::connect(&Port, &QSerialPort::errorOccurred,
                      [this](QSerialPort::SerialPortError error) { Failed(error); });
     LinesTimer = Loop.MakeTimer([this] { LookAtLines(); });
+    RetryTimer = Loop.MakeTimer([this] {
+      if (Back()) RetryTimer->Stop();
+    });
   }
 
   ~Device() { Port.disconnect(); }
+
+  [[nodiscard]] bool UsesWires() const {
+    return (static_cast<int>(Setup.Handshaking) & static_cast<int>(platform::Handshake::RtsCts)) !=
+           0;
+  }
 
   bool OpenDevice() {
     Port.setPortName(QString::fromLocal8Bit(DeviceOf(Setup.Number, Devices).c_str()));
@@ -71,15 +106,15 @@ struct QtSerialPort::Device {
     Port.setDataBits(static_cast<QSerialPort::DataBits>(Settings.DataBits));
     Port.setParity(ParityOf(Settings.Parity));
     Port.setStopBits(StopBitsOf(Settings.StopBits));
-    // Both kinds at once is more than the driver layer knows; the wires then do the work.
-    const bool wires =
-        static_cast<int>(Setup.Handshaking) & static_cast<int>(platform::Handshake::RtsCts);
+    const bool wires = UsesWires();
     const bool codes = Setup.Handshaking == platform::Handshake::XonXoff;
     Port.setFlowControl(wires   ? QSerialPort::HardwareControl
                         : codes ? QSerialPort::SoftwareControl
                                 : QSerialPort::NoFlowControl);
     if (!Port.open(QIODevice::ReadWrite)) return false;
+    if (Setup.Handshaking == platform::Handshake::Both) AddSoftwareHandshake(Port);
     // A device without modem lines (a pseudo-terminal) refuses these, and does well without.
+    Port.clear(QSerialPort::Input);  // what came while nobody listened
     Port.setDataTerminalReady(Setup.Dtr);
     if (!wires) Port.setRequestToSend(Setup.Rts);
     Port.clearError();
@@ -114,13 +149,15 @@ struct QtSerialPort::Device {
     if (!lost || !Opened || Gone) return;
     Gone = true;
     NextTry = Loop.NowMs() + RetryMs;
+    RetryTimer->Start(RetryMs);
     // Not from inside the port's own signal.
     Loop.Post([this, alive = std::weak_ptr<int>(Alive)] {
       if (!alive.expired() && Gone && Port.isOpen()) Port.close();
     });
   }
 
-  /// A cable put back is found by the next line that is sent.
+  /// A cable put back is found by the next line that is sent, or by the timer of a port that only
+  /// listens.
   bool Back() {
     if (!Gone) return true;
     if (Loop.NowMs() < NextTry) return false;
@@ -139,18 +176,42 @@ struct QtSerialPort::Device {
             signals_.testFlag(QSerialPort::DataCarrierDetectSignal)};
   }
 
+  std::size_t Queued() {
+    if (!Opened || Gone || !Port.isOpen()) return 0;
+    auto queued = static_cast<std::size_t>(std::max<qint64>(0, Port.bytesToWrite()));
+#ifndef _WIN32
+    int inDriver = 0;
+    if (ioctl(Port.handle(), TIOCOUTQ, &inDriver) == 0 && inDriver > 0) {
+      queued += static_cast<std::size_t>(inDriver);
+    }
+#endif
+    return queued;
+  }
+
+  platform::LineLook LookNow() {
+    const bool there = Opened && !Gone && Port.isOpen();
+    return {.Lines = ReadLines(),
+            .Breaks = there ? BreaksCounted(Port) : 0,
+            .WaitsForCts = UsesWires() && Queued() > 0,
+            .NowMs = Loop.NowMs()};
+  }
+
   void LookAtLines() {
-    const platform::PortLines now = ReadLines();
-    const bool same =
-        now.Cts == LastLines.Cts && now.Dsr == LastLines.Dsr && now.Carrier == LastLines.Carrier;
-    LastLines = now;
-    if (same) return;
-    if (const auto handler = LinesChanged) handler();
+    for (const platform::LineEvent event : Watch.Look(LookNow())) {
+      if (const auto handler = LineHandler) handler(event);
+    }
   }
 
   void WatchLines() {
-    LastLines = ReadLines();
-    LinesTimer->Start(Opened && LinesChanged ? LinesPeriodMs : 0);
+    Watch.Begin(LookNow());
+    LinesTimer->Start(Opened && LineHandler ? LinesPeriodMs : 0);
+  }
+
+  /// A driver that is held up would keep the close waiting until the other end reads on.
+  void CloseDevice() {
+    if (!Port.isOpen()) return;
+    if (Queued() > 0) Port.clear(QSerialPort::Output);
+    Port.close();
   }
 };
 
@@ -173,10 +234,11 @@ bool QtSerialPort::Open(const platform::PortSetup& setup) {
 }
 
 void QtSerialPort::Close() {
+  device_->CloseDevice();
   device_->Opened = false;
   device_->LinesTimer->Stop();
+  device_->RetryTimer->Stop();
   device_->Input.clear();
-  if (device_->Port.isOpen()) device_->Port.close();
   device_->Gone = false;
 }
 
@@ -198,17 +260,7 @@ void QtSerialPort::Write(std::string_view bytes) {
   device_->Port.write(bytes.data(), static_cast<qint64>(bytes.size()));
 }
 
-std::size_t QtSerialPort::BytesQueued() const {
-  if (!device_->Opened || device_->Gone || !device_->Port.isOpen()) return 0;
-  auto queued = static_cast<std::size_t>(std::max<qint64>(0, device_->Port.bytesToWrite()));
-#ifndef _WIN32
-  int inDriver = 0;
-  if (ioctl(device_->Port.handle(), TIOCOUTQ, &inDriver) == 0 && inDriver > 0) {
-    queued += static_cast<std::size_t>(inDriver);
-  }
-#endif
-  return queued;
-}
+std::size_t QtSerialPort::BytesQueued() const { return device_->Queued(); }
 
 void QtSerialPort::SetDtr(bool on) {
   device_->Setup.Dtr = on;
@@ -227,8 +279,8 @@ void QtSerialPort::OnReceived(std::function<void()> handler) {
   device_->Received = std::move(handler);
 }
 
-void QtSerialPort::OnLinesChanged(std::function<void()> handler) {
-  device_->LinesChanged = std::move(handler);
+void QtSerialPort::OnLineEvent(std::function<void(platform::LineEvent)> handler) {
+  device_->LineHandler = std::move(handler);
   device_->WatchLines();
 }
 

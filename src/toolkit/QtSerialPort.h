@@ -10,8 +10,8 @@
 namespace torvane::toolkit {
 
 /// Takes real devices and pseudo-terminals. A cable that is pulled (the device goes away) is
-/// silence: the port stays open, nothing arrives, what is written is lost. A later write tries, at
-/// most once a second, whether the device is back.
+/// silence: the port stays open, nothing arrives, what is written is lost. Once a second it is
+/// tried whether the device is back.
 class QtSerialPort final : public platform::SerialPort {
  public:
   QtSerialPort(platform::EventLoop& loop, DeviceMap devices = {});
@@ -29,8 +29,9 @@ class QtSerialPort final : public platform::SerialPort {
   void SetRts(bool on) override;
   [[nodiscard]] platform::PortLines Lines() const override;
   void OnReceived(std::function<void()> handler) override;
-  /// The modem lines are looked at ten times a second while a handler is set.
-  void OnLinesChanged(std::function<void()> handler) override;
+  /// The modem lines are looked at ten times a second while a handler is set. CTS is timed out
+  /// after half a minute with bytes waiting under a hardware handshake; DSR holds nothing up.
+  void OnLineEvent(std::function<void(platform::LineEvent)> handler) override;
 
   /// The device has gone since Open.
   [[nodiscard]] bool Lost() const;

@@ -34,11 +34,16 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
       serial_(options.Simulate ? nullptr
                                : std::make_unique<toolkit::QtSerialPort>(loop_, options.Devices)),
       port_(MachinePort()),
+      office_(options.Simulate ? std::make_unique<SimulatedOffice>(loop_, files_) : nullptr),
+      transferSerial_(options.Simulate
+                          ? nullptr
+                          : std::make_unique<toolkit::QtSerialPort>(loop_, options.Devices)),
+      comms_(system_, loop_, files_, TransferPort()),
       session_(loop_, options.OwnsMachine,
                [this](std::string_view path) { return files_.NativePath(path); }),
       desk_(loop_),
       console_({system_, files_, port_, clock_, drives_, desk_}),
-      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, session_}),
+      shutdown_({system_, files_, console_.Trio(), console_.Poll(), comms_, *this, session_}),
       signalPatience_(loop_.MakeTimer([this] { shutdown_.EndAtOnce(); })),
       signals_([this] { loop_.Post([this] { SignalCame(); }); }) {
   Serve(console_);
@@ -56,10 +61,15 @@ platform::SerialPort& ConsoleProgram::MachinePort() {
   return *serial_;
 }
 
+platform::SerialPort& ConsoleProgram::TransferPort() {
+  if (office_) return office_->Port();
+  return *transferSerial_;
+}
+
 int ConsoleProgram::Run() {
   loop_.Post([this] {
-    app::StartUp(
-        {system_, loop_, files_, console_.Trio(), console_.Downloads(), console_.Store(), *this});
+    app::StartUp({system_, loop_, files_, console_.Trio(), console_.Downloads(), console_.Store(),
+                  comms_, *this});
   });
   const int ended = loop_.Run();
   return status_ != 0 ? status_ : ended;

@@ -9,6 +9,7 @@
 #include "app/StartUp.h"
 #include "console/Console.h"
 #include "core/System.h"
+#include "files/CommsModule.h"
 #include "platform/Clock.h"
 #include "platform/DiskFileSystem.h"
 #include "toolkit/Desk.h"
@@ -21,6 +22,7 @@
 #include "tools/ScriptStage.h"
 #include "tools/SentLines.h"
 #include "tools/SimulatedMachine.h"
+#include "tools/SimulatedOffice.h"
 #include "tools/SimulatorPanel.h"
 #include "tools/TorvaneOptions.h"
 
@@ -52,6 +54,8 @@ class ConsoleProgram final : private ConsoleStart {
   [[nodiscard]] console::Console& Console() { return console_; }
   /// Null without --simulate.
   [[nodiscard]] SimulatedMachine* Machine() { return machine_.get(); }
+  /// Null without --simulate.
+  [[nodiscard]] SimulatedOffice* Office() { return office_.get(); }
   /// The machine's panel; null without --simulate, before the console shows, and off screen unless
   /// it was asked for.
   [[nodiscard]] SimulatorPanel* Panel() { return panel_.get(); }
@@ -62,6 +66,7 @@ class ConsoleProgram final : private ConsoleStart {
   void SystemMessageBox(std::string_view title, std::string_view text) override;
 
   [[nodiscard]] platform::SerialPort& MachinePort();
+  [[nodiscard]] platform::SerialPort& TransferPort();
   void ShowPanel();
   void SignalCame();
 
@@ -75,6 +80,9 @@ class ConsoleProgram final : private ConsoleStart {
   std::unique_ptr<SimulatedMachine> machine_;
   std::unique_ptr<toolkit::QtSerialPort> serial_;
   SentLines port_;
+  std::unique_ptr<SimulatedOffice> office_;
+  std::unique_ptr<toolkit::QtSerialPort> transferSerial_;
+  files::CommsModule comms_;
   toolkit::QtSessionEnd session_;
   toolkit::Desk desk_;
   console::Console console_;

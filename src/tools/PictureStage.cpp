@@ -21,17 +21,19 @@ PictureStage::PictureStage(const std::string& installation, PictureOptions optio
       files_(installation),
       clock_({2026, 3, 4, 5, 6, 7}),
       machine_(loop_, files_, {MachineSpeed, {}, {}}),
+      office_(loop_, files_),
+      comms_(system_, loop_, files_, office_.Port()),
       desk_(loop_),
       console_({system_, files_, machine_.Port(), clock_, drives_, desk_}),
-      shutdown_({system_, files_, console_.Trio(), console_.Poll(), *this, end_}) {
+      shutdown_({system_, files_, console_.Trio(), console_.Poll(), comms_, *this, end_}) {
   Serve(console_);
 }
 
 PictureStage::~PictureStage() { system_.ShuttingDown = true; }
 
 void PictureStage::Start() {
-  app::StartUp(
-      {system_, loop_, files_, console_.Trio(), console_.Downloads(), console_.Store(), *this});
+  app::StartUp({system_, loop_, files_, console_.Trio(), console_.Downloads(), console_.Store(),
+                comms_, *this});
   RunFor(500);
 }
 

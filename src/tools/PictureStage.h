@@ -16,6 +16,7 @@
 #include "toolkit/Desk.h"
 #include "tools/ConsoleStart.h"
 #include "tools/SimulatedMachine.h"
+#include "tools/SimulatedOffice.h"
 #include "tools/TorvaneOptions.h"
 
 namespace torvane::tools {
@@ -86,6 +87,8 @@ class PictureStage : private ConsoleStart {
   NoEnd end_;
   core::System system_;
   SimulatedMachine machine_;
+  SimulatedOffice office_;
+  files::CommsModule comms_;
   toolkit::Desk desk_;
   console::Console console_;
   app::Shutdown shutdown_;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <chrono>
-#include <csignal>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -11,6 +10,7 @@
 
 #include "platform/DiskFileSystem.h"
 #include "simulator/SimulatedController.h"
+#include "tools/HostInput.h"
 #include "tools/PathLog.h"
 #include "tools/SimLine.h"
 #include "tools/SimOptions.h"
@@ -34,9 +34,8 @@ class SimHost {
   [[nodiscard]] int LineHandle() const { return line_.Handle(); }
 
  private:
-  void Wait(int longestMs);
+  [[nodiscard]] int WaitMs(int longestMs) const;
   void CatchUp();
-  void ReadCommands();
   void Obey(std::string_view line);
   void Say(const std::string& text);
 
@@ -45,11 +44,8 @@ class SimHost {
   std::unique_ptr<PathLog> path_;
   SimLine line_;
   std::ostream& out_;
-  std::string typed_;
+  HostInput input_;
   std::chrono::steady_clock::time_point last_;
-  int input_;
-  sigset_t mask_{};  ///< of signals, as it was before
-  int signals_ = -1;
   bool finished_ = false;
 };
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -126,6 +127,15 @@ std::string SimLine::Read() {
     return bytes;
   }
 }
+
+void SimLine::SetModemLines(bool rts, bool dtr) const {
+  int on = (rts ? TIOCM_RTS : 0) | (dtr ? TIOCM_DTR : 0);
+  int off = (rts ? 0 : TIOCM_RTS) | (dtr ? 0 : TIOCM_DTR);
+  ioctl(handle_, TIOCMBIS, &on);
+  ioctl(handle_, TIOCMBIC, &off);
+}
+
+void SimLine::SendBreak() const { tcsendbreak(handle_, 0); }
 
 void SimLine::Write(std::string_view bytes) {
   unsent_.append(bytes);

@@ -33,6 +33,12 @@ class SimLine {
   /// Sends, keeping what the line does not take yet. Bytes that nobody reads for long are dropped.
   void Write(std::string_view bytes);
 
+  /// The modem lines that the other end sees as its CTS and DSR. Nothing on a pseudo-terminal,
+  /// which has none.
+  void SetModemLines(bool rts, bool dtr) const;
+  /// Holds the line for a quarter of a second. Nothing on a pseudo-terminal.
+  void SendBreak() const;
+
  private:
   SimLine() = default;
 

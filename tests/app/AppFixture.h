@@ -17,6 +17,7 @@
 #include "core/SettingsModule.h"
 #include "core/SlotFiles.h"
 #include "core/System.h"
+#include "files/CommsModule.h"
 #include "link/Downloads.h"
 #include "link/Trio.h"
 #include "partprogram/DrawRecord.h"
@@ -144,7 +145,9 @@ class AppFixture : public ::testing::Test {
   supervision::MessageList Messages;
   supervision::Poll Poll{System, Trio, Downloads, Files, Screens, Screens, Messages};
   supervision::ActiveStore Store{{System, Trio, Downloads, Files, Screens, Screens, Screens, Poll}};
-  Shutdown End{{System, Files, Trio, Poll, Screens, Screens}};
+  platform::ScriptedPort SecondPort{Loop};
+  files::CommsModule Comms{System, Loop, Files, SecondPort};
+  Shutdown End{{System, Files, Trio, Poll, Comms, Screens, Screens}};
 
   std::map<std::string, std::string> Values;  ///< by expression; others answer 0
   std::int64_t ReplyMs = 0;                   ///< how long the controller takes over a line
@@ -158,7 +161,7 @@ class AppFixture : public ::testing::Test {
     PutInstallation();
   }
 
-  bool Start() { return StartUp({System, Loop, Files, Trio, Downloads, Store, Screens}); }
+  bool Start() { return StartUp({System, Loop, Files, Trio, Downloads, Store, Comms, Screens}); }
 
   /// The event list without the notes of LastFile.txt.
   [[nodiscard]] Events WithoutNotes() const {
@@ -190,6 +193,7 @@ class AppFixture : public ::testing::Test {
     Temp.Put("Data/Machine.prm", "; parameters\r\nSYS(3)=20000\r\nVR(59)=1000\r\n!VR(60)=1\r\n");
     Temp.Put("Messages/IO.msg", "1,One\r\n******\r\n");
     Temp.Put("Messages/Logic.msg", "0,Zero,\r\n******\r\n");
+    Temp.Put("Control.cms", "Transfer\r\n2\r\n9600\r\nN\r\n8\r\n1\r\nNONE\r\n");
     Temp.Put("Trio.cms", "Controller\r\n1\r\n9600\r\nN\r\n8\r\n1\r\nNONE\r\n");
   }
 

@@ -19,9 +19,10 @@ struct ShutdownTest : AppFixture {
 TEST_F(ShutdownTest, ReadsAndSavesTheBatchThenClosesAndEndsTheSession) {
   Run();
   End.ShutdownSystem(true);
-  EXPECT_EQ(WithoutNotes(), (Events{"send ? VR(82)", "send ? VR(83)", "send ? VR(84)",
-                                    "send ? VR(85)", "show batch", "replace .\\Actvprg1.btc",
-                                    "unload FrontEnd", "end session", "end process"}));
+  EXPECT_EQ(WithoutNotes(),
+            (Events{"send ? VR(82)", "send ? VR(83)", "send ? VR(84)", "send ? VR(85)",
+                    "show batch", "replace .\\Actvprg1.btc", "delete .\\Receive.tmp",
+                    "unload FrontEnd", "end session", "end process"}));
   EXPECT_EQ(Temp.Get("Actvprg1.btc"), "10\r\n20\r\n30\r\n12\r\n18\r\n******\r\n");
   EXPECT_TRUE(System.ShuttingDown);
   EXPECT_FALSE(System.Link.PollingWanted);
@@ -61,7 +62,7 @@ TEST_F(ShutdownTest, WithoutAServiceProgramItSimplyEnds) {
   for (const char* text : {"", "******\r\n", "Tools\\gone\r\n"}) {
     Log.clear();
     Temp.Put("Service.cfg", text);
-    Shutdown end{{System, Files, Trio, Poll, Screens, Screens}};
+    Shutdown end{{System, Files, Trio, Poll, Comms, Screens, Screens}};
     end.ShutdownToService();
     EXPECT_EQ(Log.back(), "end process");
     for (const auto& event : Log) EXPECT_FALSE(event.starts_with("start ")) << event;
@@ -101,6 +102,17 @@ TEST_F(ShutdownTest, FailuresOfTheLastExchangesDoNotEndItASecondTime) {
   EXPECT_EQ(std::count(Log.begin(), Log.end(), "end process"), 1);
   EXPECT_EQ(std::count(Log.begin(), Log.end(), "end session"), 1);
   EXPECT_EQ(std::count(Log.begin(), Log.end(), "replace .\\Actvprg1.btc"), 1);
+}
+
+TEST_F(ShutdownTest, TheSecondPortIsClosedBeforeTheControllersAndItsNotesStay) {
+  Run();
+  Temp.Put("Receive.tmp", "half a program");
+  Temp.Put("Messages/Receive.hlp", "A : SHOP\r\n");
+  EXPECT_TRUE(SecondPort.IsOpen());
+  End.ShutdownSystem(true);
+  EXPECT_FALSE(SecondPort.IsOpen());
+  EXPECT_FALSE(Temp.Has("Receive.tmp"));
+  EXPECT_EQ(Temp.Get("Messages/Receive.hlp"), "A : SHOP\r\n");
 }
 
 TEST_F(ShutdownTest, ASecondCallDoesNothing) {

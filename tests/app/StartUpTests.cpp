@@ -94,6 +94,7 @@ TEST_F(FullStartUp, RunsEveryStageInItsOrder) {
       "ready",
       "replace .\\Control.cfg",
       "send VR(91)=2",
+      "read .\\Control.cms",
       "send VR(18)=VR(18) OR 1",
       "show FrontEnd",
   };
@@ -269,7 +270,8 @@ TEST_F(StartUpTest, EachMissingRequiredFileEndsTheStartAndIsNamedTwice) {
       {"Data/Machine.stn", ".\\Data\\Machine.stn"},
       {"Messages/IO.msg", ".\\Messages\\IO.msg"},
       {"Messages/Logic.msg", ".\\Messages\\Logic.msg"},
-      {"Trio.cms", ".\\Trio.cms"}};
+      {"Trio.cms", ".\\Trio.cms"},
+      {"Control.cms", ".\\Control.cms"}};
   for (const auto& [native, path] : required) {
     PutInstallation();
     std::filesystem::remove(Temp.Path() + "/" + native);

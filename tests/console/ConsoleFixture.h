@@ -28,6 +28,7 @@
 #include "support/TempDirectory.h"
 #include "toolkit/Desk.h"
 #include "tools/ConsoleStart.h"
+#include "tools/SimulatedOffice.h"
 
 namespace torvane::tests {
 
@@ -63,11 +64,13 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
     Controller->OnLine([this](std::string_view line) { Lines.emplace_back(line); });
     Port = std::make_unique<simulator::SimulatedPort>(Loop, *Controller, wire);
     Desk = std::make_unique<toolkit::Desk>(Loop);
+    Office = std::make_unique<tools::SimulatedOffice>(Loop, *Files);
+    Comms = std::make_unique<files::CommsModule>(System, Loop, *Files, Office->Port());
     TheConsole = std::make_unique<console::Console>(
         console::ConsoleParts{System, *Files, *Port, Clock, Drives, *Desk});
     Serve(*TheConsole);
-    End = std::make_unique<app::Shutdown>(
-        app::ShutdownParts{System, *Files, TheConsole->Trio(), TheConsole->Poll(), *this, Session});
+    End = std::make_unique<app::Shutdown>(app::ShutdownParts{
+        System, *Files, TheConsole->Trio(), TheConsole->Poll(), *Comms, *this, Session});
     TheConsole->SetExits(
         {[this] { End->ShutdownSystem(true); }, [this] { End->ShutdownToService(); }});
   }
@@ -77,7 +80,7 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
   /// The whole start-up: behind it the main screen shows and the poll runs.
   void Start() {
     app::StartUp({System, Loop, *Files, TheConsole->Trio(), TheConsole->Downloads(),
-                  TheConsole->Store(), *this});
+                  TheConsole->Store(), *Comms, *this});
     Loop.RunFor(200);
     Lines.clear();
   }
@@ -189,6 +192,8 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
   std::unique_ptr<platform::DiskFileSystem> Files;
   std::unique_ptr<simulator::SimulatedController> Controller;
   std::unique_ptr<simulator::SimulatedPort> Port;
+  std::unique_ptr<tools::SimulatedOffice> Office;
+  std::unique_ptr<files::CommsModule> Comms;
   std::unique_ptr<toolkit::Desk> Desk;
   std::unique_ptr<console::Console> TheConsole;
   std::unique_ptr<app::Shutdown> End;

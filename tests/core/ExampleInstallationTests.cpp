@@ -41,6 +41,10 @@ TEST(ExampleInstallation, ReadsWhole) {
   LoadLaserFile(files, system.Directories, system.Directories.SettingsDirectory + "Default.lsr",
                 system.LaserNames, setting);
   EXPECT_GE(setting.NameIndex, 1);
+  LoadTransferSettings(files, system.Directories, system.Comms);
+  EXPECT_GE(system.Comms.CommsPort, 1);
+  EXPECT_NE(system.Comms.CommsPort, system.Link.CommPort);
+  EXPECT_FALSE(system.Comms.CommsPostamble.empty());
 }
 
 }  // namespace

@@ -94,6 +94,7 @@ void RunningProgram::Kill() {
 EndToEnd::EndToEnd() {
   std::filesystem::copy(torvane::tests::SourceTree() / "examples" / "installation",
                         Place("installation"), std::filesystem::copy_options::recursive);
+  Directory.Put("installation/Control.cms", "Program transfer port\r\nPort : 0\r\n");
   // A silent line shows soon.
   Directory.Put("installation/Trio.cfg",
                 "Poll Period (ms) : 50\r\nPoll Resume (ms) : 50\r\nReply Time Out (ms) : 800\r\n");

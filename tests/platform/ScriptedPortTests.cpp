@@ -80,7 +80,8 @@ TEST_F(ScriptedPortTest, NothingIsWrittenToAClosedPort) {
 
 TEST_F(ScriptedPortTest, ModemLinesTellTheirHandlerFromTheLoop) {
   bool cts = false;
-  Port.OnLinesChanged([&] { cts = Port.Lines().Cts; });
+  Port.OnLineEvent(
+      [&](LineEvent event) { cts = event == LineEvent::CtsChanged && Port.Lines().Cts; });
   Port.SetLines({true, false, false});
   EXPECT_FALSE(cts);
   Loop.RunFor(0);

@@ -136,10 +136,25 @@ TEST_F(Serial, DropsNullsOnlyWhereTold) {
 }
 
 TEST_F(Serial, OpensForEveryHandshake) {
-  for (const auto handshake : {platform::Handshake::None, platform::Handshake::XonXoff}) {
+  using platform::Handshake;
+  for (const auto handshake :
+       {Handshake::None, Handshake::XonXoff, Handshake::RtsCts, Handshake::Both}) {
     Setup.Handshaking = handshake;
-    EXPECT_TRUE(Port->Open(Setup));
+    EXPECT_TRUE(Port->Open(Setup)) << static_cast<int>(handshake);
+    Send("x");
+    EXPECT_TRUE(Within([&] { return Port->BytesWaiting() == 1; })) << static_cast<int>(handshake);
   }
+}
+
+TEST_F(Serial, TheHoldCharacterOfASoftwareHandshakeNeverReachesTheReader) {
+  Setup.Handshaking = platform::Handshake::Both;
+  ASSERT_TRUE(Port->Open(Setup));
+  Send("\x13");
+  Send(
+      "\x11"
+      "A");
+  EXPECT_TRUE(Within([&] { return Port->BytesWaiting() > 0; }));
+  EXPECT_EQ(Port->ReadAll(), "A");
 }
 
 TEST_F(Serial, ADeviceThatIsNotThereIsRefused) {
@@ -186,24 +201,48 @@ TEST_F(Serial, APulledCableKeepsNobodyAwake) {
   EXPECT_LT(asked, 20);
 }
 
-TEST_F(Serial, ACableThatIsPutBackIsFoundByALaterWrite) {
-  const std::string link = "/tmp/torvane-cable-" + std::to_string(getpid());
-  unlink(link.c_str());
-  ASSERT_EQ(symlink(Path.c_str(), link.c_str()), 0);
-  Port = std::make_unique<QtSerialPort>(Loop, DeviceMap{{2, link}});
+/// A port by way of a link, so that the line behind it can be another one later.
+class PulledCable : public Serial {
+ protected:
+  PulledCable() : link_("/tmp/torvane-cable-" + std::to_string(getpid())) {
+    Lead(Path);
+    Port = std::make_unique<QtSerialPort>(Loop, DeviceMap{{2, link_}});
+  }
+  ~PulledCable() override { unlink(link_.c_str()); }
+
+  void Lead(const std::string& target) {
+    unlink(link_.c_str());
+    ASSERT_EQ(symlink(target.c_str(), link_.c_str()), 0);
+  }
+  void PullAndPutBack() {
+    Cut();
+    EXPECT_TRUE(Within([&] { return Port->Lost(); }));
+    char name[256] = {};
+    ASSERT_EQ(openpty(&master_, &slave_, name, nullptr, nullptr), 0);
+    fcntl(master_, F_SETFL, O_NONBLOCK);
+    Lead(name);
+  }
+
+ private:
+  std::string link_;
+};
+
+TEST_F(PulledCable, IsFoundAgainByALaterWrite) {
   ASSERT_TRUE(Port->Open(Setup));
-  Cut();
-  EXPECT_TRUE(Within([&] { return Port->Lost(); }));
-  char name[256] = {};
-  ASSERT_EQ(openpty(&master_, &slave_, name, nullptr, nullptr), 0);
-  fcntl(master_, F_SETFL, O_NONBLOCK);
-  unlink(link.c_str());
-  ASSERT_EQ(symlink(name, link.c_str()), 0);
+  PullAndPutBack();
   Pump(Loop, 1050);
   Port->Write("VR(19)\r");
   EXPECT_EQ(Sent(7), "VR(19)\r");
   EXPECT_FALSE(Port->Lost());
-  unlink(link.c_str());
+}
+
+TEST_F(PulledCable, IsFoundAgainByAPortThatOnlyListens) {
+  ASSERT_TRUE(Port->Open(Setup));
+  PullAndPutBack();
+  EXPECT_TRUE(Within([&] { return !Port->Lost(); }));
+  Send("G00");
+  EXPECT_TRUE(Within([&] { return Port->BytesWaiting() == 3; }));
+  EXPECT_EQ(Port->ReadAll(), "G00");
 }
 
 }  // namespace
