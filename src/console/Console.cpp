@@ -30,10 +30,12 @@ Console::Console(const ConsoleParts& parts)
                 *this,
                 exits_} {
   screens_.Set().Serve(services_);
+  // From the loop: the question waits, and the window system's own event must not wait under it.
+  parts.Desk.OnCloseRequest([this] { parts_.Desk.Loop().Post([this] { CloseRequested(); }); });
   trio_.SetPollTick([this] { poll_.PollTrio(); });
 }
 
-Console::~Console() = default;
+Console::~Console() { parts_.Desk.OnCloseRequest({}); }
 
 void Console::SetExits(ConsoleExits exits) {
   exits_ = std::move(exits);
@@ -90,6 +92,17 @@ void Console::RedrawPlot(int slot) {
   if (drawing_) drawing_->LoadPlot(slot);
 }
 
+void Console::CloseRequested() {
+  namespace Names = core::ScreenNames;
+  const ScreenSet& set = screens_.Set();
+  if (parts_.System.ShuttingDown || !set.Visible(Names::FrontEnd)) return;
+  if (set.Visible(Names::ShutdownForm)) return;
+  // A mode goes back to the graphics state, and that to the normal one.
+  for (int step = 0; step < 2 && parts_.System.Console.PlotKeysActive; ++step)
+    screens_.Main().ShutdownPressed();
+  HandleFunctionKey(toolkit::Key::F12);
+}
+
 void Console::HandleFunctionKey(toolkit::Key key) {
   if (parts_.System.ShuttingDown) return;  // the main screen has gone, and is not to come again
   const KeyAction action = FunctionKeyAction(key, parts_.System.Console);
@@ -100,7 +113,7 @@ void Console::HandleFunctionKey(toolkit::Key key) {
     case KeyCommand::OpenScreen:
       return main.OpenMain(action.Number);
     case KeyCommand::EnterGraphics:
-      return main.EnterGraphics(true);
+      return main.Modes().EnterGraphics(true);
     case KeyCommand::OpenMessages:
       return main.OpenMessages();
     case KeyCommand::ChangeProgram:
@@ -116,7 +129,7 @@ void Console::HandleFunctionKey(toolkit::Key key) {
       return main.FlipKerf();
     case KeyCommand::LeaveGraphics:
     case KeyCommand::LeaveRestart:
-      return main.LeaveGraphics();
+      return main.Modes().LeaveGraphics();
     case KeyCommand::PathButton:
       main.PathButton(action.Number).Press();
       return;

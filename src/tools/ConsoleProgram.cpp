@@ -36,7 +36,6 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
   console_.SetExits(
       {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
   desk_.setWindowTitle(console::FrontEndCaption);
-  desk_.OnCloseRequest([this] { console_.HandleFunctionKey(toolkit::Key::F12); });
 }
 
 ConsoleProgram::~ConsoleProgram() = default;
