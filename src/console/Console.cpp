@@ -89,7 +89,7 @@ void Console::LimitsButtonChanged(bool pressed) {
 }
 
 void Console::RedrawPlot(int slot) {
-  if (drawing_) drawing_->LoadPlot(slot);
+  if (plotter_) plotter_->RedrawWithTrace(slot);
 }
 
 void Console::CloseRequested() {

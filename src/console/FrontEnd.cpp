@@ -20,7 +20,8 @@ constexpr double HairlineShare = 0.5;
 
 }  // namespace
 
-FrontEnd::FrontEnd(const ScreenStart& start) : Screen(start), actions_(Services().MainActions), modes_(System(), *this) {
+FrontEnd::FrontEnd(const ScreenStart& start)
+    : Screen(start), actions_(Services().MainActions), modes_(System(), *this) {
   SetUpFrontEnd();
 }
 
@@ -62,7 +63,8 @@ void FrontEnd::MakePositions() {
     auto& label = AddLabel(*positionBox_, Numbered("PositionLabel", index), row.Label, role,
                            TypeStyle::Title);
     auto& text = AddLabel(*positionBox_, Numbered("PositionText", index), index <= 3 ? "0.0" : "0",
-                          role, TypeStyle::Figure, Alignment::Right);
+                          role, TypeStyle::Position, Alignment::Right);
+    text.SetShrinking(true);
     label.SetVisible(row.Shown);
     text.SetVisible(row.Shown);
     text.OnClick(Guard([this] { FocusHome(); }));
@@ -91,6 +93,8 @@ void FrontEnd::MakeKeys() {
     mainButtons_[Index(index)] =
         &AddButton(*mainRow_, Numbered("MainButton", index), MainButtons[Index(index)].Caption,
                    Role::General, Press([this, index] { OpenMain(index); }));
+    if (const char* screen = MainButtons[Index(index)].Screen)
+      Leads(*mainButtons_[Index(index)], screen);
   }
   for (int slot = 1; slot <= 2; ++slot) {
     programButtons_[Slot(slot)] = &AddTwoState(
@@ -100,6 +104,7 @@ void FrontEnd::MakeKeys() {
   }
   messageButton_ = &AddButton(*keyStrip_, "MessageButton", MessageButtonCaption, Role::OkMessage,
                               Press([this] { OpenMessages(); }));
+  messageButton_->SetMark(toolkit::KeyMark::Good);
   shutdownButton_ = &AddButton(*keyStrip_, "ShutdownButton", ShutdownCaption, Role::General,
                                Press([this] { ShutdownPressed(); }));
 }
@@ -107,9 +112,9 @@ void FrontEnd::MakeKeys() {
 void FrontEnd::MakeGraphicsKeys() {
   graphicsRow_ = &AddPanel(*keyStrip_, "GraphicsButtonPanel", PanelStyle::Body, Role::Panel);
   for (int index = 1; index <= 4; ++index) {
-    graphicsButtons_[Index(index)] = &AddButton(*graphicsRow_, Numbered("GraphicsButton", index),
-                                                GraphicsButtonCaptions[Index(index)], Role::General,
-                                                Press([this, index] { modes_.GraphicsCommand(index); }));
+    graphicsButtons_[Index(index)] = &AddButton(
+        *graphicsRow_, Numbered("GraphicsButton", index), GraphicsButtonCaptions[Index(index)],
+        Role::General, Press([this, index] { modes_.GraphicsCommand(index); }));
   }
   kerfButton_ = &AddTwoState(
       *graphicsRow_, "KerfButton", KerfButtonCaption, Role::General,
@@ -144,6 +149,14 @@ void FrontEnd::SetPositionText(int index, const std::string& text) {
 
 const std::string& FrontEnd::PositionText(int index) const {
   return positionTexts_[Index(index)]->Text();
+}
+
+void FrontEnd::MarkMessageButton(supervision::MessageState state) {
+  using supervision::MessageState;
+  const auto mark = state == MessageState::Critical  ? toolkit::KeyMark::Hold
+                    : state == MessageState::Warning ? toolkit::KeyMark::Warning
+                                                     : toolkit::KeyMark::Good;
+  messageButton_->SetMark(mark);
 }
 
 void FrontEnd::SetProgramCaption(int slot, const std::string& caption) {
@@ -202,8 +215,7 @@ void FrontEnd::SetLimitsButton(bool pressed) {
 }
 
 bool FrontEnd::OtherKey(const toolkit::KeyStroke& stroke) {
-  if (FunctionKeyAction(stroke.Code, System().Console).Command == KeyCommand::None)
-    return false;
+  if (FunctionKeyAction(stroke.Code, System().Console).Command == KeyCommand::None) return false;
   Screens().HandleFunctionKey(stroke.Code);
   return true;
 }

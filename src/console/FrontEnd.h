@@ -7,6 +7,7 @@
 #include "console/PlotModes.h"
 #include "console/Screen.h"
 #include "graphics/DrawingModule.h"
+#include "supervision/MessageButton.h"
 #include "toolkit/PlotCanvas.h"
 
 namespace torvane::console {
@@ -56,6 +57,8 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   void PaintMessageButton(std::uint32_t background, std::uint32_t text) {
     messageButton_->SetColours(background, text);
   }
+
+  void MarkMessageButton(supervision::MessageState state);
 
   void SetProgramCaption(int slot, const std::string& caption);
   /// Presses the slot's program button without its event and lets the other up.

@@ -35,7 +35,7 @@ int KeyOfCharacter(char character) {
 constexpr std::array<std::string_view, 5> KeyRows = {"1234567890", "+-=%().!&#", "QWERTYUIOP",
                                                      "ASDFGHJKL", "ZXCVBNM"};
 constexpr int KeysInARow = 10;
-constexpr double KeyWide = 64;
+constexpr double CharWide = 64;
 constexpr double KeyGap = 8;
 constexpr double SideWide = 156;
 
@@ -56,13 +56,13 @@ KeyboardForm::KeyboardForm(const ScreenStart& start) : PadForm(start, "KeyboardB
     std::vector<Cell> cells = {Space()};
     for (const char character : line) {
       cells.push_back(Cell(keys_[static_cast<std::size_t>(KeyOfCharacter(character))])
-                          .Wide(KeyWide)
+                          .Wide(CharWide)
                           .High(PadKeyHigh));
     }
     cells.push_back(Space());
     rows.push_back(Columns(std::move(cells)));
   }
-  Arrange(KeysInARow * KeyWide + (KeysInARow + 1) * KeyGap, Rows(std::move(rows)), SideWide,
+  Arrange(KeysInARow * CharWide + (KeysInARow + 1) * KeyGap, Rows(std::move(rows)), SideWide,
           {Cell(shift_).Wide(SideWide).High(PadKeyHigh), Cell(keys_[SpaceKey]).High(PadKeyHigh)});
 }
 

@@ -15,9 +15,9 @@ constexpr std::string_view Characters = "0123456789.+-*/()";
 
 /// The rows of the pad; the brackets stand beside them, each over two rows.
 constexpr std::array<std::string_view, 4> KeyRows = {"789/", "456*", "123-", "0.+"};
-constexpr double KeyWide = 84;
+constexpr double CharWide = 84;
 constexpr double KeyGap = 8;
-constexpr double TwoKeysWide = 2 * KeyWide + KeyGap;
+constexpr double TwoKeysWide = 2 * CharWide + KeyGap;
 constexpr double SideWide = 168;
 
 }  // namespace
@@ -25,22 +25,22 @@ constexpr double SideWide = 168;
 NumberForm::NumberForm(const ScreenStart& start) : PadForm(start, "NumberBox") {
   std::map<char, toolkit::Button*> keys;
   for (const char character : Characters) {
-    keys[character] =
-        &AddPadKey(Numbered("NumberButton", static_cast<int>(keys.size())),
-                   std::string(1, character), Role::MainKey,
-                   [character] { return static_cast<int>(character); });
+    keys[character] = &AddPadKey(Numbered("NumberButton", static_cast<int>(keys.size())),
+                                 std::string(1, character), Role::MainKey,
+                                 [character] { return static_cast<int>(character); });
   }
   std::vector<Cell> rows;
   for (const std::string_view line : KeyRows) {
     std::vector<Cell> cells;
     for (const char character : line) {
       cells.push_back(
-          Cell(keys[character]).Wide(character == '0' ? TwoKeysWide : KeyWide).High(PadKeyHigh));
+          Cell(keys[character]).Wide(character == '0' ? TwoKeysWide : CharWide).High(PadKeyHigh));
     }
     rows.push_back(Columns(std::move(cells)));
   }
-  const Cell brackets = Rows(Sharing({keys['('], keys[')']})).Wide(KeyWide);
-  Arrange(5 * KeyWide + 4 * KeyGap, Columns({Rows(std::move(rows)), brackets}), SideWide, {Space()});
+  const Cell brackets = Rows(Sharing({keys['('], keys[')']})).Wide(CharWide);
+  Arrange(5 * CharWide + 4 * KeyGap, Columns({Rows(std::move(rows)), brackets}), SideWide,
+          {Space()});
 }
 
 void NumberForm::OkPressed() {

@@ -104,8 +104,7 @@ void PadForm::Arrange(double keysWide, const Cell& keys, double sideWide,
   for (toolkit::Button* answer : {ok_, cancel_})
     lastRow.push_back(Cell(answer).Wide(sideWide).High(PadKeyHigh));
   SetGrid(keysWide + sideWide + 3 * SectionGap,
-          Rows({box_,
-                Columns({keys.Wide(keysWide), Rows(side).Wide(sideWide)}).Spaced(SectionGap),
+          Rows({box_, Columns({keys.Wide(keysWide), Rows(side).Wide(sideWide)}).Spaced(SectionGap),
                 Columns(std::move(lastRow))})
               .Spaced(SectionGap));
 }

@@ -17,7 +17,7 @@ namespace {
 constexpr int LeastLines = 5;
 
 /// Longest line, in characters, that the large type has room for.
-constexpr std::size_t LargeLine = 46;
+constexpr std::size_t LargeLine = 44;
 
 bool FitsLarge(const std::string& text) {
   std::size_t start = 0;
@@ -36,7 +36,7 @@ int LineCount(const std::string& text) {
 
 WarningForm::WarningForm(const ScreenStart& start) : Screen(start), box_(Services().Warning) {
   MakeMarks();
-  label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Entry,
+  label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Strong,
                      toolkit::Alignment::Centre);
   label_->SetAtTop(true);
   label_->SetPlainText(true);
@@ -79,7 +79,7 @@ void WarningForm::Activated() {
     for (toolkit::ImageMark* mark : pair.Marks) mark->SetVisible(pair.Images == box_.Images());
   }
   label_->SetText(box_.Text());
-  label_->SetStyle(FitsLarge(box_.Text()) ? toolkit::TypeStyle::Entry : toolkit::TypeStyle::Bold);
+  label_->SetStyle(FitsLarge(box_.Text()) ? toolkit::TypeStyle::Strong : toolkit::TypeStyle::Bold);
   const supervision::WarningLayout& layout = box_.Layout();
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const bool shown = layout.Visible(static_cast<int>(i));
@@ -117,7 +117,7 @@ void WarningForm::Arrange() {
     return Layers(std::move(cells)).Wide(MarkWide);
   };
   const int lines = std::max(LeastLines, LineCount(label_->Text()));
-  SetGrid(800, Rows({Columns({marks(0), label_, marks(1)}).High(lines * LineHigh),
+  SetGrid(880, Rows({Columns({marks(0), label_, marks(1)}).High(lines * LineHigh),
                      Columns({buttons_[0], buttons_[1], buttons_[2]})})
                    .Spaced(SectionGap));
   Window().Relayout();
