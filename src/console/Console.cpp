@@ -30,10 +30,15 @@ Console::Console(const ConsoleParts& parts)
                 *this,
                 exits_} {
   screens_.Set().Serve(services_);
+  // From the loop: the question waits, and the window system's own event must not wait under it.
+  parts.Desk.OnCloseRequest([this] { parts_.Desk.Loop().Post([this] { CloseRequested(); }); });
   trio_.SetPollTick([this] { poll_.PollTrio(); });
 }
 
-Console::~Console() { parts_.Desk.Loop().GiveUpWaits(); }
+Console::~Console() {
+  parts_.Desk.OnCloseRequest({});
+  parts_.Desk.Loop().GiveUpWaits();
+}
 
 void Console::SetExits(ConsoleExits exits) {
   exits_ = std::move(exits);
@@ -88,18 +93,17 @@ void Console::LimitsButtonChanged(bool pressed) {
 }
 
 void Console::RedrawPlot(int slot) {
-  if (drawing_) drawing_->LoadPlot(slot);
+  if (plotter_) plotter_->RedrawWithTrace(slot);
 }
 
 void Console::CloseRequested() {
+  namespace Names = core::ScreenNames;
   const ScreenSet& set = screens_.Set();
-  if (!set.Visible(core::ScreenNames::FrontEnd) || set.Visible(core::ScreenNames::ShutdownForm))
-    return;
-  // Out of a mode, then out of the graphics state, as its own key leads.
-  constexpr int Doors = 2;
-  for (int door = 0; door < Doors && parts_.System.Console.PlotKeysActive; ++door) {
+  if (parts_.System.ShuttingDown || !set.Visible(Names::FrontEnd)) return;
+  if (set.Visible(Names::ShutdownForm)) return;
+  // A mode goes back to the graphics state, and that to the normal one.
+  for (int step = 0; step < 2 && parts_.System.Console.PlotKeysActive; ++step)
     screens_.Main().ShutdownPressed();
-  }
   HandleFunctionKey(toolkit::Key::F12);
 }
 
@@ -113,7 +117,7 @@ void Console::HandleFunctionKey(toolkit::Key key) {
     case KeyCommand::OpenScreen:
       return main.OpenMain(action.Number);
     case KeyCommand::EnterGraphics:
-      return main.EnterGraphics(true);
+      return main.Modes().EnterGraphics(true);
     case KeyCommand::OpenMessages:
       return main.OpenMessages();
     case KeyCommand::ChangeProgram:
@@ -129,7 +133,7 @@ void Console::HandleFunctionKey(toolkit::Key key) {
       return main.FlipKerf();
     case KeyCommand::LeaveGraphics:
     case KeyCommand::LeaveRestart:
-      return main.LeaveGraphics();
+      return main.Modes().LeaveGraphics();
     case KeyCommand::PathButton:
       main.PathButton(action.Number).Press();
       return;

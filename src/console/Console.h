@@ -54,6 +54,10 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   /// Plot.cfg, and the plot's switches as they stand at every start.
   void LoadPlotConfig();
 
+  /// The window is asked to close: out of the graphics state, then the shutdown question. Nothing
+  /// before the main screen shows, while the question stands, and from the shutdown on.
+  void CloseRequested();
+
   /// The global keys of all screens.
   void HandleFunctionKey(toolkit::Key key);
 

@@ -1,5 +1,6 @@
 #include "console/ConsoleScreens.h"
 
+#include "console/MainAreas.h"
 #include "console/ScreenTable.h"
 
 namespace torvane::console {
@@ -8,6 +9,7 @@ ConsoleScreens::ConsoleScreens(core::System& system, toolkit::Desk& desk,
                                std::function<void(toolkit::Key)> functionKey)
     : set_(system, desk, std::move(functionKey)), pads_(set_) {
   desk.SetBackground(system.Colours[core::ColourName::PlotBackground]);
+  desk.SetWorkArea(PlotArea);
   for (const ScreenRow& row : ScreenTable()) set_.Register(row);
 }
 
@@ -43,6 +45,10 @@ std::uint32_t ConsoleScreens::MessageButtonBackground() const {
 
 void ConsoleScreens::PaintMessageButton(std::uint32_t background, std::uint32_t text) {
   if (FrontEnd* main = LoadedMain()) main->PaintMessageButton(background, text);
+}
+
+void ConsoleScreens::MarkMessageButton(supervision::MessageState state) {
+  if (FrontEnd* main = LoadedMain()) main->MarkMessageButton(state);
 }
 
 void ConsoleScreens::SetProgramCaption(int slot, std::string_view caption) {

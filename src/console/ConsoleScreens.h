@@ -63,6 +63,7 @@ class ConsoleScreens final : public link::LinkScreens,
   void ShowFigure(int index, std::string_view text) override;
   [[nodiscard]] std::uint32_t MessageButtonBackground() const override;
   void PaintMessageButton(std::uint32_t background, std::uint32_t text) override;
+  void MarkMessageButton(supervision::MessageState state) override;
 
   // supervision::ProgramScreens
   [[nodiscard]] std::vector<std::string> VisibleForms() const override {

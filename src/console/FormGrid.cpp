@@ -91,6 +91,12 @@ Cell Cell::Spaced(double drawn) const {
   return cell;
 }
 
+Cell Cell::WithFoot() const {
+  Cell cell = *this;
+  cell.foot_ = true;
+  return cell;
+}
+
 int Cell::GapOf(const Metrics& metrics) const { return metrics.Px(gap_); }
 
 int Cell::Height(const Metrics& metrics) const {
@@ -145,6 +151,7 @@ void Cell::PlaceRows(const Area& area, const Metrics& metrics) const {
   int y = area.Y;
   for (std::size_t i = 0; i < cells_.size(); ++i) {
     const int height = cells_[i].Height(metrics) + more[i];
+    if (foot_ && i > 0 && i + 1 == cells_.size()) y = std::max(y, area.Bottom() - height);
     cells_[i].Place({area.X, y, area.Width, height}, metrics);
     y += height + gap;
   }

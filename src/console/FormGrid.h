@@ -33,6 +33,9 @@ class Cell {
   /// Distance between the cells inside; 8 by default.
   [[nodiscard]] Cell Spaced(double drawn) const;
 
+  /// Rows whose last one stays at the foot when there is more room than they need.
+  [[nodiscard]] Cell WithFoot() const;
+
   /// The least height, pixels.
   [[nodiscard]] int Height(const toolkit::Metrics& metrics) const;
   void Place(const toolkit::Area& area, const toolkit::Metrics& metrics) const;
@@ -59,6 +62,7 @@ class Cell {
   double high_ = 0;
   double share_ = -1;  ///< below 0: 1 in columns, none in rows
   double gap_ = 8;
+  bool foot_ = false;
 };
 
 /// Between the parts of a screen, in pixels of the drawing.
@@ -85,10 +89,21 @@ inline constexpr double KeyWide = 152;
 /// One key at the right end of its row.
 [[nodiscard]] Cell AtRight(toolkit::Control& key, double wide = KeyWide);
 
+/// Height of a line of a listing or of messages.
+inline constexpr double TextLineHigh = 33;
+
 /// The controls of an array as cells.
 template <class Control>
 [[nodiscard]] std::vector<Cell> CellsOf(const std::vector<Control*>& controls) {
   return {controls.begin(), controls.end()};
+}
+
+/// The lines of a listing as cells.
+template <class Control>
+[[nodiscard]] std::vector<Cell> LinesOf(const std::vector<Control*>& lines) {
+  std::vector<Cell> cells;
+  for (Control* line : lines) cells.push_back(Cell(line).High(TextLineHigh));
+  return cells;
 }
 
 }  // namespace torvane::console

@@ -20,7 +20,8 @@ constexpr double HairlineShare = 0.5;
 
 }  // namespace
 
-FrontEnd::FrontEnd(const ScreenStart& start) : Screen(start), actions_(Services().MainActions) {
+FrontEnd::FrontEnd(const ScreenStart& start)
+    : Screen(start), actions_(Services().MainActions), modes_(System(), *this) {
   SetUpFrontEnd();
 }
 
@@ -34,9 +35,9 @@ void FrontEnd::SetUpFrontEnd() {
   keyStrip_ = &AddPanel(Window(), "KeyStrip", PanelStyle::Body, Role::Panel);
   MakeKeys();
   MakeGraphicsKeys();
-  ShowRow(mainRow_);
-  ShowActiveSlot(Screens().System().ActiveSlot);
-  BringPlotForward(Screens().System().ActiveSlot);
+  ShowKeyStrip(KeyStrip::Main);
+  ShowActiveSlot(System().ActiveSlot);
+  BringPlotForward(System().ActiveSlot);
 }
 
 void FrontEnd::MakePlot() {
@@ -62,7 +63,8 @@ void FrontEnd::MakePositions() {
     auto& label = AddLabel(*positionBox_, Numbered("PositionLabel", index), row.Label, role,
                            TypeStyle::Title);
     auto& text = AddLabel(*positionBox_, Numbered("PositionText", index), index <= 3 ? "0.0" : "0",
-                          role, TypeStyle::Figure, Alignment::Right);
+                          role, TypeStyle::Position, Alignment::Right);
+    text.SetShrinking(true);
     label.SetVisible(row.Shown);
     text.SetVisible(row.Shown);
     text.OnClick(Guard([this] { FocusHome(); }));
@@ -91,6 +93,8 @@ void FrontEnd::MakeKeys() {
     mainButtons_[Index(index)] =
         &AddButton(*mainRow_, Numbered("MainButton", index), MainButtons[Index(index)].Caption,
                    Role::General, Press([this, index] { OpenMain(index); }));
+    if (const char* screen = MainButtons[Index(index)].Screen)
+      Leads(*mainButtons_[Index(index)], screen);
   }
   for (int slot = 1; slot <= 2; ++slot) {
     programButtons_[Slot(slot)] = &AddTwoState(
@@ -100,6 +104,7 @@ void FrontEnd::MakeKeys() {
   }
   messageButton_ = &AddButton(*keyStrip_, "MessageButton", MessageButtonCaption, Role::OkMessage,
                               Press([this] { OpenMessages(); }));
+  messageButton_->SetMark(toolkit::KeyMark::Good);
   shutdownButton_ = &AddButton(*keyStrip_, "ShutdownButton", ShutdownCaption, Role::General,
                                Press([this] { ShutdownPressed(); }));
 }
@@ -107,9 +112,9 @@ void FrontEnd::MakeKeys() {
 void FrontEnd::MakeGraphicsKeys() {
   graphicsRow_ = &AddPanel(*keyStrip_, "GraphicsButtonPanel", PanelStyle::Body, Role::Panel);
   for (int index = 1; index <= 4; ++index) {
-    graphicsButtons_[Index(index)] = &AddButton(*graphicsRow_, Numbered("GraphicsButton", index),
-                                                GraphicsButtonCaptions[Index(index)], Role::General,
-                                                Press([this, index] { GraphicsCommand(index); }));
+    graphicsButtons_[Index(index)] = &AddButton(
+        *graphicsRow_, Numbered("GraphicsButton", index), GraphicsButtonCaptions[Index(index)],
+        Role::General, Press([this, index] { modes_.GraphicsCommand(index); }));
   }
   kerfButton_ = &AddTwoState(
       *graphicsRow_, "KerfButton", KerfButtonCaption, Role::General,
@@ -124,14 +129,10 @@ void FrontEnd::MakeGraphicsKeys() {
   }
 }
 
-void FrontEnd::ShowRow(const toolkit::Panel* row) {
-  for (toolkit::Panel* each : {mainRow_, graphicsRow_, pathRow_}) each->SetVisible(each == row);
-}
-
 void FrontEnd::ShowMainForm() {
   header_->SetVisible(true);
   mainPanel_->SetVisible(true);
-  BringPlotForward(Screens().System().ActiveSlot);
+  BringPlotForward(System().ActiveSlot);
   actions_.MainScreenShown();
 }
 
@@ -150,6 +151,14 @@ const std::string& FrontEnd::PositionText(int index) const {
   return positionTexts_[Index(index)]->Text();
 }
 
+void FrontEnd::MarkMessageButton(supervision::MessageState state) {
+  using supervision::MessageState;
+  const auto mark = state == MessageState::Critical  ? toolkit::KeyMark::Hold
+                    : state == MessageState::Warning ? toolkit::KeyMark::Warning
+                                                     : toolkit::KeyMark::Good;
+  messageButton_->SetMark(mark);
+}
+
 void FrontEnd::SetProgramCaption(int slot, const std::string& caption) {
   programButtons_[Slot(slot)]->SetCaption(caption);
 }
@@ -160,9 +169,9 @@ void FrontEnd::ShowActiveSlot(int slot) {
 }
 
 void FrontEnd::OpenMain(int index) {
-  if (Screens().System().Console.FormsLocked) return;
+  if (System().Console.FormsLocked) return;
   if (index == 7) {
-    EnterGraphics(true);
+    modes_.EnterGraphics(true);
     return;
   }
   const MainButtonRow& row = MainButtons[Index(index)];
@@ -176,14 +185,14 @@ void FrontEnd::OpenMain(int index) {
 void FrontEnd::OpenMessages() { Screens().Open(core::ScreenNames::MessageForm); }
 
 void FrontEnd::ShutdownPressed() {
-  const core::ConsoleState& state = Screens().System().Console;
-  if (!state.PlotKeysActive) {
-    Screens().ShowModal(core::ScreenNames::ShutdownForm);
-  } else if (state.PlotKeyMode >= 1 && state.PlotKeyMode <= 4) {
-    EnterGraphics(true);
-  } else {
-    LeaveGraphics();
-  }
+  if (System().Console.PlotKeysActive) return modes_.Cancel();
+  Screens().ShowModal(core::ScreenNames::ShutdownForm);
+}
+
+void FrontEnd::ShowKeyStrip(KeyStrip strip) {
+  mainRow_->SetVisible(strip == KeyStrip::Main);
+  graphicsRow_->SetVisible(strip == KeyStrip::Graphics);
+  pathRow_->SetVisible(strip == KeyStrip::Path);
 }
 
 void FrontEnd::EnableGraphicsKeys(bool enabled) {
@@ -192,48 +201,11 @@ void FrontEnd::EnableGraphicsKeys(bool enabled) {
   limitsButton_->SetEnabled(enabled);
 }
 
-void FrontEnd::EnterGraphics(bool enable) {
-  core::ConsoleState& state = Screens().System().Console;
-  state.FormsLocked = true;
-  EnableGraphicsKeys(enable);
-  SetStatusLine("");
-  positionBox_->SetVisible(false);
-  for (auto* button : programButtons_) button->SetVisible(false);
-  SetTextLine(GraphicsText);
-  shutdownButton_->SetCaption(ExitGraphicsCaption);
-  ShowRow(graphicsRow_);
-  Screens().Desk().Refresh();
-  state.FormsLocked = false;
-  state.PlotKeysActive = true;
-  state.PlotKeyMode = 0;
+void FrontEnd::ShowProgramButtons(bool shown) {
+  for (auto* button : programButtons_) button->SetVisible(shown);
 }
 
-void FrontEnd::LeaveGraphics() {
-  core::ConsoleState& state = Screens().System().Console;
-  state.FormsLocked = true;
-  state.PlotKeysActive = false;
-  ShowRow(mainRow_);
-  positionBox_->SetVisible(true);
-  for (auto* button : programButtons_) button->SetVisible(true);
-  SetTextLine("");
-  shutdownButton_->SetCaption(ShutdownCaption);
-  state.FormsLocked = false;
-  state.PlotKeysActive = false;
-  state.PlotKeyMode = 0;
-}
-
-void FrontEnd::GraphicsCommand(int index) {
-  if (index != 1) return;  // zoom and pan need their cursor, which this console has not yet
-  core::System& system = Screens().System();
-  SetTextLine("GRAPHICS - REDRAW");
-  SetStatusLine("");
-  EnableGraphicsKeys(false);
-  Screens().Desk().Refresh();
-  system.Console.PlotKeyMode = 0;
-  system.Views[static_cast<std::size_t>(system.ActiveSlot)].ViewZoomed = false;
-  actions_.RefreshPlot(system.ActiveSlot);
-  EnterGraphics(true);
-}
+void FrontEnd::RefreshScreen() { Screens().Desk().Refresh(); }
 
 void FrontEnd::FlipKerf() { kerfButton_->Press(); }
 void FrontEnd::FlipLimits() { limitsButton_->Press(); }
@@ -243,8 +215,7 @@ void FrontEnd::SetLimitsButton(bool pressed) {
 }
 
 bool FrontEnd::OtherKey(const toolkit::KeyStroke& stroke) {
-  if (FunctionKeyAction(stroke.Code, Screens().System().Console).Command == KeyCommand::None)
-    return false;
+  if (FunctionKeyAction(stroke.Code, System().Console).Command == KeyCommand::None) return false;
   Screens().HandleFunctionKey(stroke.Code);
   return true;
 }

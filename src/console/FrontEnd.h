@@ -4,8 +4,10 @@
 #include <array>
 #include <functional>
 
+#include "console/PlotModes.h"
 #include "console/Screen.h"
 #include "graphics/DrawingModule.h"
+#include "supervision/MessageButton.h"
 #include "toolkit/PlotCanvas.h"
 
 namespace torvane::console {
@@ -34,7 +36,7 @@ class FrontEndActions {
 
 /// Made once at start, before it shows: the plots of both slots are drawn on it while the splash
 /// screen stands.
-class FrontEnd final : public Screen, public graphics::PlotButtons {
+class FrontEnd final : public Screen, public graphics::PlotButtons, private PlotModeView {
  public:
   explicit FrontEnd(const ScreenStart& start);
 
@@ -56,21 +58,19 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
     messageButton_->SetColours(background, text);
   }
 
+  void MarkMessageButton(supervision::MessageState state);
+
   void SetProgramCaption(int slot, const std::string& caption);
   /// Presses the slot's program button without its event and lets the other up.
   void ShowActiveSlot(int slot);
 
-  void SetTextLine(const std::string& text) { textPanel_->SetCaption(text); }
-  void SetStatusLine(const std::string& text) { statusPanel_->SetCaption(text); }
+  void SetTextLine(const std::string& text) override { textPanel_->SetCaption(text); }
 
   /// MainButton 1 to 7: nothing while the screens are locked.
   void OpenMain(int index);
 
-  /// The graphics row. `enable` false keeps its keys dead, for the length of a repaint.
-  void EnterGraphics(bool enable);
-  void LeaveGraphics();
-  /// GraphicsButton 1 to 4.
-  void GraphicsCommand(int index);
+  /// The graphics state.
+  [[nodiscard]] PlotModes& Modes() { return modes_; }
   /// The key of a two-state button flips it, as a press does: not while it is hidden or disabled.
   void FlipKerf();
   void FlipLimits();
@@ -96,8 +96,17 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
   void MakePositions();
   void MakeKeys();
   void MakeGraphicsKeys();
-  void EnableGraphicsKeys(bool enabled);
-  void ShowRow(const toolkit::Panel* row);
+
+  // PlotModeView
+  void ShowKeyStrip(KeyStrip strip) override;
+  void EnableGraphicsKeys(bool enabled) override;
+  void ShowFigures(bool shown) override { positionBox_->SetVisible(shown); }
+  void ShowProgramButtons(bool shown) override;
+  void SetStatusLine(const std::string& text) override { statusPanel_->SetCaption(text); }
+  void SetShutdownCaption(const char* caption) override { shutdownButton_->SetCaption(caption); }
+  void RefreshScreen() override;
+  void RefreshPlot(int slot) override { actions_.RefreshPlot(slot); }
+
   /// Runs a press of this screen: then the focus goes to the plot and no open screen stays hidden.
   Handler Press(Handler handler);
 
@@ -110,6 +119,7 @@ class FrontEnd final : public Screen, public graphics::PlotButtons {
   void LayoutPositions(const toolkit::Metrics& metrics);
 
   FrontEndActions& actions_;
+  PlotModes modes_;
   toolkit::Panel* header_ = nullptr;
   toolkit::Panel* mainPanel_ = nullptr;
   toolkit::Panel* figureField_ = nullptr;  ///< what shows of PositionBox's place without it

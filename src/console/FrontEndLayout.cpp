@@ -1,4 +1,6 @@
 // Where everything stands on the main screen: one grid, the plot takes what the rest leaves.
+#include <algorithm>
+
 #include "console/FrontEnd.h"
 #include "console/MainAreas.h"
 #include "toolkit/Area.h"
@@ -10,7 +12,6 @@ using toolkit::Metrics;
 
 namespace {
 
-constexpr int FigureRowHeight = 96;
 constexpr int MainKeys = 7;
 /// Widths of the program keys and of the last two keys, in main keys.
 constexpr double ProgramKeyShare = 1.5;
@@ -38,15 +39,24 @@ void FrontEnd::Layout(const Metrics& metrics) {
   for (toolkit::PlotCanvas* box : plotBoxes_) box->Place(plot);
 }
 
+/// The figures that show share the height; the letter stands small above its figure, which has the
+/// whole width.
 void FrontEnd::LayoutPositions(const Metrics& metrics) {
-  Area rest = positionBox_->Inside().Inset(metrics.Gap * 2, metrics.Gap);
+  const Area box = positionBox_->Inside().Inset(metrics.Gap * 2, metrics.Gap);
+  const auto shown = std::count_if(positionLabels_.begin(), positionLabels_.end(),
+                                   [](const toolkit::Label* label) { return label->Visible(); });
+  const auto rows = toolkit::Rows(box, static_cast<int>(shown), metrics.Gap);
+  std::size_t next = 0;
   for (std::size_t i = 0; i < positionLabels_.size(); ++i) {
-    const bool shown = positionLabels_[i]->Visible();
-    Area row = shown ? toolkit::TakeTop(rest, metrics.Px(FigureRowHeight))
-                     : Area{rest.X, rest.Y, rest.Width, 0};
-    positionLabels_[i]->Place(toolkit::TakeLeft(row, metrics.Px(32)));
+    if (!positionLabels_[i]->Visible()) continue;
+    Area row = rows[next++];
+    positionLines_[i]->SetVisible(next < rows.size());
+    positionLines_[i]->Place(toolkit::TakeBottom(row, metrics.Hairline));
+    const int figure = metrics.TypeSize(toolkit::TypeStyle::Position) * 3 / 2;
+    positionLabels_[i]->Place(toolkit::TakeTop(row, metrics.LineHeight));
+    row.Y += std::max(0, (row.Height - figure) / 2);
+    row.Height = std::min(row.Height, figure);
     positionTexts_[i]->Place(row);
-    positionLines_[i]->Place(toolkit::TakeTop(rest, shown ? metrics.Hairline : 0));
   }
 }
 

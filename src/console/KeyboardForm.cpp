@@ -35,6 +35,9 @@ int KeyOfCharacter(char character) {
 constexpr std::array<std::string_view, 5> KeyRows = {"1234567890", "+-=%().!&#", "QWERTYUIOP",
                                                      "ASDFGHJKL", "ZXCVBNM"};
 constexpr int KeysInARow = 10;
+constexpr double CharWide = 64;
+constexpr double KeyGap = 8;
+constexpr double SideWide = 156;
 
 bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
 bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
@@ -48,6 +51,19 @@ KeyboardForm::KeyboardForm(const ScreenStart& start) : PadForm(start, "KeyboardB
         [this, index] { return static_cast<unsigned char>(InCase(CharacterOf(index))); });
   }
   shift_ = &AddTwoState(Body(), "ShiftButton", "CAPS LOCK", Role::SubKey, [](bool) {});
+  std::vector<Cell> rows;
+  for (const std::string_view line : KeyRows) {
+    std::vector<Cell> cells = {Space()};
+    for (const char character : line) {
+      cells.push_back(Cell(keys_[static_cast<std::size_t>(KeyOfCharacter(character))])
+                          .Wide(CharWide)
+                          .High(PadKeyHigh));
+    }
+    cells.push_back(Space());
+    rows.push_back(Columns(std::move(cells)));
+  }
+  Arrange(KeysInARow * CharWide + (KeysInARow + 1) * KeyGap, Rows(std::move(rows)), SideWide,
+          {Cell(shift_).Wide(SideWide).High(PadKeyHigh), Cell(keys_[SpaceKey]).High(PadKeyHigh)});
 }
 
 void KeyboardForm::Activated() {
@@ -65,46 +81,5 @@ char KeyboardForm::InCase(char character) const {
 char KeyboardForm::Typed(char character) const { return InCase(character); }
 
 void KeyboardForm::OkPressed() { Accept(TrimmedText()); }
-
-void KeyboardForm::Layout(const toolkit::Metrics& metrics) {
-  const int rowWidth = KeysInARow * metrics.Px(64) + (KeysInARow - 1) * metrics.Gap;
-  const int side = metrics.Px(156);
-  const int rows = static_cast<int>(KeyRows.size());
-  const int gridHeight = rows * metrics.PadKeyHeight + (rows - 1) * metrics.Gap;
-  toolkit::Area rest = PlaceBody(metrics, rowWidth + metrics.Margin + side + 2 * metrics.Margin,
-                                 metrics.EntryHeight + gridHeight + metrics.PadKeyHeight +
-                                     2 * metrics.Margin + metrics.Margin + metrics.Gap * 2);
-  PadAreas areas;
-  areas.Box = toolkit::TakeTop(rest, metrics.EntryHeight, metrics.Margin);
-  toolkit::Area bottom = toolkit::TakeBottom(rest, metrics.PadKeyHeight, metrics.Gap * 2);
-  areas.Cancel = toolkit::TakeRight(bottom, side, metrics.Gap);
-  areas.Ok = toolkit::TakeRight(bottom, side, metrics.Margin);
-  shift_->Place(toolkit::TakeLeft(bottom, side, metrics.Gap));
-  keys_[SpaceKey]->Place(bottom);
-  toolkit::Area column = toolkit::TakeRight(rest, side, metrics.Margin);
-  const auto cells = toolkit::Rows(column, rows, metrics.Gap);
-  areas.CursorLeft = cells[0];
-  areas.CursorRight = cells[1];
-  areas.Delete = cells[2];
-  areas.Clear = cells[3];
-  PlaceCommon(areas);
-  LayoutRows(rest, metrics);
-}
-
-void KeyboardForm::LayoutRows(toolkit::Area rest, const toolkit::Metrics& metrics) {
-  const auto lines = toolkit::Rows(rest, static_cast<int>(KeyRows.size()), metrics.Gap);
-  const int key = (rest.Width - (KeysInARow - 1) * metrics.Gap) / KeysInARow;
-  for (std::size_t row = 0; row < KeyRows.size(); ++row) {
-    const int count = static_cast<int>(KeyRows[row].size());
-    const int width = count * key + (count - 1) * metrics.Gap;
-    toolkit::Area line = lines[row];
-    line.X += (line.Width - width) / 2;
-    line.Width = width;
-    const auto cells = toolkit::Columns(line, count, metrics.Gap);
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-      keys_[static_cast<std::size_t>(KeyOfCharacter(KeyRows[row][i]))]->Place(cells[i]);
-    }
-  }
-}
 
 }  // namespace torvane::console

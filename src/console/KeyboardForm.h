@@ -19,8 +19,6 @@ class KeyboardForm final : public PadForm {
   [[nodiscard]] char Typed(char character) const override;
   /// A letter in the case of CAPS LOCK; anything else as it is.
   [[nodiscard]] char InCase(char character) const;
-  void Layout(const toolkit::Metrics& metrics) override;
-  void LayoutRows(toolkit::Area rest, const toolkit::Metrics& metrics);
 
   std::array<toolkit::Button*, KeyCount> keys_{};
   toolkit::TwoStateButton* shift_ = nullptr;

@@ -13,10 +13,11 @@ using toolkit::Key;
 
 MessageForm::MessageForm(const ScreenStart& start) : Screen(start), messages_(Services().Messages) {
   messageBox_ = &AddPanel(Body(), "MessageBox", toolkit::PanelStyle::Sunken, Role::Entry);
-  rows_ = AddTextRows(*messageBox_, "Message", supervision::MessageRows, [this](int row) {
-    messages_.Select(row);
-    FocusHome();
-  });
+  rows_ = AddTextRows(*messageBox_, "Message", supervision::MessageRows, toolkit::TypeStyle::Entry,
+                      [this](int row) {
+                        messages_.Select(row);
+                        FocusHome();
+                      });
   for (toolkit::Label* row : rows_) row->SetText(supervision::BlankRow());
   helpBox_ = &AddList(Body(), "HelpBox", toolkit::Selection::None);
   helpBox_->SetVisibleLines(supervision::HelpPageLines);
@@ -34,10 +35,10 @@ MessageForm::MessageForm(const ScreenStart& start) : Screen(start), messages_(Se
   OfferStage(supervision::PollStage::Messages, [this] {
     if (Services().Poll.RefreshMessages()) ShowRows();
   });
-  constexpr double HelpHigh = 21.0 * supervision::HelpPageLines;
+  constexpr double HelpHigh = 21.5 * supervision::HelpPageLines;
   // The help page has more lines than the list has rows; both fill the same box.
-  const Cell list = Inside(*messageBox_, Rows(Sharing(CellsOf(rows_))).Spaced(0));
-  SetGrid(880, Rows({Layers({Cell(helpBox_).High(HelpHigh), list}), Columns({help_, clear, exit})})
+  const Cell list = Inside(*messageBox_, Rows(Sharing(LinesOf(rows_))).Spaced(0));
+  SetGrid(968, Rows({Layers({Cell(helpBox_).High(HelpHigh), list}), Columns({help_, clear, exit})})
                    .Spaced(SectionGap));
 }
 

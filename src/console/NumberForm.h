@@ -1,8 +1,6 @@
 // The number pad: what is typed is worked out from left to right.
 #pragma once
 
-#include <array>
-
 #include "console/PadForm.h"
 
 namespace torvane::console {
@@ -13,9 +11,6 @@ class NumberForm final : public PadForm {
 
  private:
   void OkPressed() override;
-  void Layout(const toolkit::Metrics& metrics) override;
-
-  std::array<toolkit::Button*, 17> keys_{};
 };
 
 }  // namespace torvane::console

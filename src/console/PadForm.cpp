@@ -95,14 +95,18 @@ bool PadForm::OtherKey(const toolkit::KeyStroke& stroke) {
   }
 }
 
-void PadForm::PlaceCommon(const PadAreas& areas) {
-  box_->Place(areas.Box);
-  cursorButtons_[0]->Place(areas.CursorLeft);
-  cursorButtons_[1]->Place(areas.CursorRight);
-  deleteButtons_[0]->Place(areas.Clear);
-  deleteButtons_[1]->Place(areas.Delete);
-  ok_->Place(areas.Ok);
-  cancel_->Place(areas.Cancel);
+void PadForm::Arrange(double keysWide, const Cell& keys, double sideWide,
+                      std::vector<Cell> lastRow) {
+  std::vector<Cell> side;
+  for (toolkit::Button* key :
+       {cursorButtons_[0], cursorButtons_[1], deleteButtons_[1], deleteButtons_[0]})
+    side.push_back(Cell(key).High(PadKeyHigh));
+  for (toolkit::Button* answer : {ok_, cancel_})
+    lastRow.push_back(Cell(answer).Wide(sideWide).High(PadKeyHigh));
+  SetGrid(keysWide + sideWide + 3 * SectionGap,
+          Rows({box_, Columns({keys.Wide(keysWide), Rows(side).Wide(sideWide)}).Spaced(SectionGap),
+                Columns(std::move(lastRow))})
+              .Spaced(SectionGap));
 }
 
 }  // namespace torvane::console

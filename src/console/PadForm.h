@@ -12,16 +12,8 @@
 
 namespace torvane::console {
 
-/// Where the box and the common keys of a pad stand.
-struct PadAreas {
-  toolkit::Area Box;
-  toolkit::Area CursorLeft;
-  toolkit::Area CursorRight;
-  toolkit::Area Clear;
-  toolkit::Area Delete;
-  toolkit::Area Ok;
-  toolkit::Area Cancel;
-};
+/// Height of a key of the pads, pixels of the drawing.
+inline constexpr double PadKeyHigh = 60;
 
 /// The mode is kept for the length of the call. Focus is always in the box.
 class PadForm : public Screen {
@@ -37,7 +29,10 @@ class PadForm : public Screen {
   /// Result, text, unload.
   void Accept(const std::string& text);
   [[nodiscard]] std::string TrimmedText() const;
-  void PlaceCommon(const PadAreas& areas);
+  /// The entry box over the keys, beside them the cursor and delete keys, below them the row of the
+  /// answers behind what else stands in it. `width` of the keys and of the side, pixels of the
+  /// drawing.
+  void Arrange(double keysWide, const Cell& keys, double sideWide, std::vector<Cell> lastRow);
 
   /// OK was pressed.
   virtual void OkPressed() = 0;

@@ -23,12 +23,10 @@ PositionForm::PositionForm(const ScreenStart& start, const std::vector<std::stri
   positionBox_ = &AddPanel(Body(), "PositionBox", toolkit::PanelStyle::Sunken, Role::XYPosition);
   positionBox_->SetFocusable(true);
   const Cell figures = FigureCells(axes);
-  const auto modes =
-      AddButtons(Body(), "PositionButton", 0, {"&ACTUAL", "&COMMAND", "&TARGET", "&FOLLOW"},
-                 Role::General, [this](int mode) { ShowMode(mode); });
-  auto& exit = AddExitButton(Body());
-  SetHome(*positionBox_);
-  SetGrid(680, Rows({Inside(*positionBox_, figures), Columns(CellsOf(modes)), AtRight(exit)})
+  modes_ = AddButtons(Body(), "PositionButton", 0, {"&ACTUAL", "&COMMAND", "&TARGET", "&FOLLOW"},
+                      Role::General, [this](int mode) { ChooseMode(mode); });
+  exit_ = &AddExitButton(Body());
+  SetGrid(680, Rows({Inside(*positionBox_, figures), Columns(CellsOf(modes_)), AtRight(*exit_)})
                    .Spaced(SectionGap));
 }
 
@@ -41,20 +39,28 @@ Cell PositionForm::FigureCells(const std::vector<std::string>& axes) {
                            TypeStyle::Title);
     auto& text = AddLabel(*positionBox_, Numbered("PositionText", index), "0.00", Role::XYPosition,
                           TypeStyle::Figure, toolkit::Alignment::Right);
-    text.OnClick(Guard([this] { FocusHome(); }));
+    text.OnClick(Guard([this] { positionBox_->SetFocus(); }));
     texts_.push_back(&text);
     lines.push_back(Table({64, 0}, {{label, text}}).High(72));
   }
   return Rows(lines).Spaced(0);
 }
 
-void PositionForm::ShowMode(int mode) {
-  modeLabel_->SetText(ModeLabels[static_cast<std::size_t>(mode)]);
+void PositionForm::ChooseMode(int mode) {
   System().State.PositionDisplayMode = static_cast<std::int16_t>(mode);
+  ShowMode();
+  SetHome(*positionBox_);
+}
+
+void PositionForm::ShowMode() {
+  const auto mode = static_cast<std::size_t>(System().State.PositionDisplayMode);
+  modeLabel_->SetText(ModeLabels[mode]);
+  for (std::size_t i = 0; i < modes_.size(); ++i) modes_[i]->SetLit(i == mode);
 }
 
 void PositionForm::Activated() {
-  modeLabel_->SetText(ModeLabels[static_cast<std::size_t>(System().State.PositionDisplayMode)]);
+  ShowMode();
+  SetHome(*exit_);
 }
 
 XYPositionForm::XYPositionForm(const ScreenStart& start) : PositionForm(start, {"X", "Y", "Z"}) {

@@ -18,11 +18,15 @@ class PositionForm : public Screen {
 
  private:
   [[nodiscard]] Cell FigureCells(const std::vector<std::string>& axes);
-  void ShowMode(int mode);
+  void ChooseMode(int mode);
+  /// The caption of the mode in force, and the ring on its key.
+  void ShowMode();
   void Activated() override;
 
   toolkit::Panel* positionBox_ = nullptr;
   toolkit::Label* modeLabel_ = nullptr;
+  std::vector<toolkit::Button*> modes_;
+  toolkit::Button* exit_ = nullptr;
 };
 
 class XYPositionForm final : public PositionForm {

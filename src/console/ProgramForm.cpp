@@ -50,18 +50,20 @@ std::vector<toolkit::Button*> ProgramForm::SideKeys() {
     const char* Name;
     const char* Caption;
     void (ProgramForm::*Pressed)();
+    const char* Screen;  ///< null where the key beeps by itself when there is nothing to open
   };
   static constexpr std::array<SideKey, 5> Keys = {{
-      {"EditButton", "&EDIT", &ProgramForm::EditPressed},
-      {"SearchButton", "SEA&RCH", &ProgramForm::SearchPressed},
-      {"ListsButton", "&LISTS", &ProgramForm::ListsPressed},
-      {"RestartButton(1)", "&BLOCK RESTART", &ProgramForm::RestartPressed},
-      {"RestartButton(2)", "&VISUAL RESTART", &ProgramForm::RestartPressed},
+      {"EditButton", "&EDIT", &ProgramForm::EditPressed, core::ScreenNames::EditProgForm},
+      {"SearchButton", "SEA&RCH", &ProgramForm::SearchPressed, core::ScreenNames::SearchForm},
+      {"ListsButton", "&LISTS", &ProgramForm::ListsPressed, core::ScreenNames::ProgListForm},
+      {"RestartButton(1)", "&BLOCK RESTART", &ProgramForm::RestartPressed, nullptr},
+      {"RestartButton(2)", "&VISUAL RESTART", &ProgramForm::RestartPressed, nullptr},
   }};
   std::vector<toolkit::Button*> keys;
   for (const SideKey& key : Keys) {
     keys.push_back(&AddButton(Body(), key.Name, key.Caption, Role::General,
                               [this, pressed = key.Pressed] { (this->*pressed)(); }));
+    if (key.Screen != nullptr) Leads(*keys.back(), key.Screen);
   }
   return keys;
 }

@@ -142,14 +142,21 @@ void Screen::HandOver() {
 }
 
 void Screen::SetGrid(double width, const Cell& contents) {
-  grid_ = contents;
+  grid_ = contents.WithFoot();
   gridWidth_ = width;
 }
 
 void Screen::Layout(const toolkit::Metrics& metrics) {
   if (!grid_) return;
-  const int height = grid_->Height(metrics) + 2 * metrics.Margin;
-  grid_->Place(PlaceBody(metrics, metrics.Px(gridWidth_), height), metrics);
+  int width = metrics.Px(gridWidth_);
+  int height = grid_->Height(metrics) + 2 * metrics.Margin;
+  // Moved by a title's height, it still covers the form below down to its foot.
+  if (const toolkit::Form* below = traits_.Centred || !traits_.Current ? nullptr : FormBelow()) {
+    const int rim = 2 * metrics.Hairline;
+    width = std::max(width, below->width() - metrics.Margin - rim);
+    height = std::max(height, below->height() - 2 * metrics.TitleHeight - rim);
+  }
+  grid_->Place(PlaceBody(metrics, width, height), metrics);
 }
 
 /// Over the plot, so that the figures, the header and the keys of the main screen stay in sight
@@ -161,13 +168,22 @@ void Screen::ChoosePlace() {
   const toolkit::Area room = PlotArea(m);
   int left = room.X + (room.Width - form_.width()) / 2;
   int top = room.Y + (room.Height - form_.height()) / 2;
-  for (const toolkit::Form* below : screens_.Desk().Forms()) {
-    if (!below->Visible() || below->Backdrop() || below == &form_) continue;
-    left = below->Left() + m.TitleHeight;
+  if (const toolkit::Form* below = FormBelow()) {
+    left = below->Left() + m.Margin;
     top = below->Top() + m.TitleHeight;
   }
   form_.MoveTo(std::max(m.Gap, std::min(left, room.Right() - form_.width())),
                std::max(m.Gap, std::min(top, room.Bottom() - form_.height())));
+}
+
+/// The highest form that shows under this one; the main screen does not count.
+const toolkit::Form* Screen::FormBelow() const {
+  const toolkit::Form* below = nullptr;
+  for (const toolkit::Form* form : screens_.Desk().Forms()) {
+    if (form == &form_) break;
+    if (form->Visible() && !form->Backdrop()) below = form;
+  }
+  return below;
 }
 
 toolkit::Area Screen::PlaceBody(const toolkit::Metrics& metrics, int bodyWidth, int bodyHeight) {

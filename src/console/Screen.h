@@ -136,6 +136,7 @@ class Screen {
   /// Lines of a listing or of messages, from index 1 on: one line of text each, ampersands as they
   /// are; a press runs `press` with the row.
   std::vector<toolkit::Label*> AddTextRows(QWidget& parent, const std::string& name, int count,
+                                           toolkit::TypeStyle style,
                                            const std::function<void(int)>& press);
 
   /// Gives a control made by hand its name and its colours.
@@ -149,6 +150,9 @@ class Screen {
   void SetCaption(toolkit::Button& button, const std::string& caption);
   /// Another set of global keys from now on, where it depends on the state of the screen.
   void SetGlobalKeys(KeyMask keys) { traits_.Keys = keys; }
+
+  /// A key whose screen this console does not have looks disabled and is.
+  void Leads(toolkit::Button& button, const char* screen);
 
   /// The control that the focus goes back to after every action.
   void SetHome(toolkit::Control& control);
@@ -207,6 +211,7 @@ class Screen {
   void Leave();
   void HandOver();
   void ChoosePlace();
+  [[nodiscard]] const toolkit::Form* FormBelow() const;
   template <class Control, class... Arguments>
   Control& Make(QWidget& parent, const std::string& name, Role role, Arguments&&... arguments) {
     auto* control = new Control(&parent, std::forward<Arguments>(arguments)...);  // owned by it

@@ -198,10 +198,12 @@ std::vector<toolkit::Label*> Screen::AddValues(QWidget& parent, const std::strin
 }
 
 std::vector<toolkit::Label*> Screen::AddTextRows(QWidget& parent, const std::string& name,
-                                                 int count, const std::function<void(int)>& press) {
+                                                 int count, toolkit::TypeStyle style,
+                                                 const std::function<void(int)>& press) {
   std::vector<toolkit::Label*> rows;
   for (int row = 1; row <= count; ++row) {
-    auto& label = AddLabel(parent, Numbered(name, row), "", Role::Entry);
+    auto& label = AddLabel(parent, Numbered(name, row), "", Role::Entry, style);
+    label.SetShrinking(true);
     label.SetPlainText(true);
     label.SetFilled(true);
     label.OnClick(Guard([press, row] { press(row); }));
@@ -242,6 +244,10 @@ void Screen::SetCaption(toolkit::Button& button, const std::string& caption) {
   if (key == Key::None || !traits_.Accelerators) return;
   accelerators_[&button] = key;
   AddKey(key, button);
+}
+
+void Screen::Leads(toolkit::Button& button, const char* screen) {
+  button.SetEnabled(screens_.Known(screen));
 }
 
 void Screen::SetHome(toolkit::Control& control) {

@@ -27,13 +27,13 @@ SetupForm::SetupForm(const ScreenStart& start) : Screen(start) {
   auto& stats = AddFrame(Body(), "StatsFrame", "JOB STATISTICS");
   auto& run = AddFrame(Body(), "TimeFrame", "RUN STATUS");
   stats_ = AddLabels(stats, "StatsLabel", 1, {"", ""});
-  for (toolkit::Label* label : stats_) label->SetStyle(toolkit::TypeStyle::Bold);
+  for (toolkit::Label* label : stats_) label->SetStyle(toolkit::TypeStyle::Readout);
   auto& timeLabel = AddLabel(run, "TimeLabel", "TIME :");
   auto& timeBox = AddValue(run, "TimeBox");
   OfferStage(supervision::PollStage::RunTime, [this, &timeBox] {
     timeBox.SetText(supervision::RunTimeText(System().State.RunSeconds));
   });
-  SetGrid(720, Rows({
+  SetGrid(880, Rows({
                         Inside(sheet, SheetCells(sheet)),
                         Columns({Inside(stats, Rows(CellsOf(stats_))),
                                  Inside(run, Table({96, 0}, {{timeLabel, timeBox}}))})

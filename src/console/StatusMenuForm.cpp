@@ -45,6 +45,8 @@ StatusMenuForm::StatusMenuForm(const ScreenStart& start) : Screen(start) {
       AddButtons(program, "ProgramButton", 1,
                  {"&VIEW PROGRAM", "PROGRAM   &INFO", "&BATCH COUNTER"}, Role::General,
                  [open](int index) { open(ProgramScreens[static_cast<std::size_t>(index - 1)]); });
+  for (std::size_t i = 0; i < machineKeys.size(); ++i) Leads(*machineKeys[i], MachineScreens[i]);
+  for (std::size_t i = 0; i < programKeys.size(); ++i) Leads(*programKeys[i], ProgramScreens[i]);
   MakeSkips();
   SetGrid(592, Rows({
                         Columns({Inside(machine, Rows(CellsOf(machineKeys))),

@@ -8,13 +8,14 @@ namespace torvane::console {
 ViewProgForm::ViewProgForm(const ScreenStart& start) : Screen(start) {
   auto& box = AddPanel(Body(), "ViewProgBox", toolkit::PanelStyle::Sunken, Role::Entry);
   box.SetFocusable(true);
-  rows_ = AddTextRows(box, "ViewProg", supervision::ListingRows, [&box](int) { box.SetFocus(); });
+  rows_ = AddTextRows(box, "ViewProg", supervision::ListingRows, toolkit::TypeStyle::Mono,
+                      [&box](int) { box.SetFocus(); });
   OfferStage(supervision::PollStage::RunningBlock, [this] {
     if (const auto listing = Services().Poll.TakeChangedListing()) ShowListing(*listing);
   });
   auto& exit = AddExitButton(Body());
-  SetGrid(880,
-          Rows({Inside(box, Rows(CellsOf(rows_)).Spaced(0)), AtRight(exit)}).Spaced(SectionGap));
+  SetGrid(968,
+          Rows({Inside(box, Rows(LinesOf(rows_)).Spaced(0)), AtRight(exit)}).Spaced(SectionGap));
 }
 
 void ViewProgForm::ShowListing(const supervision::ListingView& rows) {

@@ -17,7 +17,7 @@ namespace {
 constexpr int LeastLines = 5;
 
 /// Longest line, in characters, that the large type has room for.
-constexpr std::size_t LargeLine = 46;
+constexpr std::size_t LargeLine = 44;
 
 bool FitsLarge(const std::string& text) {
   std::size_t start = 0;
@@ -36,7 +36,7 @@ int LineCount(const std::string& text) {
 
 WarningForm::WarningForm(const ScreenStart& start) : Screen(start), box_(Services().Warning) {
   MakeMarks();
-  label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Entry,
+  label_ = &AddLabel(Body(), "WarningLabel", "", Role::Bold, toolkit::TypeStyle::Strong,
                      toolkit::Alignment::Centre);
   label_->SetAtTop(true);
   label_->SetPlainText(true);
@@ -79,7 +79,7 @@ void WarningForm::Activated() {
     for (toolkit::ImageMark* mark : pair.Marks) mark->SetVisible(pair.Images == box_.Images());
   }
   label_->SetText(box_.Text());
-  label_->SetStyle(FitsLarge(box_.Text()) ? toolkit::TypeStyle::Entry : toolkit::TypeStyle::Bold);
+  label_->SetStyle(FitsLarge(box_.Text()) ? toolkit::TypeStyle::Strong : toolkit::TypeStyle::Bold);
   const supervision::WarningLayout& layout = box_.Layout();
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const bool shown = layout.Visible(static_cast<int>(i));
@@ -88,7 +88,7 @@ void WarningForm::Activated() {
   }
   Window().SetDefaultButton(buttons_[static_cast<std::size_t>(layout.DefaultButton)]);
   SetHome(*buttons_[static_cast<std::size_t>(layout.FocusButton)]);
-  Window().Relayout();
+  Arrange();
   Screens().Desk().Beep();
 }
 
@@ -108,22 +108,19 @@ bool WarningForm::OtherKey(const toolkit::KeyStroke& stroke) {
   return true;
 }
 
-void WarningForm::Layout(const toolkit::Metrics& metrics) {
+void WarningForm::Arrange() {
+  constexpr double LineHigh = 37;
+  constexpr double MarkWide = 72;
+  const auto marks = [this](std::size_t side) {
+    std::vector<Cell> cells;
+    for (const MarkPair& pair : marks_) cells.emplace_back(pair.Marks[side]);
+    return Layers(std::move(cells)).Wide(MarkWide);
+  };
   const int lines = std::max(LeastLines, LineCount(label_->Text()));
-  const int text = lines * metrics.Px(37);
-  toolkit::Area rest =
-      PlaceBody(metrics, metrics.Px(800), text + metrics.KeyHeight + 3 * metrics.Margin);
-  auto keys = toolkit::TakeBottom(rest, metrics.KeyHeight, metrics.Margin);
-  const auto cells = toolkit::Columns(keys, 3, metrics.Gap);
-  for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->Place(cells[i]);
-  const int side = metrics.Px(72);
-  const toolkit::Area left = toolkit::TakeLeft(rest, side, metrics.Gap);
-  const toolkit::Area right = toolkit::TakeRight(rest, side, metrics.Gap);
-  for (MarkPair& pair : marks_) {
-    pair.Marks[0]->Place(left);
-    pair.Marks[1]->Place(right);
-  }
-  label_->Place(rest);
+  SetGrid(880, Rows({Columns({marks(0), label_, marks(1)}).High(lines * LineHigh),
+                     Columns({buttons_[0], buttons_[1], buttons_[2]})})
+                   .Spaced(SectionGap));
+  Window().Relayout();
 }
 
 }  // namespace torvane::console

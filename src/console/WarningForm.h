@@ -19,7 +19,8 @@ class WarningForm final : public Screen {
   void Activated() override;
   void Unloaded() override;
   bool OtherKey(const toolkit::KeyStroke& stroke) override;
-  void Layout(const toolkit::Metrics& metrics) override;
+  /// For the text that stands: as high as its lines need.
+  void Arrange();
 
   supervision::WarningBox& box_;
   struct MarkPair {

@@ -34,6 +34,7 @@ void DrawingModule::LoadPlot(int slot) {
   const auto& program = system_.Programs[static_cast<std::size_t>(slot)];
   auto& view = system_.Views[static_cast<std::size_t>(slot)];
 
+  ++redraws_[static_cast<std::size_t>(slot)];
   box->Cls();
   ShowLimits(slot, false);
   view.PlotIconSize = IconSizeOf(view);

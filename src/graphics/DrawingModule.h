@@ -36,6 +36,10 @@ class DrawingModule {
   /// Redraws a slot's canvas whole from its files. A slot without ".drw" shows an empty canvas.
   void LoadPlot(int slot);
 
+  /// How often the slot's canvas, of slot 1 or 2, was redrawn: what was painted over it before has
+  /// gone.
+  [[nodiscard]] int Redraws(int slot) const { return redraws_[static_cast<std::size_t>(slot)]; }
+
   /// LoadPlot, and the run time starts again at 0.
   void RefreshPlot(int slot);
 
@@ -59,6 +63,7 @@ class DrawingModule {
   core::System& system_;
   platform::FileSystem& files_;
   std::array<platform::Canvas*, 3> boxes_;
+  std::array<int, 3> redraws_{};
 };
 
 }  // namespace torvane::graphics

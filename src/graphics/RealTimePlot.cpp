@@ -15,6 +15,9 @@ using platform::PenStyle;
 constexpr int PlainStyle = static_cast<int>(PenStyle::Solid);
 constexpr int PlainWidth = 1;
 
+/// Some hours of a head that never rests; a longer trace begins anew.
+constexpr std::size_t MostSegments = 500000;
+
 }  // namespace
 
 void TraceLine(platform::Canvas& canvas, double x1, double y1, double x2, double y2,
@@ -22,7 +25,9 @@ void TraceLine(platform::Canvas& canvas, double x1, double y1, double x2, double
   if (style < 0) return;
   canvas.DrawStyle(static_cast<PenStyle>(style));
   canvas.DrawWidth(width);
+  canvas.DrawCasing(true);
   canvas.Line(x1, y1, x2, y2, colour);
+  canvas.DrawCasing(false);
   canvas.DrawWidth(PlainWidth);
   canvas.DrawStyle(PenStyle::Solid);
 }
@@ -59,6 +64,30 @@ void RealTimePlotter::RealTimePlot() {
   }
 }
 
+void RealTimePlotter::Draw(platform::Canvas& box, const TraceSegment& segment) {
+  TraceLine(box, segment.X1, segment.Y1, segment.X2, segment.Y2, segment.Colour, segment.Style,
+            segment.Width);
+}
+
+void RealTimePlotter::Remember(int slot, const TraceSegment& segment) {
+  Trace& trace = traces_[static_cast<std::size_t>(slot)];
+  const int redraws = drawing_.Redraws(slot);
+  if (std::exchange(trace.Redraws, redraws) != redraws) trace.Segments.clear();
+  if (trace.Segments.size() >= MostSegments) trace.Segments.clear();
+  trace.Segments.push_back(segment);
+}
+
+void RealTimePlotter::RedrawWithTrace(int slot) {
+  auto* const box = drawing_.PlotBox(slot);
+  if (box == nullptr) return;
+  Trace& trace = traces_[static_cast<std::size_t>(slot)];
+  const bool onCanvas = trace.Redraws == drawing_.Redraws(slot);
+  drawing_.LoadPlot(slot);
+  if (!onCanvas) return;
+  trace.Redraws = drawing_.Redraws(slot);
+  for (const TraceSegment& segment : trace.Segments) Draw(*box, segment);
+}
+
 void RealTimePlotter::FollowHead(platform::Canvas& box) {
   const auto& state = system_.State;
   const auto& plot = system_.Plot;
@@ -74,8 +103,15 @@ void RealTimePlotter::FollowHead(platform::Canvas& box) {
   const int width = cut ? core::RoundToInt16(plot.RealTimeWidth) : PlainWidth;
   const auto colour =
       system_.Colours[cut ? ColourName::RealTimeProfiling : ColourName::RealTimeMovement];
-  TraceLine(box, state.LastXPosition, state.LastYPosition, state.XPosition, state.YPosition, colour,
-            style, width);
+  const TraceSegment segment{state.LastXPosition,
+                             state.LastYPosition,
+                             state.XPosition,
+                             state.YPosition,
+                             colour,
+                             style,
+                             width};
+  Draw(box, segment);
+  if (style >= 0) Remember(system_.ActiveSlot, segment);
 }
 
 }  // namespace torvane::graphics

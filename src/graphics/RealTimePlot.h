@@ -1,8 +1,10 @@
 // The trace of the head over the plot, one segment a poll tick, and the icon at the head.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <string_view>
+#include <vector>
 
 #include "core/System.h"
 #include "graphics/DrawingModule.h"
@@ -35,16 +37,39 @@ class RealTimePlotter final : public supervision::PlotStage {
   void RefreshPlot(int slot) override { drawing_.RefreshPlot(slot); }
   void ShowPlotBox(int slot) override { links_.ShowPlotBox(slot); }
 
+  /// Redraws a slot's plot at another size of its canvas: what was traced since the last redraw is
+  /// traced again.
+  void RedrawWithTrace(int slot);
+
   /// Moves the slot's icon to (x, y), mm, or hides it.
   void PlaceMovementIcon(int slot, double x, double y, bool show);
 
  private:
+  /// One segment in program units, mm, with its pen.
+  struct TraceSegment {
+    double X1 = 0;
+    double Y1 = 0;
+    double X2 = 0;
+    double Y2 = 0;
+    platform::Colour Colour = 0;
+    int Style = 0;
+    int Width = 1;
+  };
+  /// What was traced on a slot's canvas since its redraw of that number.
+  struct Trace {
+    int Redraws = 0;
+    std::vector<TraceSegment> Segments;
+  };
+
+  static void Draw(platform::Canvas& box, const TraceSegment& segment);
+  void Remember(int slot, const TraceSegment& segment);
   void HideIcons();
   void FollowHead(platform::Canvas& box);
 
   core::System& system_;
   DrawingModule& drawing_;
   Links links_;
+  std::array<Trace, 3> traces_;  ///< by slot 1 and 2; 0 stands empty
 };
 
 }  // namespace torvane::graphics

@@ -65,6 +65,9 @@ class Canvas {
   virtual void DrawStyle(PenStyle style) = 0;
   /// Pen width in pixels, from 1.
   virtual void DrawWidth(int pixels) = 0;
+  /// Lines from now on carry an edge that sets them off from whatever they cross, where a canvas
+  /// can; elsewhere it changes nothing.
+  virtual void DrawCasing(bool /*cased*/) {}
 
   [[nodiscard]] virtual OverlayState GetOverlay(Overlay which) const = 0;
   virtual void SetOverlay(Overlay which, const OverlayState& state) = 0;

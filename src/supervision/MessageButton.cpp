@@ -4,13 +4,21 @@
 
 namespace torvane::supervision {
 
-ButtonColours MessageButtonColours(std::int32_t statusWord, bool newProgramsReceived) {
+MessageState MessageStateOf(std::int32_t statusWord, bool newProgramsReceived) {
+  if ((statusWord & core::StatusBit::Feedhold) != 0) return MessageState::Critical;
+  const bool inError = (statusWord & core::StatusBit::InError) != 0;
+  return inError || newProgramsReceived ? MessageState::Warning : MessageState::Good;
+}
+
+ButtonColours MessageButtonColours(MessageState state) {
   using core::ColourName;
-  if ((statusWord & core::StatusBit::Feedhold) != 0) {
-    return {ColourName::CriticalMessageButton, ColourName::CriticalMessageButtonText};
-  }
-  if ((statusWord & core::StatusBit::InError) != 0 || newProgramsReceived) {
-    return {ColourName::WarningMessageButton, ColourName::WarningMessageButtonText};
+  switch (state) {
+    case MessageState::Critical:
+      return {ColourName::CriticalMessageButton, ColourName::CriticalMessageButtonText};
+    case MessageState::Warning:
+      return {ColourName::WarningMessageButton, ColourName::WarningMessageButtonText};
+    case MessageState::Good:
+      break;
   }
   return {ColourName::OkMessageButton, ColourName::OkMessageButtonText};
 }

@@ -13,8 +13,13 @@ struct ButtonColours {
   core::ColourName Text;
 };
 
+/// How serious what stands is.
+enum class MessageState { Good, Warning, Critical };
+
 /// From the status word and from whether received programs wait. A feed hold is critical whatever
 /// stands beside it; an error and received programs are warnings.
-[[nodiscard]] ButtonColours MessageButtonColours(std::int32_t statusWord, bool newProgramsReceived);
+[[nodiscard]] MessageState MessageStateOf(std::int32_t statusWord, bool newProgramsReceived);
+
+[[nodiscard]] ButtonColours MessageButtonColours(MessageState state);
 
 }  // namespace torvane::supervision

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "supervision/MessageButton.h"
+
 namespace torvane::supervision {
 
 /// The moments of a tick at which a screen may take part, in the order of the tick. A screen offers
@@ -37,6 +39,8 @@ class PollScreens {
   [[nodiscard]] virtual std::uint32_t MessageButtonBackground() const = 0;
   /// Paints MessageButton afresh in these colours.
   virtual void PaintMessageButton(std::uint32_t background, std::uint32_t text) = 0;
+  /// The sign on MessageButton, for whoever cannot tell its colours.
+  virtual void MarkMessageButton(MessageState state) = 0;
 };
 
 /// The live plot, a floor above.

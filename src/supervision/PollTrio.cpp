@@ -172,8 +172,10 @@ void Poll::ForgetShownBlock() {
 }
 
 void Poll::RefreshMessageButton() {
-  const auto names =
-      MessageButtonColours(system_.State.StatusWord, system_.Console.NewProgramsReceived);
+  const MessageState messages =
+      MessageStateOf(system_.State.StatusWord, system_.Console.NewProgramsReceived);
+  screens_.MarkMessageButton(messages);
+  const auto names = MessageButtonColours(messages);
   const std::uint32_t background = system_.Colours[names.Background];
   if (screens_.MessageButtonBackground() != background) {
     screens_.PaintMessageButton(background, system_.Colours[names.Text]);

@@ -18,6 +18,7 @@ class QuietPollScreens : public PollScreens {
   void PaintMessageButton(std::uint32_t background, std::uint32_t /*text*/) override {
     background_ = background;
   }
+  void MarkMessageButton(MessageState /*state*/) override {}
 
  private:
   std::uint32_t background_ = 0;

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPointer>
 
+#include "toolkit/KeyMarks.h"
 #include "toolkit/Theme.h"
 
 namespace torvane::toolkit {
@@ -74,6 +75,22 @@ void Button::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing, false);
   PaintCaption(painter, rect().adjusted(side, drop, -side, drop), lines_,
                Enabled() ? Foreground() : Faded(Foreground(), Background()), m);
+  const int mark = m.Px(20);
+  const int inset = m.Ring + m.Px(4);
+  const QRect corner(width() - inset - mark, height() - inset - mark, mark, mark);
+  PaintKeyMark(painter, corner, mark_, Foreground(), Background());
+}
+
+void Button::SetMark(KeyMark mark) {
+  if (mark_ == mark) return;
+  mark_ = mark;
+  update();
+}
+
+void Button::SetLit(bool lit) {
+  if (lit_ == lit) return;
+  lit_ = lit;
+  update();
 }
 
 TwoStateButton::TwoStateButton(QWidget* parent, std::string caption)

@@ -9,6 +9,14 @@ namespace torvane::toolkit {
 /// Whether a change by the program tells the handlers.
 enum class Events { Fire, Silent };
 
+/// A sign in the lower right corner of a key, told apart by its shape alone.
+enum class KeyMark {
+  None,
+  Good,     ///< a tick
+  Warning,  ///< a triangle
+  Hold      ///< two bars in a disc
+};
+
 /// A plain key. A click is a press and release on it, Space or Enter while it has the focus, or
 /// Press. The letter behind the caption's ampersand is underlined; the form's key-down hook does
 /// what it stands for.
@@ -19,6 +27,13 @@ class Button : public Control {
   void SetCaption(std::string caption);
   [[nodiscard]] const std::string& Caption() const { return caption_; }
   [[nodiscard]] char Accelerator() const { return AcceleratorOf(caption_); }
+
+  void SetMark(KeyMark mark);
+  [[nodiscard]] KeyMark Mark() const { return mark_; }
+
+  /// With the ring of a key that is down, as the sign of the choice in force.
+  void SetLit(bool lit);
+  [[nodiscard]] bool Lit() const { return lit_; }
 
   void OnClick(std::function<void()> handler) { click_ = std::move(handler); }
 
@@ -35,7 +50,7 @@ class Button : public Control {
   /// What a click does; the plain button calls its handler.
   virtual void Clicked();
   /// Draws as down: a dark ring.
-  [[nodiscard]] virtual bool Ringed() const { return false; }
+  [[nodiscard]] virtual bool Ringed() const { return lit_; }
 
   void FireClick();
   void paintEvent(QPaintEvent* event) override;
@@ -48,6 +63,8 @@ class Button : public Control {
   std::string caption_;
   CaptionText lines_;
   std::function<void()> click_;
+  KeyMark mark_ = KeyMark::None;
+  bool lit_ = false;
   bool sunk_ = false;
   bool held_ = false;
 };
@@ -64,7 +81,7 @@ class TwoStateButton : public Button {
 
  protected:
   void Clicked() override;
-  [[nodiscard]] bool Ringed() const override { return down_; }
+  [[nodiscard]] bool Ringed() const override { return down_ || Lit(); }
 
  private:
   bool down_ = false;

@@ -14,10 +14,18 @@
 
 namespace torvane::toolkit {
 
+namespace {
+
+/// Pixels: below that the screens do not fit.
+constexpr int LeastWidth = 1024;
+constexpr int LeastHeight = 768;
+
+}  // namespace
+
 Desk::Desk(platform::EventLoop& loop) : loop_(loop) {
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);
-  setMinimumSize(640, 480);
+  setMinimumSize(LeastWidth, LeastHeight);
   resize(metrics_.DeskWidth, metrics_.DeskHeight);
 }
 
@@ -30,6 +38,10 @@ Desk::~Desk() {
 void Desk::SetBackground(Colour colour) {
   background_ = colour;
   update();
+}
+
+Area Desk::WorkArea() const {
+  return workArea_ ? workArea_(metrics_) : Area{0, 0, width(), height()};
 }
 
 void Desk::OpenFullScreen() {

@@ -26,6 +26,10 @@ class Desk : public QWidget {
   [[nodiscard]] const Metrics& Measures() const { return metrics_; }
 
   void SetBackground(Colour colour);
+
+  /// Where lists that drop down may open, pixels of the desk; the whole desk unless told.
+  void SetWorkArea(std::function<Area(const Metrics&)> area) { workArea_ = std::move(area); }
+  [[nodiscard]] Area WorkArea() const;
   /// Full screen, or a window of that size (tests, pictures).
   void OpenFullScreen();
   void OpenWindow(int width, int height);
@@ -100,6 +104,7 @@ class Desk : public QWidget {
   Form* shownDuringModal_ = nullptr;  ///< the last that was shown below it meanwhile
   std::map<Key, QPointer<Form>> held_;
   std::multiset<Key> handled_;  ///< strokes whose handlers are under way
+  std::function<Area(const Metrics&)> workArea_;
   std::function<void()> closeRequest_;
   Colour background_ = 0;
   int busy_ = 0;

@@ -10,8 +10,13 @@ namespace torvane::toolkit {
 
 namespace {
 
-bool HasFigures(TypeStyle style) {
-  return style == TypeStyle::Readout || style == TypeStyle::Figure;
+/// The font, smaller where the line would be too wide, but never smaller than can be read.
+QFont Fitted(QFont font, const QString& line, int width, bool figures, int least) {
+  const auto wide = [&] {
+    return figures ? FiguresWidth(font, line) : QFontMetrics(font).horizontalAdvance(line);
+  };
+  while (font.pixelSize() > least && wide() > width) font.setPixelSize(font.pixelSize() - 1);
+  return font;
 }
 
 }  // namespace
@@ -64,6 +69,11 @@ int Label::NaturalHeight() const {
   return std::max(m.LineHeight, static_cast<int>(lines * m.TypeSize(style_) * Leading));
 }
 
+void Label::SetShrinking(bool shrinking) {
+  shrinking_ = shrinking;
+  update();
+}
+
 void Label::Press() {
   if (!OnShow() || !Enabled() || !click_) return;
   const auto handler = click_;
@@ -97,6 +107,10 @@ void Label::paintEvent(QPaintEvent*) {
   int top = atTop_ ? area.y() : area.y() + (area.height() - all) / 2;
   for (const QString& line : lines) {
     const QRect place(area.x(), top, area.width(), height);
+    if (shrinking_) {
+      painter.setFont(Fitted(FontOf(m, style_), line, area.width(), HasFigures(style_),
+                             m.TypeSize(TypeStyle::Small)));
+    }
     if (HasFigures(style_)) {
       PaintFigures(painter, place, line, alignment_);
     } else {

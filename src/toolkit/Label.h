@@ -25,6 +25,8 @@ class Label : public Control {
   void SetFilled(bool filled);
   /// With a thin rim; only a filled label has one.
   void SetRim(bool rim);
+  /// A line that is too wide is set smaller before it is cut.
+  void SetShrinking(bool shrinking);
   /// Shows ampersands as they are (messages, program text).
   void SetPlainText(bool plain);
 
@@ -49,6 +51,7 @@ class Label : public Control {
   bool filled_ = false;
   bool rim_ = false;
   bool plain_ = false;
+  bool shrinking_ = false;
   std::function<void()> click_;
 };
 

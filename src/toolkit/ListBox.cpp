@@ -356,7 +356,7 @@ void ListBox::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), ToQColor(Background()));
   QFont font = FontOf(m, style_);
   const int row = RowHeight();
-  font.setPixelSize(std::min(font.pixelSize(), std::max(8, row * 3 / 4)));
+  font.setPixelSize(std::min(font.pixelSize(), std::max(8, row * 5 / 6)));
   painter.setFont(font);
   const std::vector<int> columns = ColumnWidths(painter);
   const int right = bar_.Visible() ? bar_.x() : width() - m.Hairline;

@@ -46,8 +46,9 @@ class ListBox : public Control {
   /// The first line in view, kept within the list.
   void SetTopLine(int index);
   [[nodiscard]] int TopLine() const { return top_; }
-  /// The type of the lines, Body by default.
+  /// Entry by default; Mono for the text of programs.
   void SetStyle(TypeStyle style);
+
   /// Lines that fit; a fixed count stretches the rows, 0 goes by the type.
   void SetVisibleLines(int count);
   [[nodiscard]] int VisibleLines() const;
@@ -101,7 +102,7 @@ class ListBox : public Control {
   int current_ = -1;
   int top_ = 0;
   int fixedLines_ = 0;
-  TypeStyle style_ = TypeStyle::Body;
+  TypeStyle style_ = TypeStyle::Entry;
   int pressY_ = -1;
   int pressTop_ = 0;
   int pressLine_ = -1;

@@ -26,6 +26,7 @@ class MappedCanvas : public platform::Canvas {
 
   void DrawStyle(platform::PenStyle style) override { style_ = style; }
   void DrawWidth(int pixels) override { penWidth_ = pixels < 1 ? 1 : pixels; }
+  void DrawCasing(bool cased) override { cased_ = cased; }
 
   [[nodiscard]] platform::OverlayState GetOverlay(platform::Overlay which) const override;
   void SetOverlay(platform::Overlay which, const platform::OverlayState& state) override;
@@ -38,6 +39,7 @@ class MappedCanvas : public platform::Canvas {
   [[nodiscard]] platform::Colour Background() const { return background_; }
   [[nodiscard]] platform::PenStyle Style() const { return style_; }
   [[nodiscard]] int PenWidth() const { return penWidth_; }
+  [[nodiscard]] bool Cased() const { return cased_; }
 
  protected:
   /// A new pixel size; the user range of the edges stays, or stays the pixel size if none was set.
@@ -69,6 +71,7 @@ class MappedCanvas : public platform::Canvas {
   platform::Colour background_ = 0;
   platform::PenStyle style_ = platform::PenStyle::Solid;
   int penWidth_ = 1;
+  bool cased_ = false;
   std::array<platform::OverlayState, static_cast<std::size_t>(platform::Overlay::Count)> overlays_;
 };
 

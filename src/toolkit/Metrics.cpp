@@ -27,9 +27,11 @@ constexpr std::array<TypeStep, static_cast<std::size_t>(TypeStyle::Count)> TypeS
     {17, 14},  // Key
     {21, 17},  // Title
     {25, 20},  // Entry
+    {25, 20},  // Strong
+    {25, 20},  // Mono
     {32, 26},  // Readout
     {42, 34},  // Figure
-    {20, 16},  // Mono
+    {59, 47},  // Position
 }};
 
 }  // namespace

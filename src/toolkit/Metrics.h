@@ -3,9 +3,22 @@
 
 namespace torvane::toolkit {
 
-/// The steps of the type scale. Key and Title are bold; Figure and the readouts have figures of one
-/// width, so that they do not dance; Mono is for program text, all characters of one width.
-enum class TypeStyle { Small, Body, Bold, Key, Title, Entry, Readout, Figure, Mono, Count };
+/// The steps of the type scale. Bold, Key, Title and Strong are bold; Mono has characters of one
+/// width; Readout, Figure and Position have figures of one width, so that they do not dance.
+enum class TypeStyle {
+  Small,
+  Body,
+  Bold,
+  Key,
+  Title,
+  Entry,
+  Strong,  ///< of Entry's size
+  Mono,    ///< of Entry's size, for the text of programs
+  Readout,
+  Figure,
+  Position,  ///< read from two metres
+  Count
+};
 
 /// Drawn for a desk of 1280 by 960 or more, grid 8, and scaled from there; keys never are lower
 /// than 56 pixels. Screens lay themselves out from these and nothing else.

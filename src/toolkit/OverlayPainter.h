@@ -11,4 +11,7 @@ class MappedCanvas;
 /// left corner: rectangles, the rounded square of the movement icon, and lines, all one pixel.
 void PaintOverlays(QPainter& painter, const MappedCanvas& canvas);
 
+/// How far beyond its corners an overlay may paint, pixels.
+[[nodiscard]] int OverlayReach(const MappedCanvas& canvas);
+
 }  // namespace torvane::toolkit

@@ -52,7 +52,7 @@ void Panel::paintEvent(QPaintEvent*) {
   }
   if (caption_.empty()) return;
   const bool title = style_ == PanelStyle::Title;
-  painter.setFont(FontOf(m, title ? TypeStyle::Title : TypeStyle::Body));
+  painter.setFont(FontOf(m, title ? TypeStyle::Title : TypeStyle::Entry));
   painter.setPen(ToQColor(Foreground()));
   PaintLine(painter, rect().adjusted(m.Px(14), 0, -m.Px(14), -m.Hairline), {caption_, -1},
             title ? Alignment::Centre : Alignment::Left);

@@ -14,6 +14,8 @@ namespace {
 
 /// Lines of an open list.
 constexpr int MostLines = 8;
+/// Pixels: what a finger hits.
+constexpr int LowestRow = 48;
 
 QWidget* ListParent(const Control& box, QWidget* otherwise) {
   return box.OwnerForm() ? static_cast<QWidget*>(&box.OwnerForm()->OwnerDesk()) : otherwise;
@@ -72,19 +74,31 @@ void PickBox::Take(int index) {
   if (const auto handler = change_) handler();
 }
 
+/// Below the box, or above it where there is more room, inside the desk's work area.
+Area PickBox::ListArea(const Metrics& m) {
+  QWidget* const ground = list_->parentWidget();
+  const Area room = OwnerForm() ? OwnerForm()->OwnerDesk().WorkArea()
+                                : Area{0, 0, ground->width(), ground->height()};
+  const int row = std::max(LowestRow, m.Px(48));
+  const int rim = 2 * m.Hairline;
+  const QPoint corner = mapTo(ground, QPoint(0, 0));
+  const int above = corner.y() - 2 - room.Y;
+  const int below = room.Bottom() - corner.y() - height() - 2;
+  const int wanted = std::min(MostLines, Count());
+  const bool under = below >= wanted * row + rim || below >= above;
+  const int lines = std::clamp((std::max(above, below) - rim) / row, 1, wanted);
+  list_->SetVisibleLines(lines);
+  const int high = lines * row + rim;
+  const int top = under ? corner.y() + height() + 2 : corner.y() - 2 - high;
+  return {corner.x(), top, width(), high};
+}
+
 void PickBox::OpenList() {
   if (open_ || Count() == 0 || !OnShow() || !Enabled()) return;
   open_ = true;
   const Metrics& m = Measures();
-  const int lines = std::min(MostLines, Count());
   list_->SetColours(Background(), Foreground());
-  list_->SetVisibleLines(lines);
-  const int height = lines * m.Px(48) + 2 * m.Hairline;
-  QWidget* const ground = list_->parentWidget();
-  const QPoint below = mapTo(ground, QPoint(0, this->height() + 2));
-  const bool fits = below.y() + height <= ground->height();
-  const int top = fits ? below.y() : std::max(0, below.y() - 4 - this->height() - height);
-  list_->Place({below.x(), top, width(), height});
+  list_->Place(ListArea(m));
   list_->SetCurrent(current_);
   list_->SetVisible(true);
   list_->raise();

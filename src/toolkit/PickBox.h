@@ -57,6 +57,7 @@ class PickBox : public Control {
  private:
   bool ListKey(const KeyStroke& stroke);
   void Take(int index);
+  [[nodiscard]] Area ListArea(const Metrics& m);
 
   EntryBox entry_;
   QPointer<ListBox> list_;

@@ -116,6 +116,14 @@ void RasterCanvas::Plain(int x1, int y1, int x2, int y2, QRgb pixel) {
   }
 }
 
+void RasterCanvas::Casing(QPainter& painter, const QPoint& from, const QPoint& to,
+                          platform::Colour colour) {
+  QPen pen(ToQColor(CasingOf(colour)), PenWidth() + 2 * CasingWidth);
+  pen.setCapStyle(Qt::FlatCap);
+  painter.setPen(pen);
+  painter.drawLine(from, to);
+}
+
 void RasterCanvas::Penned(double x1, double y1, double x2, double y2, platform::Colour colour) {
   QPainter painter(&image_);
   QPen pen(ToQColor(colour), PenWidth());
@@ -124,12 +132,15 @@ void RasterCanvas::Penned(double x1, double y1, double x2, double y2, platform::
     pen.setCapStyle(Qt::FlatCap);
     pen.setDashPattern({2.0, 2.0});
   }
+  const QPoint from(Place(x1), Place(y1));
+  const QPoint to(Place(x2), Place(y2));
+  if (Cased()) Casing(painter, from, to, colour);
   painter.setPen(pen);
-  painter.drawLine(QPoint(Place(x1), Place(y1)), QPoint(Place(x2), Place(y2)));
+  painter.drawLine(from, to);
 }
 
 void RasterCanvas::PixelLine(double x1, double y1, double x2, double y2, platform::Colour colour) {
-  const int reach = PenWidth();
+  const int reach = PenWidth() + (Cased() ? 2 * CasingWidth : 0);
   if (reach > 1 || Style() != platform::PenStyle::Solid) {
     Penned(x1, y1, x2, y2, colour);
     const QRect area(QPoint(Place(std::min(x1, x2)), Place(std::min(y1, y2))),
@@ -187,7 +198,8 @@ QRect RasterCanvas::OverlayArea(const platform::OverlayState& state) const {
   }
   const QRect area(QPoint(Place(std::min(x1, x2)), Place(std::min(y1, y2))),
                    QPoint(Place(std::max(x1, x2)), Place(std::max(y1, y2))));
-  return area.adjusted(-2, -2, 2, 2) & image_.rect();
+  const int around = OverlayReach(*this);
+  return area.adjusted(-around, -around, around, around) & image_.rect();
 }
 
 void RasterCanvas::OverlayChanged(const platform::OverlayState& before,

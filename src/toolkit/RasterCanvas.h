@@ -47,6 +47,7 @@ class RasterCanvas final : public MappedCanvas {
  private:
   void Plain(int x1, int y1, int x2, int y2, QRgb pixel);
   void Penned(double x1, double y1, double x2, double y2, platform::Colour colour);
+  void Casing(QPainter& painter, const QPoint& from, const QPoint& to, platform::Colour colour);
   void Touch(const QRect& area);
   [[nodiscard]] QRect OverlayArea(const platform::OverlayState& state) const;
 

@@ -39,6 +39,15 @@ void DrawRing(QPainter& painter, const QRectF& area, Colour colour, int width, d
   painter.drawRoundedRect(area.adjusted(half, half, -half, -half), corner, corner);
 }
 
+/// A light line with a dark one inside it: unlike the one dark ring of a key that is down, and in
+/// sight on every face.
+void DrawFocus(QPainter& painter, const QRectF& area, Colour face, const Metrics& metrics) {
+  const int line = std::max(1, metrics.Ring - 1);
+  const double corner = std::max(1.0, metrics.Corner - 2.0);
+  DrawRing(painter, area, Mix(face, White, 0.85), line, corner);
+  DrawRing(painter, area.adjusted(line, line, -line, -line), RingColour(face), line, corner);
+}
+
 int FigureCell(const QFontMetrics& font) {
   int widest = 0;
   for (char digit = '0'; digit <= '9'; ++digit) {
@@ -125,6 +134,13 @@ Colour LightEdge(Colour face) { return Mix(face, White, 0.45); }
 Colour DarkEdge(Colour face) { return Mix(face, Black, 0.38); }
 Colour Faded(Colour text, Colour face) { return Mix(text, face, 0.62); }
 
+Colour CasingOf(Colour line) {
+  const QColor colour = ToQColor(line);
+  constexpr int Middle = 110;
+  return qGray(colour.rgb()) < Middle && colour.lightness() < Middle ? Mix(line, White, 0.7)
+                                                                     : Mix(line, Black, 0.75);
+}
+
 Colour Rim(Colour face) {
   const QColor colour = ToQColor(face);
   return colour.lightness() < 80 ? Mix(face, White, 0.45) : Mix(face, Black, 0.45);
@@ -134,6 +150,10 @@ QString ToQString(std::string_view text) {
   return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+bool HasFigures(TypeStyle style) {
+  return style == TypeStyle::Readout || style == TypeStyle::Figure || style == TypeStyle::Position;
+}
+
 QFont FontOf(const Metrics& metrics, TypeStyle style) {
   QFont font;
   if (style == TypeStyle::Mono) {
@@ -141,11 +161,11 @@ QFont FontOf(const Metrics& metrics, TypeStyle style) {
     font.setStyleHint(QFont::Monospace);
   }
   font.setPixelSize(metrics.TypeSize(style));
-  const bool bold =
-      style == TypeStyle::Bold || style == TypeStyle::Key || style == TypeStyle::Title;
+  const bool bold = style == TypeStyle::Bold || style == TypeStyle::Key ||
+                    style == TypeStyle::Title || style == TypeStyle::Strong;
   font.setBold(bold);
   if (style == TypeStyle::Title) font.setLetterSpacing(QFont::AbsoluteSpacing, metrics.Px(2));
-  font.setKerning(!(style == TypeStyle::Readout || style == TypeStyle::Figure));
+  font.setKerning(!HasFigures(style));
   font.setHintingPreference(QFont::PreferVerticalHinting);
   return font;
 }
@@ -184,8 +204,7 @@ void PaintFace(QPainter& painter, const QRect& area, Colour face, const FaceLook
   }
   if (look.Focused) {
     const double inset = look.Ringed ? metrics.Ring + 1 + metrics.Ring : metrics.Ring + 1;
-    DrawRing(painter, whole.adjusted(inset, inset, -inset, -inset), RingColour(face), metrics.Ring,
-             std::max(1.0, corner - 2));
+    DrawFocus(painter, whole.adjusted(inset, inset, -inset, -inset), face, metrics);
   }
 }
 

@@ -21,8 +21,15 @@ namespace torvane::toolkit {
 [[nodiscard]] Colour DarkEdge(Colour face);
 /// Rims of forms, lines of frames.
 [[nodiscard]] Colour Rim(Colour face);
+/// What sets a line off from whatever it crosses: dark round a light line, light round a dark one.
+[[nodiscard]] Colour CasingOf(Colour line);
+/// Of a casing on either side of its line, pixels.
+inline constexpr int CasingWidth = 1;
 /// Text of a disabled control.
 [[nodiscard]] Colour Faded(Colour text, Colour face);
+
+/// Whether a style sets its figures in cells of one width.
+[[nodiscard]] bool HasFigures(TypeStyle style);
 
 /// The font of a type style: B612 where it is installed.
 [[nodiscard]] QFont FontOf(const Metrics& metrics, TypeStyle style);

@@ -50,8 +50,6 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
   console_.SetExits(
       {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
   desk_.setWindowTitle(console::FrontEndCaption);
-  // A job of its own: the window system must have its answer before the question stands.
-  desk_.OnCloseRequest([this] { loop_.Post([this] { console_.CloseRequested(); }); });
 }
 
 ConsoleProgram::~ConsoleProgram() = default;

@@ -111,6 +111,7 @@ class RecordedScreens final : public StartScreens,
   void ShowFigure(int, std::string_view) override {}
   [[nodiscard]] std::uint32_t MessageButtonBackground() const override { return 0; }
   void PaintMessageButton(std::uint32_t, std::uint32_t) override {}
+  void MarkMessageButton(supervision::MessageState) override {}
 
   // PlotStage
   void RealTimePlot() override {}

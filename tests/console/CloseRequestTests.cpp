@@ -1,4 +1,4 @@
-// The window system asks to close the console's window.
+// The window system asks to close the window: the console stays until its own question is answered.
 #include "ConsoleFixture.h"
 
 namespace torvane::tests {
@@ -6,71 +6,86 @@ namespace {
 
 using toolkit::Key;
 
-struct CloseRequests : ConsoleFixture {
-  /// As the program does it: a job of its own.
-  void CloseWindow() {
-    Loop.Post([this] { TheConsole->CloseRequested(); });
-    RunFor(50);
-  }
+class CloseRequest : public ConsoleFixture {
+ protected:
+  /// What a press on the window's close key does.
+  void CloseWindow() { Desk->close(); }
 };
 
-TEST_F(CloseRequests, AskTheShutdownQuestion) {
+TEST_F(CloseRequest, AsksAsF12Does) {
   Start();
   Then([this] {
-    EXPECT_TRUE(Shows("ShutdownForm"));
+    EXPECT_EQ(Front(), "ShutdownForm");
     Type(Key::C);
   });
   CloseWindow();
-  EXPECT_FALSE(Shows("ShutdownForm"));
-  EXPECT_TRUE(Shows("FrontEnd"));
+  RunFor(200);
+  EXPECT_EQ(Front(), "FrontEnd");
+  EXPECT_TRUE(Desk->isVisible());
   EXPECT_TRUE(Session.Events.empty());
 }
 
-TEST_F(CloseRequests, WhileTheQuestionStandsAreIgnored) {
+TEST_F(CloseRequest, ASecondOneIsIgnoredWhileTheQuestionStands) {
   Start();
-  Then([this] {
-    TheConsole->CloseRequested();
-    TheConsole->CloseRequested();
-    EXPECT_EQ(Screens().VisibleNames().size(), 2U);
-    Type(Key::C);
-  });
   CloseWindow();
-  EXPECT_FALSE(Shows("ShutdownForm")) << "one question, one answer";
-  EXPECT_EQ(Desk->ModalForm(), nullptr);
-}
-
-TEST_F(CloseRequests, InTheSplashDoNothing) {
-  TheConsole->CloseRequested();
+  for (int i = 0; i < 3; ++i) {
+    Then([this] {
+      EXPECT_EQ(Front(), "ShutdownForm");
+      CloseWindow();
+    });
+  }
+  Then([this] { EXPECT_TRUE(Desk->isVisible()); });
+  ThenType(Key::C);
+  RunFor(500);
+  EXPECT_EQ(Front(), "FrontEnd");
   EXPECT_FALSE(Shows("ShutdownForm"));
-  Start();
-  EXPECT_TRUE(Shows("FrontEnd"));
+  EXPECT_TRUE(Desk->isVisible());
+  EXPECT_TRUE(Session.Events.empty());
 }
 
-TEST_F(CloseRequests, InTheGraphicsStateLeaveThatFirst) {
+TEST_F(CloseRequest, DuringTheSplashDoesNothing) {
+  bool asked = false;
+  Loop.After(1000, [&] {
+    ASSERT_TRUE(Shows("SplashForm"));
+    CloseWindow();
+  });
+  Loop.After(1500, [&] {
+    asked = Shows("ShutdownForm");
+    EXPECT_TRUE(Shows("SplashForm"));
+    EXPECT_TRUE(Desk->isVisible());
+  });
+  Start();
+  EXPECT_FALSE(asked);
+  EXPECT_EQ(Front(), "FrontEnd");
+}
+
+TEST_F(CloseRequest, LeavesTheGraphicsStateFirst) {
   Start();
   TypeF(7);
-  ASSERT_TRUE(System.Console.PlotKeysActive);
+  System.Console.PlotKeyMode = 1;
   Then([this] {
-    EXPECT_TRUE(Shows("ShutdownForm"));
     EXPECT_FALSE(System.Console.PlotKeysActive);
+    EXPECT_EQ(Front(), "ShutdownForm");
     Type(Key::C);
   });
   CloseWindow();
-  EXPECT_FALSE(System.Console.PlotKeysActive);
-  EXPECT_TRUE(Shows("FrontEnd"));
+  RunFor(200);
+  EXPECT_EQ(Caption("FrontEnd", "ShutdownButton"), " SHUTDOWN   F12");
 }
 
-TEST_F(CloseRequests, AfterTheEndDoNothing) {
+TEST_F(CloseRequest, DuringTheShutdownDoesNothing) {
   Start();
-  ThenType(Key::O);
+  Then([this] { Type(Key::O); });
   CloseWindow();
-  EXPECT_EQ(Session.Events, (std::vector<std::string>{"end session", "end process"}));
+  RunFor(200);
+  EXPECT_TRUE(System.ShuttingDown);
+  const auto events = Session.Events;
   CloseWindow();
-  EXPECT_FALSE(Shows("ShutdownForm"));
-  EXPECT_FALSE(Shows("FrontEnd"));
+  RunFor(200);
+  EXPECT_EQ(Session.Events, events);
 }
 
-TEST_F(CloseRequests, TheKeysAreDeadOnceItShutsDown) {
+TEST_F(CloseRequest, TheKeysAreDeadOnceItShutsDown) {
   Start();
   // The machine does not answer any more, so that the last exchanges take their time.
   Then([this] {

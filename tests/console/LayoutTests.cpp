@@ -70,7 +70,8 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);
     EXPECT_FALSE(form.geometry().intersects(figures)) << name;
-    EXPECT_FALSE(form.geometry().intersects(keys)) << name;
+    EXPECT_FALSE(form.geometry().intersects(keys))
+        << name << " ends at " << form.geometry().bottom() << " of " << plot.Bottom();
     Screens().Unload(name);
   }
 }
@@ -81,9 +82,11 @@ TEST_P(Layouts, AScreenOverAnotherLeavesItsTitleInSight) {
   toolkit::Form& below = Screens().Find("StatusMenuForm")->Window();
   Type(toolkit::Key::P);
   toolkit::Form& above = Screens().Find("XYPositionForm")->Window();
-  EXPECT_EQ(above.Left(), below.Left() + Desk->Measures().TitleHeight);
+  EXPECT_EQ(above.Left(), below.Left() + Desk->Measures().Margin);
   EXPECT_EQ(above.Top(), below.Top() + Desk->Measures().TitleHeight);
   Check(above);
+  EXPECT_GE(above.Top() + above.height(), below.Top() + below.height()) << "covers its foot";
+  EXPECT_GE(above.Left() + above.width(), below.Left() + below.width());
 }
 
 TEST_P(Layouts, DialogsFit) {
@@ -115,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, Layouts,
 TEST_P(Layouts, CirclesAreRoundWhateverSizeTheWindowHadBefore) {
   Start();
   ASSERT_TRUE(TheConsole->Selection().SelectProgram("SHOP", "STAR"));
-  for (const DeskSize size : {DeskSize{700, 1000}, GetParam()}) {
+  for (const DeskSize size : {DeskSize{1024, 1400}, GetParam()}) {
     Desk->resize(size.Width, size.Height);
     QCoreApplication::processEvents();
     const auto& canvas = Main().PlotBox(1).Canvas();

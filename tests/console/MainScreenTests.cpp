@@ -191,7 +191,7 @@ TEST_F(MainScreen, KFlipsTheKerfAndLTheLimitsInTheGraphicsState) {
 }
 
 TEST_F(MainScreen, KeysOfDisabledGraphicsButtonsDoNothing) {
-  Main().EnterGraphics(false);
+  Main().Modes().EnterGraphics(false);
   const bool kerf = Down("FrontEnd", "KerfButton");
   const bool limits = Down("FrontEnd", "LimitsButton");
   for (const Key key : {Key::K, Key::L, Key::R, Key::Z, Key::O, Key::P}) Type(key);

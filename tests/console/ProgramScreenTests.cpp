@@ -211,6 +211,8 @@ TEST_F(ProgramScreen, TheWaysToScreensThatAreNotThereMakeNothing) {
 TEST_F(ProgramScreen, EditAsksBeforeItMakesADirectory) {
   Screens().Register(
       TrialRow({.Name = "EditProgForm", .Title = "PROGRAM EDIT", .Parent = "ProgramForm"}));
+  Type(Key::X);
+  TypeF(1);  // whose key is live now
   EnterName(Key::D, "NEWDIR");
   EnterName(Key::P, "FIRST");
   const std::string question = "Directory\nNEWDIR\nDoes Not Exist !\n\nCreate It ?";
@@ -228,6 +230,9 @@ TEST_F(ProgramScreen, EditAsksBeforeItMakesADirectory) {
 }
 
 TEST_F(ProgramScreen, SearchRefusesTwoEmptyWords) {
+  Screens().Register(TrialRow({.Name = "SearchForm", .Parent = "ProgramForm"}));
+  Type(Key::X);
+  TypeF(1);  // whose key is live now
   EnterName(Key::D, "");
   EXPECT_EQ(Answered(Key::O, [this] { Type(Key::R); }), "\n\nInvalid Directory Search Criteria !");
 }

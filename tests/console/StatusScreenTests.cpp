@@ -152,6 +152,7 @@ TEST_F(StatusScreens, TheReadOutQueriesByItsMode) {
     const char* Query;
     int Button;
   };
+  EXPECT_EQ(Focus("XYPositionForm"), "ExitButton") << "when it comes to the front";
   const ModeCase cases[] = {{Key::C, "COMMAND", "DPOS", 1},
                             {Key::T, "TARGET", "ENDMOVE", 2},
                             {Key::F, "FOLLOWING ERROR", "FE", 3},
@@ -161,6 +162,11 @@ TEST_F(StatusScreens, TheReadOutQueriesByItsMode) {
     EXPECT_EQ(LabelText("XYPositionForm", "PositionLabel(0)"), row.Label);
     EXPECT_EQ(System.State.PositionDisplayMode, row.Button);
     EXPECT_EQ(Focus("XYPositionForm"), "PositionBox");
+    for (int button = 0; button < 4; ++button) {
+      auto* key = Control<toolkit::Button>("XYPositionForm",
+                                           "PositionButton(" + std::to_string(button) + ")");
+      EXPECT_EQ(key->Lit(), button == row.Button) << "the ring stands on the mode in force";
+    }
     Lines.clear();
     RunFor(60);
     for (const char* axis : {"0", "1", "4"}) {

@@ -45,6 +45,7 @@ class RecordingPollScreens final : public PollScreens {
   std::uint32_t ButtonBackground = 0;
   std::uint32_t ButtonText = 0;
   int Paints = 0;
+  MessageState Mark = MessageState::Good;
 
   [[nodiscard]] bool Offers(PollStage stage) const override { return Stages.count(stage) != 0; }
   void RunStage(PollStage stage) override {
@@ -59,6 +60,7 @@ class RecordingPollScreens final : public PollScreens {
     ButtonText = text;
     ++Paints;
   }
+  void MarkMessageButton(MessageState state) override { Mark = state; }
 
  private:
   Events& events_;

@@ -60,7 +60,7 @@ RC_GTEST_PROP(DecodeStatus, EveryFlagIsItsBit, (std::int32_t before, std::int32_
 
 TEST(MessageButton, TellsTheStateByItsColours) {
   const auto background = [](std::int32_t word, bool received) {
-    return MessageButtonColours(word, received).Background;
+    return MessageButtonColours(MessageStateOf(word, received)).Background;
   };
   EXPECT_EQ(background(0, false), ColourName::OkMessageButton);
   EXPECT_EQ(background(~(2048 | 4096), false), ColourName::OkMessageButton);
@@ -70,9 +70,11 @@ TEST(MessageButton, TellsTheStateByItsColours) {
   EXPECT_EQ(background(2048, true), ColourName::CriticalMessageButton);
   EXPECT_EQ(background(2048 | 4096, false), ColourName::CriticalMessageButton)
       << "with both bits the critical colours win";
-  EXPECT_EQ(MessageButtonColours(2048, false).Text, ColourName::CriticalMessageButtonText);
-  EXPECT_EQ(MessageButtonColours(4096, false).Text, ColourName::WarningMessageButtonText);
-  EXPECT_EQ(MessageButtonColours(0, false).Text, ColourName::OkMessageButtonText);
+  EXPECT_EQ(MessageButtonColours(MessageStateOf(2048, false)).Text,
+            ColourName::CriticalMessageButtonText);
+  EXPECT_EQ(MessageButtonColours(MessageStateOf(4096, false)).Text,
+            ColourName::WarningMessageButtonText);
+  EXPECT_EQ(MessageButtonColours(MessageStateOf(0, false)).Text, ColourName::OkMessageButtonText);
 }
 
 TEST(RunTimeText, RoundsBehindTheTestForAMinute) {
