@@ -61,10 +61,6 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   /// The global keys of all screens.
   void HandleFunctionKey(toolkit::Key key);
 
-  /// The window is asked to close: the shutdown question, once, out of the graphics state first.
-  /// Nothing before the main screen is up and nothing while the question stands.
-  void CloseRequested();
-
   // supervision::PlotStage; nothing before Open
   void RealTimePlot() override;
   void RefreshPlot(int slot) override;

@@ -8,22 +8,12 @@
 #include "console/ScreenSet.h"
 #include "core/General.h"
 #include "supervision/OperatorDialogs.h"
-#include "supervision/WarningText.h"
 
 namespace torvane::console {
 
 using toolkit::Key;
 using toolkit::PanelStyle;
 using toolkit::PointerEvent;
-
-namespace {
-
-std::string TextOf(std::string_view first, std::string_view second) {
-  if (second.empty()) return supervision::OneLineWarning(first);
-  return supervision::TwoLineWarning(first, second);
-}
-
-}  // namespace
 
 void Screen::Adopt(toolkit::Control& control, const std::string& name, Role role) {
   control.SetName(name);
@@ -266,13 +256,13 @@ std::string Screen::EnterText(std::string_view text, int mode) {
 }
 
 void Screen::Warn(std::string_view first, std::string_view second) {
-  (void)Services().Dialogs.ShowWarning(TextOf(first, second), supervision::WarningMode::Ok,
-                                       supervision::WarningStyle::Warning);
+  auto& dialogs = Services().Dialogs;
+  return second.empty() ? dialogs.Warn(first) : dialogs.Warn(first, second);
 }
 
 bool Screen::Confirm(std::string_view first, std::string_view second) {
-  return Services().Dialogs.ShowWarning(TextOf(first, second), supervision::WarningMode::OkCancel,
-                                        supervision::WarningStyle::Warning);
+  auto& dialogs = Services().Dialogs;
+  return second.empty() ? dialogs.Confirm(first) : dialogs.Confirm(first, second);
 }
 
 }  // namespace torvane::console

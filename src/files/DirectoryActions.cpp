@@ -4,8 +4,8 @@
 #include "files/Lists.h"
 #include "files/ProgramFamily.h"
 #include "platform/PlainNames.h"
+#include "supervision/OperatorDialogs.h"
 #include "supervision/ProgramNames.h"
-#include "supervision/WarningText.h"
 
 namespace torvane::files {
 

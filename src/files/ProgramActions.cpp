@@ -4,8 +4,8 @@
 #include "core/Text.h"
 #include "files/Lists.h"
 #include "platform/PlainNames.h"
+#include "supervision/OperatorDialogs.h"
 #include "supervision/ProgramNames.h"
-#include "supervision/WarningText.h"
 
 namespace torvane::files {
 

@@ -4,17 +4,14 @@
 
 #include "files/FaultNote.h"
 #include "platform/RuntimeFault.h"
-#include "supervision/WarningText.h"
+#include "supervision/OperatorDialogs.h"
 
 namespace torvane::files {
 
-namespace WarningMode = supervision::WarningMode;
-namespace WarningStyle = supervision::WarningStyle;
+using supervision::WarningMode;
+using supervision::WarningStyle;
 
-void Tell(const FileParts& parts, std::string_view line) {
-  parts.Dialogs.ShowWarning(supervision::OneLineWarning(line), WarningMode::Ok,
-                            WarningStyle::Warning);
-}
+void Tell(const FileParts& parts, std::string_view line) { parts.Dialogs.Warn(line); }
 
 bool Ask(const FileParts& parts, std::string_view text) {
   return parts.Dialogs.ShowWarning(text, WarningMode::OkCancel, WarningStyle::Warning);
@@ -31,8 +28,7 @@ void TellFault(const FileParts& parts, const platform::RuntimeFault& fault) {
   std::string_view words = fault.what();
   if (words.starts_with(fault.Path()) && !fault.Path().empty())
     words.remove_prefix(fault.Path().size() + 2);
-  parts.Dialogs.ShowWarning(supervision::TwoLineWarning(fault.Path(), words), WarningMode::Ok,
-                            WarningStyle::Warning);
+  parts.Dialogs.Warn(fault.Path(), words);
 }
 
 }  // namespace

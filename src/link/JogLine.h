@@ -17,8 +17,8 @@ namespace torvane::link {
 ///   ...
 ///   jog.Stop();                              // key up, or any other end
 ///
-/// No jog word is ever the last word. The stop, "VR(48)=0", takes away the words that still wait for
-/// the line and overtakes all that waits there, the recovery of a failed exchange too; only the
+/// No jog word is ever the last word. The stop, "VR(48)=0", takes away the words that still wait
+/// for the line and overtakes all that waits there, the recovery of a failed exchange too; only the
 /// exchange that has the line goes before it. A word whose exchange fails ends its hold, as it may
 /// have reached the machine. A stop that fails is repeated as soon as the line answers anybody
 /// again, until the controller has taken it; a word never is.

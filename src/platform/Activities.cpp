@@ -32,8 +32,8 @@ using boost::context::fiber;
 /// Leaves a handler whose wait is given up. No std::exception on purpose: nobody else catches it.
 struct GivenUp {};
 
-/// What the C++ runtime knows of exceptions that are being thrown or handled. It keeps it by thread;
-/// it belongs to the stack, or a wait inside a catch block would mix up two of them.
+/// What the C++ runtime knows of exceptions that are being thrown or handled. It keeps it by
+/// thread; it belongs to the stack, or a wait inside a catch block would mix up two of them.
 struct ExceptionState {
   void* Caught = nullptr;
   unsigned int Uncaught = 0;

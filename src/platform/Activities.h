@@ -9,8 +9,8 @@
 namespace torvane::platform {
 
 /// An activity is one handler with a stack to itself. It runs until it waits; then it is put aside,
-/// and whoever started it, or let it go on, has the thread back. Activities end in any order. All of
-/// this is one thread: nothing runs beside a handler but while it waits.
+/// and whoever started it, or let it go on, has the thread back. Activities end in any order. All
+/// of this is one thread: nothing runs beside a handler but while it waits.
 ///
 /// What a handler needs it holds by value: its caller has gone on when it comes back from a wait.
 class Activities {

@@ -56,9 +56,9 @@ class Poll::Watch {
 
 void Poll::PollTrio() {
   static constexpr std::array<Stage, 9> Stages = {
-      &Poll::ReadStatus, &Poll::PlotPosition,    &Poll::ReadPositions,
-      &Poll::ReadFeeds,  &Poll::ReadRunningBlock, &Poll::RefreshMessageButton,
-      &Poll::RunMachineStages, &Poll::TopUpTable, &Poll::RefreshTickBatch};
+      &Poll::ReadStatus,       &Poll::PlotPosition,     &Poll::ReadPositions,
+      &Poll::ReadFeeds,        &Poll::ReadRunningBlock, &Poll::RefreshMessageButton,
+      &Poll::RunMachineStages, &Poll::TopUpTable,       &Poll::RefreshTickBatch};
   trio_.Loop().WaitUntil([this] { return !inTick_; });
   const FlagGuard tick(inTick_);
   const Watch watch(*this);

@@ -89,10 +89,6 @@ void Desk::EndModal() {
   SetActive(nullptr);
 }
 
-bool Desk::IsModal(const Form& form) const {
-  return std::find(modal_.begin(), modal_.end(), &form) != modal_.end();
-}
-
 Form* Desk::ModalForm() const {
   const auto standing = std::find_if(modal_.rbegin(), modal_.rend(),
                                      [](const Form* form) { return form->Visible(); });

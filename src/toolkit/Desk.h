@@ -91,7 +91,6 @@ class Desk : public QWidget {
   [[nodiscard]] Form* TargetOf(const KeyStroke& stroke) const;
   void SetActive(Form* form);
   void ApplyStack(const std::vector<Form*>& before);
-  [[nodiscard]] bool IsModal(const Form& form) const;
   void EndModal();
   void ReleaseAllKeys();
 

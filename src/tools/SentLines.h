@@ -34,8 +34,8 @@ class SentLines final : public platform::SerialPort {
   void SetRts(bool on) override { port_.SetRts(on); }
   [[nodiscard]] platform::PortLines Lines() const override { return port_.Lines(); }
   void OnReceived(std::function<void()> handler) override { port_.OnReceived(std::move(handler)); }
-  void OnLinesChanged(std::function<void()> handler) override {
-    port_.OnLinesChanged(std::move(handler));
+  void OnLineEvent(std::function<void(platform::LineEvent)> handler) override {
+    port_.OnLineEvent(std::move(handler));
   }
 
  private:

@@ -161,8 +161,8 @@ TEST_F(Jogging, WithTheLinkOffNothingIsSentAndNothingIsOwed) {
   EXPECT_FALSE(Jog.Stopping());
 }
 
-/// A storm of presses, ends and strangers' lines on a line that falls silent and comes back: no word
-/// is the last word.
+/// A storm of presses, ends and strangers' lines on a line that falls silent and comes back: no
+/// word is the last word.
 RC_GTEST_PROP(JoggingProperty, NoJogWordIsEverTheLastWord, ()) {
   enum class Event { Press, Stop, Ask, Silence, Answer };
   const auto storm = *rc::gen::container<std::vector<std::pair<int, int>>>(

@@ -117,9 +117,10 @@ TEST_F(SimOnATerminal, TakesCommandsInPiecesAndTellsItsEvents) {
   host_->Step(1);
   Type("rt\nbit 3\nnonsense\n");
   host_->Step(1);
-  EXPECT_EQ(out_.str().substr(out_.str().find('\n') + 1),
-            "cycle started: slot 1\ncycle finished: sheets completed 1\nmessage: bit 3\ncommands: " +
-                std::string(simulator::OperatorWords) + "\n");
+  EXPECT_EQ(
+      out_.str().substr(out_.str().find('\n') + 1),
+      "cycle started: slot 1\ncycle finished: sheets completed 1\nmessage: bit 3\ncommands: " +
+          std::string(simulator::OperatorWords) + "\n");
 }
 
 TEST_F(SimOnATerminal, EndsWithQuitAndTakesItsLinkAway) {
