@@ -10,12 +10,12 @@
 
 namespace torvane::link {
 class Downloads;
+class OperatorDialogs;
 class Trio;
 }  // namespace torvane::link
 
 namespace torvane::supervision {
 class MessageList;
-class OperatorDialogs;
 class Poll;
 class ProgramEntries;
 class ProgramSelection;
@@ -43,7 +43,7 @@ struct ConsoleServices {
   link::Trio& Trio;
   link::Downloads& Downloads;
   supervision::Poll& Poll;
-  supervision::OperatorDialogs& Dialogs;
+  link::OperatorDialogs& Dialogs;
   supervision::WarningBox& Warning;
   supervision::MessageList& Messages;
   supervision::ProgramEntries& Entries;

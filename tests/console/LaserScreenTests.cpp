@@ -2,6 +2,7 @@
 #include <set>
 
 #include "ConsoleFixture.h"
+#include "core/General.h"
 #include "simulator/ControllerMemory.h"
 
 namespace torvane::tests {

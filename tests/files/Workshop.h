@@ -29,7 +29,8 @@ class WrittenDialogs final : public supervision::OperatorDialogs {
   int Busy = 0;                         ///< pointer spells that have not ended
   int Spells = 0;
 
-  bool ShowWarning(std::string_view text, int mode, int style) override {
+  bool ShowWarning(std::string_view text, supervision::WarningMode mode,
+                   supervision::WarningStyle style) override {
     const bool question = mode == supervision::WarningMode::OkCancel;
     EXPECT_EQ(style, supervision::WarningStyle::Warning);
     Log.push_back((question ? "ask " : "tell ") + std::string(text));
