@@ -33,7 +33,7 @@ class Pads {
   std::string Enter(const char* screen, std::string_view initialText, int mode);
 
   ScreenSet& screens_;
-  std::shared_ptr<PadEntry> entry_;
+  std::shared_ptr<PadEntry> entry_ = std::make_shared<PadEntry>();
 };
 
 }  // namespace torvane::console

@@ -97,6 +97,7 @@ TEST_F(CloseRequest, TheKeysAreDeadOnceItShutsDown) {
     Type(Key::O);
   });
   CloseWindow();
+  RunFor(500);
   EXPECT_EQ(Session.Events, (std::vector<std::string>{"end session", "end process"}))
       << "one end, the one that was chosen first";
 }

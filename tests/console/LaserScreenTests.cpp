@@ -193,6 +193,7 @@ TEST_F(LaserScreen, ByTouchTheKeysSendTheSame) {
   Open();
   for (int i = 1; i <= 4; ++i) Press("FeedButton(" + std::to_string(i) + ")");
   for (int i = 1; i <= 4; ++i) Press("PowerButton(" + std::to_string(i) + ")");
+  RunFor(100);
   EXPECT_EQ(TakeCommands(), (Words{"VR(68)=80", "VR(68)=75", "VR(68)=80", "VR(68)=100", "VR(69)=80",
                                    "VR(69)=75", "VR(69)=80", "VR(69)=100"}));
   Press("ExitButton");
