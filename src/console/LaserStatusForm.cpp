@@ -27,6 +27,9 @@ const std::vector<std::string> StatusCaptions = {
     "RAMPING MODE :",   "RAMP UP VALUE :",  "RAMP DOWN VALUE :",      "RAMP MINIMUM POWER (%) :",
     "AUTO HEAD COMP :", "TIP HEIGHT (mm) :"};
 
+/// Of a line of the status, lower than an entry that is pressed.
+constexpr double StatusHigh = 38;
+
 /// Further keys of the feed; the power has none.
 constexpr std::array FurtherFeedKeys = {Key::PageDown, Key::Down, Key::Up, Key::PageUp};
 
@@ -45,7 +48,7 @@ LaserStatusForm::LaserStatusForm(const ScreenStart& start) : Screen(start) {
   OfferStage(supervision::PollStage::Laser, [this] { Refresh(); });
   SetGrid(FormWide,
           Rows({Columns({feed, power}).Spaced(SectionGap), status, AtRight(AddExitButton(Body()))})
-              .Spaced(SectionGap));
+              .Spaced(SectionGap / 2));
 }
 
 Cell LaserStatusForm::OverrideCells(Override& override, const std::string& name,
@@ -82,7 +85,8 @@ Cell LaserStatusForm::StatusCells() {
   status_ = AddValues(frame, "StatusBox", 1, static_cast<int>(StatusCaptions.size()));
   const auto column = [&](std::size_t from) {
     std::vector<std::vector<Cell>> rows;
-    for (std::size_t i = from; i < from + 5; ++i) rows.push_back({labels[i], status_[i]});
+    for (std::size_t i = from; i < from + 5; ++i)
+      rows.push_back({Cell(labels[i]).High(StatusHigh), Cell(status_[i]).High(StatusHigh)});
     return Table({StatusCaptionWide, 0}, rows);
   };
   return Inside(frame, Columns({column(0), column(5)}).Spaced(SectionGap));
