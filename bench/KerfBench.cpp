@@ -8,8 +8,11 @@
 
 #include "../tests/support/ChordWalk.h"
 #include "partprogram/Binding.h"
+#include "partprogram/BlendModule.h"
+#include "partprogram/FixedLines.h"
 #include "partprogram/Intersection.h"
-#include "partprogram/Passes.h"
+#include "partprogram/KerfModule.h"
+#include "partprogram/TableModule.h"
 
 namespace {
 
@@ -112,9 +115,9 @@ DrawRecord CornerOf(Point3 centre, double radius, double start, double sweep) {
   DrawRecord record;
   record.Code = RecordCode::ArcProfile;
   record.CentrePoint = centre;
-  record.Values[0] = static_cast<float>(radius);
-  record.Values[9] = static_cast<float>(start);
-  record.Values[10] = static_cast<float>(sweep);
+  record[partprogram::Figure::Length] = static_cast<float>(radius);
+  record[partprogram::Figure::Angle] = static_cast<float>(start);
+  record[partprogram::Figure::Sweep] = static_cast<float>(sweep);
   record.KerfSide = 1;
   FinishRecord(record);
   return record;

@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 #include "core/General.h"
+#include "core/SlotFiles.h"
 #include "partprogram/Pipeline.h"
 #include "platform/DiskFileSystem.h"
 #include "support/ProgramGenerator.h"
@@ -87,7 +88,7 @@ PassResult SelectOnce(std::string_view program, platform::FileSystem& files,
   static const core::Station station{1, 1, "Laser", 3, 0, 0, 0, 0};
   const PassInput input{"SHEET", "BENCH", 1, &machine, &station, {}};
   const std::string squeezed = SqueezeProgram(program);
-  files.ReplaceFile(SlotBaseName(directories, 1) + "prg", squeezed);
+  files.ReplaceFile(core::SlotFile(directories, 1, core::Extension::Program), squeezed);
   PassResult result = RunPasses(squeezed, input);
   WriteSlotFiles(files, directories, 1, result);
   return result;

@@ -19,10 +19,9 @@ if(TORVANE_FUZZ)
   target_compile_options(torvane_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# torvane_module(name [QT] DEPENDS lib...): every .cpp of the calling folder as torvane_<name>. QT:
-# most of its files include Qt's widgets, which are then compiled once.
+# torvane_module(name DEPENDS lib...): every .cpp of the calling folder as torvane_<name>.
 function(torvane_module name)
-  cmake_parse_arguments(arg "QT" "" "DEPENDS" ${ARGN})
+  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/Main[A-Za-z]*\\.cpp$")
   if(sources)
@@ -31,11 +30,6 @@ function(torvane_module name)
     if(TORVANE_PCH)
       target_precompile_headers(torvane_${name} PRIVATE
         <algorithm> <array> <cmath> <cstdint> <functional> <memory> <string> <string_view> <vector>)
-      if(arg_QT)
-        target_precompile_headers(torvane_${name} PRIVATE
-          <map> <set> <optional> <QApplication> <QKeyEvent> <QMouseEvent> <QPainter> <QPointer>
-          <QTimer> <QWidget>)
-      endif()
     endif()
   else()
     add_library(torvane_${name} INTERFACE)

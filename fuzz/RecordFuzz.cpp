@@ -28,7 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   core::MachineData machine;
   machine.YDirection = 1;
   graphics::DrawProgram(canvas, colours, machine,
-                        {records[0].Values[0], records[0].Values[1], records, records});
+                        {records[0][partprogram::Figure::Length],
+                         records[0][partprogram::Figure::SecondLength], records, records});
   for (auto& record : records) partprogram::FinishRecord(record);
   return 0;
 }

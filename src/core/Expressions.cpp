@@ -24,7 +24,8 @@ bool FindBehind(std::string_view block, std::string_view key, std::string_view& 
   return true;
 }
 
-/// A span without brackets, from the left: at most two operands are held.
+/// A span without brackets, from the left. A number that ends is the next operand; with two of them
+/// the first operator that waits is applied and the others move up.
 class SpanWalk {
  public:
   Calculation Run(std::string_view span) {
@@ -35,32 +36,31 @@ class SpanWalk {
       if (IsNumberPart(character)) {
         lastWasDigit = true;
       } else if (character != '-' || lastWasDigit) {
-        EndNumber(span.substr(numberStart, at - numberStart), character);
+        EndNumber(span.substr(numberStart, at - numberStart));
         if (result_.ArithmeticError) return result_;
+        waiting_ += character;
         numberStart = at + 1;
         lastWasDigit = false;
       }
     }
-    EndNumber(span.substr(numberStart), pending_);
+    EndNumber(span.substr(numberStart));
     return result_;
   }
 
  private:
-  /// The number in front of `next`, an operator, is the next operand of the one that waits.
-  void EndNumber(std::string_view number, char next) {
+  void EndNumber(std::string_view number) {
     if (number.empty()) return;
     const double operand = LeadingNumber(number);
     if (result_.Empty) {
       result_.Value = operand;
       result_.Empty = false;
     } else {
-      Apply(operand);
+      Apply(waiting_[applied_++], operand);
     }
-    pending_ = next;
   }
 
-  void Apply(double operand) {
-    switch (pending_) {
+  void Apply(char operation, double operand) {
+    switch (operation) {
       case '+':
         result_.Value += operand;
         break;
@@ -77,26 +77,38 @@ class SpanWalk {
   }
 
   Calculation result_;
-  char pending_ = '+';
+  std::string waiting_;      ///< operators in the order in which they stand
+  std::size_t applied_ = 0;  ///< of them; a second operand always has one in front of it
 };
 
-/// Works the brackets out from the last "(" on, each replaced by its text.
+/// An expression without brackets: an error leaves nothing.
+Calculation CalculatePlain(std::string_view expression) {
+  const Calculation result = SpanWalk().Run(expression);
+  return result.ArithmeticError ? Calculation{.Value = 0, .Empty = true, .ArithmeticError = true}
+                                : result;
+}
+
+/// Works the brackets out from the last "(" on, each replaced by its text. With an error the value
+/// is that of the last span that came to its end, 0 and empty before the first.
 Calculation CalculateBrackets(std::string text) {
   Calculation inner;
+  const auto failed = [&] {
+    inner.ArithmeticError = true;
+    return inner;
+  };
   std::string number;
   for (auto open = text.rfind('('); open != std::string::npos; open = text.rfind('(', open)) {
     const auto close = text.find(')', open);
-    if (close == std::string::npos) {
-      inner.ArithmeticError = true;
-      return inner;
-    }
-    inner = SpanWalk().Run(std::string_view(text).substr(open + 1, close - open - 1));
-    if (inner.ArithmeticError) return inner;
+    if (close == std::string::npos) return failed();
+    const auto span = SpanWalk().Run(std::string_view(text).substr(open + 1, close - open - 1));
+    if (span.ArithmeticError) return failed();
+    inner = span;
     number.clear();
     AppendNumber(number, inner.Value, -1);
     text.replace(open, close - open + 1, number);
   }
-  return SpanWalk().Run(text);
+  const auto whole = SpanWalk().Run(text);
+  return whole.ArithmeticError ? failed() : whole;
 }
 
 }  // namespace
@@ -106,7 +118,7 @@ Calculation Calculate(std::string_view expression) {
   const auto opened = std::count(expression.begin(), expression.end(), '(');
   const auto closed = std::count(expression.begin(), expression.end(), ')');
   if (opened != closed) return {.Value = 0, .Empty = true, .ArithmeticError = true};
-  if (clean && opened == 0) return SpanWalk().Run(expression);
+  if (clean && opened == 0) return CalculatePlain(expression);
   std::string text(expression);
   std::erase_if(text, [](char character) { return !IsExpressionPart(character); });
   return CalculateBrackets(std::move(text));

@@ -30,7 +30,7 @@ struct WordValue {
 
 /// What Calculate gives: the value, and whether brackets were unbalanced or a division by zero met.
 struct Calculation {
-  double Value = 0;              ///< with an error, the value in hand when it was met
+  double Value = 0;              ///< with an error, that of the last span that came to its end
   bool Empty = true;             ///< nothing was worked out
   bool ArithmeticError = false;  ///< unbalanced brackets or a division by zero
 };
@@ -38,8 +38,9 @@ struct Calculation {
 /// Strictly left to right, no precedence: "2+3*4" is 20. Brackets are worked out from the inside
 /// and go back into the expression as text, so that they keep only what NumberText shows of them.
 /// Characters that are no digit, point, operator or bracket are dropped first. A "-" behind
-/// anything but a digit is a sign ("--5" is no number and reads as 0); an operator with no number
-/// before it is passed over.
+/// anything but a digit is a sign ("--5" is no number and reads as 0). Every other operator waits,
+/// wherever it stands, and with two operands the first that waits is applied: "+5-3" is 8 and
+/// "5*+3-1" is 16.
 [[nodiscard]] Calculation Calculate(std::string_view expression);
 
 }  // namespace torvane::core

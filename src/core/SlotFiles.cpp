@@ -6,6 +6,8 @@
 #include "core/ConfigText.h"
 #include "core/General.h"
 #include "core/LastFile.h"
+#include "platform/PlainNames.h"
+#include "platform/RuntimeFault.h"
 
 namespace torvane::core {
 
@@ -26,6 +28,18 @@ std::int32_t StoredLong(LineReader& lines, std::string_view path) {
 
 float StoredSingle(LineReader& lines, std::string_view path) {
   return ToSingle(StoredNumber(lines.Required(), path, -SingleHigh, SingleHigh));
+}
+
+/// The marker that ends each of these files: without it the file was not written to its end.
+void RequireMarker(LineReader& lines, std::string_view path) {
+  if (Trim(lines.Required()) == EndMarker) return;
+  throw platform::RuntimeFault(std::string(path), "the end mark is missing");
+}
+
+std::string StoredName(LineReader& lines, std::string_view path) {
+  std::string name(Trim(lines.Required()));
+  if (platform::IsPlainName(name)) return name;
+  throw platform::RuntimeFault(std::string(path), "\"" + name + "\" is no plain name");
 }
 
 /// A value a line, then the marker.
@@ -55,9 +69,13 @@ bool ReadOptional(platform::FileSystem& files, const DirectorySet& directories,
 
 }  // namespace
 
+std::string SlotFile(std::string_view rootDirectory, int slot, std::string_view extension) {
+  std::string path(rootDirectory);
+  return path.append("Actvprg").append(std::to_string(slot)).append(".").append(extension);
+}
+
 std::string SlotFile(const DirectorySet& directories, int slot, std::string_view extension) {
-  return directories.RootDirectory + "Actvprg" + std::to_string(slot) + "." +
-         std::string(extension);
+  return SlotFile(directories.RootDirectory, slot, extension);
 }
 
 bool SlotFilesExist(const platform::FileSystem& files, const DirectorySet& directories, int slot) {
@@ -67,8 +85,28 @@ bool SlotFilesExist(const platform::FileSystem& files, const DirectorySet& direc
 }
 
 void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directories, int slot) {
-  for (const auto& name : files.ListFiles(SlotFile(directories, slot, "*"))) {
+  for (const auto& name : files.ListFiles(SlotFile(directories, slot, Extension::Any))) {
     files.DeleteFile(directories.RootDirectory + name);
+  }
+}
+
+void HoldSize(const platform::FileSystem& files, const std::string& path, int records,
+              std::size_t recordSize) {
+  const std::uint64_t wanted = static_cast<std::uint64_t>(records) * recordSize;
+  const std::uint64_t size = files.FileSize(path);
+  if (size == wanted) return;
+  throw platform::RuntimeFault(
+      path, "its size is " + std::to_string(size) + " bytes in place of " + std::to_string(wanted));
+}
+
+bool IsTableLine(std::string_view record) { return record.starts_with("TABLE("); }
+
+void HoldTableLines(const platform::FileSystem& files, const std::string& path) {
+  const std::string table = files.ReadFile(path);
+  for (std::size_t at = 0; at < table.size(); at += LineRecordSize) {
+    if (IsTableLine(std::string_view(table).substr(at))) continue;
+    throw platform::RuntimeFault(
+        path, "record " + std::to_string(at / LineRecordSize + 1) + " is no table line");
   }
 }
 
@@ -79,12 +117,13 @@ void EmptySlot(ActiveProgram& program, float loadPositionY) {
 
 void ReadSlotConfig(std::string_view text, std::string_view path, ActiveProgram& program) {
   LineReader lines(text, path);
-  program.ProgramName = Trim(lines.Required());
-  program.DirectoryName = Trim(lines.Required());
+  program.ProgramName = StoredName(lines, path);
+  program.DirectoryName = StoredName(lines, path);
   program.SourcePath = Trim(lines.Required());
   program.BodyLines = StoredCount(lines, path);
   program.TableLines = StoredCount(lines, path);
   program.LoadY = StoredSingle(lines, path);
+  RequireMarker(lines, path);
 }
 
 std::string SlotConfigText(const ActiveProgram& program) {
@@ -99,6 +138,7 @@ RunTotals ReadProgramStatus(std::string_view text, std::string_view path) {
   totals.ProgramTime = StoredLong(lines, path);
   totals.MoveLength = StoredSingle(lines, path);
   totals.ProfileLength = StoredSingle(lines, path);
+  RequireMarker(lines, path);
   return totals;
 }
 
@@ -111,6 +151,7 @@ Batch ReadBatch(std::string_view text, std::string_view path) {
   LineReader lines(text, path);
   Batch batch;
   for (const auto field : BatchFields) batch.*field = StoredLong(lines, path);
+  RequireMarker(lines, path);
   return batch;
 }
 
@@ -122,40 +163,40 @@ std::string BatchText(const Batch& batch) {
 
 void LoadSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
                     ActiveProgram& program) {
-  const std::string path = SlotFile(directories, slot, "cfg");
+  const std::string path = SlotFile(directories, slot, Extension::Config);
   NoteLastFile(files, directories, path);
   ReadSlotConfig(files.ReadFile(path), path, program);
 }
 
 void SaveSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
                     const ActiveProgram& program) {
-  files.ReplaceFile(SlotFile(directories, slot, "cfg"), SlotConfigText(program));
+  files.ReplaceFile(SlotFile(directories, slot, Extension::Config), SlotConfigText(program));
 }
 
 void LoadProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
                        RunTotals& totals) {
   totals = RunTotals{};
-  const std::string path = SlotFile(directories, slot, "sts");
+  const std::string path = SlotFile(directories, slot, Extension::Status);
   std::string text;
   if (ReadOptional(files, directories, path, text)) totals = ReadProgramStatus(text, path);
 }
 
 void SaveProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
                        const RunTotals& totals) {
-  files.ReplaceFile(SlotFile(directories, slot, "sts"), ProgramStatusText(totals));
+  files.ReplaceFile(SlotFile(directories, slot, Extension::Status), ProgramStatusText(totals));
 }
 
 void LoadBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
                Batch& batch) {
   batch = Batch{};
-  const std::string path = SlotFile(directories, slot, "btc");
+  const std::string path = SlotFile(directories, slot, Extension::BatchCounters);
   std::string text;
   if (ReadOptional(files, directories, path, text)) batch = ReadBatch(text, path);
 }
 
 void SaveBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
                const Batch& batch) {
-  files.ReplaceFile(SlotFile(directories, slot, "btc"), BatchText(batch));
+  files.ReplaceFile(SlotFile(directories, slot, Extension::BatchCounters), BatchText(batch));
 }
 
 }  // namespace torvane::core

@@ -38,7 +38,7 @@ void DrawingModule::LoadPlot(int slot) {
   box->Cls();
   ShowLimits(slot, false);
   view.PlotIconSize = IconSizeOf(view);
-  const auto programmed = core::SlotFile(system_.Directories, slot, "drw");
+  const auto programmed = core::SlotFile(system_.Directories, slot, core::Extension::Draw);
   if (!files_.FileExists(programmed)) return;
   if (!ApplyView(slot)) return;
 
@@ -48,7 +48,7 @@ void DrawingModule::LoadPlot(int slot) {
   ShowLimits(slot, true);
   DrawRecordsOf(*drawn, program.DrawRecords, *box, system_.Colours);
 
-  const auto compensated = core::SlotFile(system_.Directories, slot, "krw");
+  const auto compensated = core::SlotFile(system_.Directories, slot, core::Extension::Kerf);
   if (!system_.Plot.KerfShown || !files_.FileExists(compensated)) return;
   core::NoteLastFile(files_, system_.Directories, compensated);
   const auto kerf = files_.OpenRecords(compensated, partprogram::DrawRecordSize);

@@ -11,12 +11,8 @@ namespace {
 
 using core::Vector2;
 using partprogram::DrawRecord;
+using partprogram::Figure;
 using partprogram::Point3;
-
-/// Places of an arc's figures in Values.
-constexpr std::size_t ArcRadius = 0;
-constexpr std::size_t ArcStartAngle = 9;
-constexpr std::size_t ArcSweep = 10;
 
 struct ChordBand {
   double UpTo;  ///< degrees, included
@@ -32,12 +28,12 @@ bool Differs(Vector2 point, const Point3& exact) {
   return point.X != exact.X || point.Y != exact.Y;
 }
 
-double StartOf(const DrawRecord& record) { return record.Values[ArcStartAngle]; }
-double SweepOf(const DrawRecord& record) { return record.Values[ArcSweep]; }
+double StartOf(const DrawRecord& record) { return record[Figure::StartAngle]; }
+double SweepOf(const DrawRecord& record) { return record[Figure::Sweep]; }
 
 /// An arc is big against the view when its radius is above a tenth of the view's width.
 int ChordsOf(const platform::Canvas& canvas, const DrawRecord& record) {
-  const bool big = record.Values[ArcRadius] > std::abs(canvas.ScaleWidth()) / 10;
+  const bool big = record[Figure::Radius] > std::abs(canvas.ScaleWidth()) / 10;
   return ArcChordCount(SweepOf(record), big);
 }
 
@@ -46,7 +42,7 @@ bool LeavesMark(const DrawRecord& record) { return IsCut(record) && record.BeamS
 /// The chords of a fan around the record's centre, joined to the record's own ends.
 void DrawFan(platform::Canvas& canvas, const DrawRecord& record, const ChordFan& fan,
              platform::Colour colour) {
-  const double radius = record.Values[ArcRadius];
+  const double radius = record[Figure::Radius];
   const auto onCircle = [&](Vector2 direction) {
     return Vector2{record.CentrePoint.X + radius * direction.X,
                    record.CentrePoint.Y + radius * direction.Y};

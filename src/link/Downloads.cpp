@@ -5,6 +5,7 @@
 
 #include "core/General.h"
 #include "core/LastFile.h"
+#include "core/SlotFiles.h"
 #include "link/Variables.h"
 #include "platform/RuntimeFault.h"
 
@@ -91,8 +92,7 @@ void Downloads::SendTable(std::int16_t slot, std::int16_t& sent, std::int16_t ta
     Trio& Of;
     bool Pause;
   } const paused(trio_, how.PausePoll);
-  SendRecords(directories_.RootDirectory + "Actvprg" + core::IntegerText(slot) + ".tbl", sent, last,
-              how);
+  SendRecords(core::SlotFile(directories_, slot, core::Extension::Table), sent, last, how);
 }
 
 void Downloads::SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target,
@@ -102,9 +102,11 @@ void Downloads::SendRecords(const std::string& path, std::int16_t& sent, std::in
   std::array<char, TableRecordSize> record{};
   const int before = std::max<int>(sent, 0);
   for (int number = before + 1; number <= target; ++number) {
-    if (!records->Read(static_cast<std::uint32_t>(number), record)) {
+    const bool read = records->Read(static_cast<std::uint32_t>(number), record);
+    if (!read || !core::IsTableLine({record.data(), record.size()})) {
       sent = static_cast<std::int16_t>(number - 1);
-      throw platform::RuntimeFault(path, "record " + std::to_string(number) + " is missing");
+      throw platform::RuntimeFault(
+          path, "record " + std::to_string(number) + (read ? " is no table line" : " is missing"));
     }
     trio_.Download({record.data(), record.size()}, how.From);
     if (sent < before || (how.Overtaken && how.Overtaken())) return;

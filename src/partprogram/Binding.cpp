@@ -9,14 +9,6 @@
 namespace torvane::partprogram {
 namespace {
 
-constexpr std::size_t LengthValue = 0;  ///< also the radius of an arc
-constexpr std::size_t ArcLengthValue = 1;
-constexpr std::size_t SecondLengthValue = 4;
-constexpr std::size_t AngleValue = 9;
-constexpr std::size_t SweepValue = 10;
-
-/// Which of a beam's floats is its angle.
-constexpr std::size_t BeamAngleFloat = 3;
 /// A station from this type on turns with its move and keeps the angle that it was given.
 constexpr std::int16_t FirstTurningType = 10;
 
@@ -66,7 +58,7 @@ Box BoxOfEnds(const DrawRecord& record) {
 /// only points that can widen the box: the result is that of all degrees, to the bit.
 void IncludeDegrees(Box& box, const DrawRecord& record, int first, int last) {
   if (first > last) std::swap(first, last);
-  const double radius = record.Values[LengthValue];
+  const double radius = record[Figure::Radius];
   const auto include = [&](int degrees) {
     const core::Vector2 unit = Degrees().At(degrees);
     Include(box, record.CentrePoint.X + radius * unit.X, record.CentrePoint.Y + radius * unit.Y);
@@ -123,28 +115,28 @@ void FinishLine(DrawRecord& record) {
   const core::Polar polar =
       core::XYToPolar(static_cast<double>(record.EndPoint.X) - record.StartPoint.X,
                       static_cast<double>(record.EndPoint.Y) - record.StartPoint.Y);
-  record.Values[LengthValue] = Rounded(polar.Length);
-  record.Values[AngleValue] = static_cast<float>(core::RoundPlaces(polar.Angle, 3));
-  record.BoxOuter = PickBox(record.BoxInner, record.Values[LengthValue]);
+  record[Figure::Length] = Rounded(polar.Length);
+  record[Figure::Angle] = static_cast<float>(core::RoundPlaces(polar.Angle, 3));
+  record.BoxOuter = PickBox(record.BoxInner, record[Figure::Length]);
 }
 
 Point3 PointAt(const DrawRecord& record, double angle) {
-  const core::Vector2 offset = core::PolarToXY(record.Values[LengthValue], angle);
+  const core::Vector2 offset = core::PolarToXY(record[Figure::Radius], angle);
   return {Rounded(record.CentrePoint.X + offset.X), Rounded(record.CentrePoint.Y + offset.Y),
           Rounded(record.CentrePoint.Z)};
 }
 
 void FinishArc(DrawRecord& record) {
-  const double radius = record.Values[LengthValue];
-  const double start = record.Values[AngleValue];
-  const double sweep = record.Values[SweepValue];
+  const double radius = record[Figure::Radius];
+  const double start = record[Figure::StartAngle];
+  const double sweep = record[Figure::Sweep];
   record.StartPoint = PointAt(record, start);
   record.MidPoint = PointAt(record, start + sweep / 2);
   record.EndPoint = PointAt(record, start + sweep);
   record.ProfileStart = record.StartPoint;
   record.ProfileEnd = record.EndPoint;
   const double length = sweep == 0 ? 0 : 2 * radius * core::Pi / (360 / std::abs(sweep));
-  record.Values[ArcLengthValue] = static_cast<float>(length);
+  record[Figure::ArcLength] = static_cast<float>(length);
   record.BoxInner = BoxOfEnds(record);
   const double end = start + sweep;
   if (std::abs(start) <= LargestAngle && std::abs(end) <= LargestAngle) {
@@ -164,12 +156,12 @@ void FinishMove(DrawRecord& record) {
   if (keepsAngle) {
     BindLine(record);
     record.CentrePoint = record.EndPoint;
-    record.BoxOuter = PickBox(record.BoxInner, record.Values[LengthValue]);
+    record.BoxOuter = PickBox(record.BoxInner, record[Figure::Length]);
   } else {
     FinishLine(record);
-    record.Values[ArcLengthValue] = record.Values[LengthValue];
+    record[Figure::SecondLength] = record[Figure::Length];
   }
-  record.Values[SecondLengthValue] = record.Values[LengthValue];
+  record[Figure::ThirdLength] = record[Figure::Length];
 }
 
 void FinishPoint(DrawRecord& record) {
@@ -182,11 +174,11 @@ void FinishPoint(DrawRecord& record) {
 
 void FinishSheet(DrawRecord& record) {
   record.StartPoint = {};
-  record.EndPoint = {record.Values[0], record.Values[1], 0};
-  record.CentrePoint = {static_cast<float>(record.Values[0] / 2.0),
-                        static_cast<float>(record.Values[1] / 2.0), 0};
+  record.EndPoint = {record[Figure::SheetX], record[Figure::SheetY], 0};
+  record.CentrePoint = {static_cast<float>(record[Figure::SheetX] / 2.0),
+                        static_cast<float>(record[Figure::SheetY] / 2.0), 0};
   record.MidPoint = record.CentrePoint;
-  record.BoxInner = {0, 0, record.Values[0], record.Values[1]};
+  record.BoxInner = {0, 0, record[Figure::SheetX], record[Figure::SheetY]};
   record.BoxOuter = Widened(record.BoxInner, SheetMargin);
 }
 
@@ -214,11 +206,10 @@ constexpr std::array<Finisher, 12> Finishers = {{
 }};
 
 void FinishBeam(BeamState& beam) {
-  if (beam.Floats[BeamAngleFloat] != 0) {
-    beam.Floats[BeamAngleFloat] =
-        static_cast<float>(core::NormaliseAngle(beam.Floats[BeamAngleFloat]));
+  if (beam.Angle != 0) {
+    beam.Angle = static_cast<float>(core::NormaliseAngle(beam.Angle));
   }
-  if (beam.Kind == 'P' || beam.Kind == 'A') beam.Words[0] = beam.Words[1] = 0;
+  if (beam.Kind == 'P' || beam.Kind == 'A') beam.Placement = {};
 }
 
 }  // namespace

@@ -1,15 +1,12 @@
 // The blend pass: marks each profile element that continues the direction of the one before it, so
 // that the controller need not stop at the joint. No geometry changes.
-#include "partprogram/Passes.h"
+#include "partprogram/BlendModule.h"
+
 #include "partprogram/Tangent.h"
 
 namespace torvane::partprogram {
 
 namespace {
-
-constexpr std::size_t RadiusValue = 0;
-constexpr std::size_t AngleValue = 9;
-constexpr std::size_t SweepValue = 10;
 
 /// The last element.
 struct BlendState {
@@ -57,17 +54,17 @@ class BlendPass {
   using Kind = BlendState::ElementKind;
 
   bool BlendLine(const DrawRecord& record) {
-    const double angle = core::NormaliseAngle(record.Values[AngleValue]);
+    const double angle = core::NormaliseAngle(record[Figure::Angle]);
     const bool blended = Continues(angle, record.KerfSide);
     state_ = {Kind::Line, angle, 0, 0, record.KerfSide};
     return blended;
   }
 
   bool BlendArc(const DrawRecord& record) {
-    const double startAngle = record.Values[AngleValue];
-    const double sweep = record.Values[SweepValue];
+    const double startAngle = record[Figure::StartAngle];
+    const double sweep = record[Figure::Sweep];
     const bool blended = Continues(ArcTangent(startAngle, sweep), record.KerfSide) &&
-                         !(record.Values[RadiusValue] < machine_.BlendMinRadius);
+                         !(record[Figure::Radius] < machine_.BlendMinRadius);
     state_ = {sweep < 0 ? Kind::NegativeArc : Kind::Arc, 0, startAngle, sweep, record.KerfSide};
     return blended;
   }

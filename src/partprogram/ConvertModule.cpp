@@ -1,12 +1,12 @@
 // The cleaning step: from the squeezed program to ".bdy" and ".cnv".
+#include "partprogram/ConvertModule.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
 
 #include "core/General.h"
 #include "partprogram/Block.h"
-#include "partprogram/Passes.h"
-#include "partprogram/Pipeline.h"
 #include "partprogram/WordValues.h"
 
 namespace torvane::partprogram {

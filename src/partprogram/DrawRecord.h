@@ -3,14 +3,12 @@
 
 #include <array>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 
-namespace torvane::partprogram {
+#include "partprogram/DrawRecordFile.h"
 
-/// Bytes of a record on disk. Little-endian, no padding.
-inline constexpr std::size_t DrawRecordSize = 516;
+namespace torvane::partprogram {
 
 /// What a record stands for.
 namespace RecordCode {
@@ -69,13 +67,17 @@ struct BeamState {
   std::int16_t On = 0;  ///< -1 while the beam cuts
   char Kind = ' ';      ///< 'P' while profiling
   FixedText<18> ToolName = PadText<18>("");
-  std::array<float, 4> Floats{};
+  float ProfilingMark = 0;         ///< second state: -1 while profiling
+  std::array<float, 2> Carried{};  ///< nothing fills them
+  float Angle = 0;                 ///< degrees
   std::int16_t StationNumber = 0;
   std::int16_t StationType = 0;
-  std::array<std::int32_t, 3> Words{};
+  std::array<std::int32_t, 2> Placement{};
+  std::int32_t Number = 0;  ///< first state: 1 while profiling; second: the record's own number
 };
 
-/// In memory the fields stand as on disk; only DrawRecordFile knows the offsets.
+/// Figures and marks that depend on the kind of record are reached by their names, `arc[Figure::
+/// Sweep]`; only DrawRecordFile knows where they lie.
 struct DrawRecord {
   std::int16_t Code = 0;
   FixedText<18> Name = PadText<18>("");
@@ -92,8 +94,6 @@ struct DrawRecord {
   Point3 CentrePoint;
   Point3 ProfileStart;
   Point3 ProfileEnd;
-  std::array<float, 18> Values{};
-  std::array<std::int16_t, 12> Flags{};  ///< word 11: -1 on an arc put in by the kerf pass
   std::int16_t KerfSide = 0;
   std::int16_t Reserved = 0;
   Box BoxInner;
@@ -104,24 +104,22 @@ struct DrawRecord {
   std::array<float, 24> Settings = ClearedSettings();  ///< -999: not set
   std::int16_t Blended = 0;
 
+  [[nodiscard]] float& operator[](Figure figure) { return values_[PlaceOf(figure)]; }
+  [[nodiscard]] float operator[](Figure figure) const { return values_[PlaceOf(figure)]; }
+  [[nodiscard]] std::int16_t& operator[](Mark mark) { return flags_[PlaceOf(mark)]; }
+  [[nodiscard]] std::int16_t operator[](Mark mark) const { return flags_[PlaceOf(mark)]; }
+
   static constexpr std::array<float, 24> ClearedSettings() {
     std::array<float, 24> settings{};
     settings.fill(-999.0F);
     return settings;
   }
+
+ private:
+  friend struct DrawRecordFields;
+
+  std::array<float, 18> values_{};
+  std::array<std::int16_t, 12> flags_{};
 };
-
-/// Index of the word of Flags that marks a corner arc.
-inline constexpr std::size_t CornerArcFlag = 11;
-
-/// Writes the 516 bytes of a record.
-void EncodeRecord(const DrawRecord& record, std::span<char, DrawRecordSize> bytes);
-
-/// Any 516 bytes give a record; nothing is checked.
-[[nodiscard]] DrawRecord DecodeRecord(std::span<const char, DrawRecordSize> bytes);
-
-/// Only what a plot reads: Code, SkipLevel, StartPoint, EndPoint, CentrePoint, Values, KerfSide,
-/// BeamState1 and Blended. The other fields of `record` stay.
-void DecodePlotFields(std::span<const char, DrawRecordSize> bytes, DrawRecord& record);
 
 }  // namespace torvane::partprogram

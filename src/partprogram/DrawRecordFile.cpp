@@ -8,6 +8,7 @@
 #include "partprogram/DrawRecord.h"
 
 namespace torvane::partprogram {
+
 namespace {
 
 /// One row of a layout: the member and the offset of its first byte.
@@ -28,37 +29,59 @@ using BoxLayout =
 using BeamLayout = Layout<Field<&BeamState::On, 0>,              //
                           Field<&BeamState::Kind, 2>,            //
                           Field<&BeamState::ToolName, 3>,        //
-                          Field<&BeamState::Floats, 21>,         //
+                          Field<&BeamState::ProfilingMark, 21>,  //
+                          Field<&BeamState::Carried, 25>,        //
+                          Field<&BeamState::Angle, 33>,          //
                           Field<&BeamState::StationNumber, 37>,  //
                           Field<&BeamState::StationType, 39>,    //
-                          Field<&BeamState::Words, 41>>;
+                          Field<&BeamState::Placement, 41>,      //
+                          Field<&BeamState::Number, 49>>;
 
-using RecordLayout = Layout<Field<&DrawRecord::Code, 0>,            //
-                            Field<&DrawRecord::Name, 2>,            //
-                            Field<&DrawRecord::Material, 20>,       //
-                            Field<&DrawRecord::BlockNumber, 92>,    //
-                            Field<&DrawRecord::SubNumber, 94>,      //
-                            Field<&DrawRecord::SubBlock, 96>,       //
-                            Field<&DrawRecord::RecordIndex, 98>,    //
-                            Field<&DrawRecord::TableLine, 100>,     //
-                            Field<&DrawRecord::SkipLevel, 102>,     //
-                            Field<&DrawRecord::StartPoint, 104>,    //
-                            Field<&DrawRecord::MidPoint, 116>,      //
-                            Field<&DrawRecord::EndPoint, 128>,      //
-                            Field<&DrawRecord::CentrePoint, 140>,   //
-                            Field<&DrawRecord::ProfileStart, 152>,  //
-                            Field<&DrawRecord::ProfileEnd, 164>,    //
-                            Field<&DrawRecord::Values, 176>,        //
-                            Field<&DrawRecord::Flags, 248>,         //
-                            Field<&DrawRecord::KerfSide, 272>,      //
-                            Field<&DrawRecord::Reserved, 274>,      //
-                            Field<&DrawRecord::BoxInner, 276>,      //
-                            Field<&DrawRecord::BoxOuter, 292>,      //
-                            Field<&DrawRecord::BeamState1, 308>,    //
-                            Field<&DrawRecord::BeamState2, 361>,    //
-                            Field<&DrawRecord::Feed, 414>,          //
-                            Field<&DrawRecord::Settings, 418>,      //
-                            Field<&DrawRecord::Blended, 514>>;
+/// Members that are told by name, to take some of a layout's fields.
+template <auto Pointer>
+struct Named {};
+template <auto... Pointers>
+struct Members {
+  template <auto Pointer>
+  static constexpr bool Hold = (std::is_same_v<Named<Pointer>, Named<Pointers>> || ...);
+};
+
+}  // namespace
+
+/// The fields of a record, and those of them that a plot reads.
+struct DrawRecordFields {
+  using All = Layout<Field<&DrawRecord::Code, 0>,            //
+                     Field<&DrawRecord::Name, 2>,            //
+                     Field<&DrawRecord::Material, 20>,       //
+                     Field<&DrawRecord::BlockNumber, 92>,    //
+                     Field<&DrawRecord::SubNumber, 94>,      //
+                     Field<&DrawRecord::SubBlock, 96>,       //
+                     Field<&DrawRecord::RecordIndex, 98>,    //
+                     Field<&DrawRecord::TableLine, 100>,     //
+                     Field<&DrawRecord::SkipLevel, 102>,     //
+                     Field<&DrawRecord::StartPoint, 104>,    //
+                     Field<&DrawRecord::MidPoint, 116>,      //
+                     Field<&DrawRecord::EndPoint, 128>,      //
+                     Field<&DrawRecord::CentrePoint, 140>,   //
+                     Field<&DrawRecord::ProfileStart, 152>,  //
+                     Field<&DrawRecord::ProfileEnd, 164>,    //
+                     Field<&DrawRecord::values_, 176>,       //
+                     Field<&DrawRecord::flags_, 248>,        //
+                     Field<&DrawRecord::KerfSide, 272>,      //
+                     Field<&DrawRecord::Reserved, 274>,      //
+                     Field<&DrawRecord::BoxInner, 276>,      //
+                     Field<&DrawRecord::BoxOuter, 292>,      //
+                     Field<&DrawRecord::BeamState1, 308>,    //
+                     Field<&DrawRecord::BeamState2, 361>,    //
+                     Field<&DrawRecord::Feed, 414>,          //
+                     Field<&DrawRecord::Settings, 418>,      //
+                     Field<&DrawRecord::Blended, 514>>;
+  using Plotted = Members<&DrawRecord::Code, &DrawRecord::SkipLevel, &DrawRecord::StartPoint,
+                          &DrawRecord::EndPoint, &DrawRecord::CentrePoint, &DrawRecord::values_,
+                          &DrawRecord::KerfSide, &DrawRecord::BeamState1, &DrawRecord::Blended>;
+};
+
+namespace {
 
 /// How a type lies on disk: its size and the two ways over.
 template <typename Value>
@@ -97,15 +120,6 @@ struct Disk<std::array<Value, Count>> {
       Disk<Value>::Get(values[i], bytes + i * Disk<Value>::Size);
     }
   }
-};
-
-/// Members that are told by name, to take some of a layout's fields.
-template <auto Pointer>
-struct Named {};
-template <auto... Pointers>
-struct Members {
-  template <auto Pointer>
-  static constexpr bool Hold = (std::is_same_v<Named<Pointer>, Named<Pointers>> || ...);
 };
 
 template <typename F, typename Record>
@@ -152,11 +166,7 @@ struct Disk<Box> : DiskRecord<Box, BoxLayout> {};
 template <>
 struct Disk<BeamState> : DiskRecord<BeamState, BeamLayout> {};
 template <>
-struct Disk<DrawRecord> : DiskRecord<DrawRecord, RecordLayout> {};
-
-using PlotFields = Members<&DrawRecord::Code, &DrawRecord::SkipLevel, &DrawRecord::StartPoint,
-                           &DrawRecord::EndPoint, &DrawRecord::CentrePoint, &DrawRecord::Values,
-                           &DrawRecord::KerfSide, &DrawRecord::BeamState1, &DrawRecord::Blended>;
+struct Disk<DrawRecord> : DiskRecord<DrawRecord, DrawRecordFields::All> {};
 
 static_assert(Disk<BeamState>::Size == 53);
 static_assert(Disk<DrawRecord>::Size == DrawRecordSize);
@@ -175,7 +185,7 @@ DrawRecord DecodeRecord(std::span<const char, DrawRecordSize> bytes) {
 }
 
 void DecodePlotFields(std::span<const char, DrawRecordSize> bytes, DrawRecord& record) {
-  Disk<DrawRecord>::GetSome<PlotFields>(record, bytes.data());
+  Disk<DrawRecord>::GetSome<DrawRecordFields::Plotted>(record, bytes.data());
 }
 
 }  // namespace torvane::partprogram

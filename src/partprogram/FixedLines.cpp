@@ -1,7 +1,8 @@
 // Lines of a text as fixed records of 80 bytes.
+#include "partprogram/FixedLines.h"
+
 #include "core/General.h"
 #include "core/Text.h"
-#include "partprogram/Passes.h"
 
 namespace torvane::partprogram {
 namespace {

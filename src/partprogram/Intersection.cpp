@@ -96,8 +96,11 @@ Intersection LastPair(const ChordArc& first, const ChordArc& second) {
 }  // namespace
 
 ChordArc ChordsOf(const DrawRecord& arc, int chordsPerDegree) {
-  ChordArc chain{
-      {arc.CentrePoint.X, arc.CentrePoint.Y}, arc.Values[0], arc.Values[9], arc.Values[10], 0};
+  ChordArc chain{{arc.CentrePoint.X, arc.CentrePoint.Y},
+                 arc[Figure::Radius],
+                 arc[Figure::StartAngle],
+                 arc[Figure::Sweep],
+                 0};
   const bool finite = std::isfinite(chain.Centre.X) && std::isfinite(chain.Centre.Y) &&
                       std::isfinite(chain.Radius) && std::isfinite(chain.Start) &&
                       std::isfinite(chain.Sweep);

@@ -9,11 +9,6 @@ namespace torvane::partprogram {
 
 namespace {
 
-constexpr std::size_t LengthValue = 0;
-constexpr std::size_t RadiusValue = 0;
-constexpr std::size_t AngleValue = 9;
-constexpr std::size_t SweepValue = 10;
-
 constexpr double HalfCircleTolerance = 45.0;  ///< degrees
 
 core::Polar PolarBetween(core::Vector2 from, core::Vector2 to) {
@@ -36,8 +31,8 @@ Point3& EndOf(DrawRecord& record, ElementEnd end) {
 void TrimLine(DrawRecord& record, core::Vector2 point, ElementEnd end) {
   Place(EndOf(record, end), point);
   const core::Polar polar = PolarBetween(Flat(record.StartPoint), Flat(record.EndPoint));
-  record.Values[LengthValue] = static_cast<float>(polar.Length);
-  record.Values[AngleValue] = static_cast<float>(polar.Angle);
+  record[Figure::Length] = static_cast<float>(polar.Length);
+  record[Figure::Angle] = static_cast<float>(polar.Angle);
   record.Code = RecordCode::LineProfile;
   record.Name = PadText<18>("Line Profile");
   record.ProfileStart = record.StartPoint;
@@ -47,8 +42,8 @@ void TrimLine(DrawRecord& record, core::Vector2 point, ElementEnd end) {
 }
 
 void TrimArc(DrawRecord& record, core::Vector2 point, ElementEnd end) {
-  const double oldSweep = record.Values[SweepValue];
-  double startAngle = record.Values[AngleValue];
+  const double oldSweep = record[Figure::Sweep];
+  double startAngle = record[Figure::StartAngle];
   double endAngle = core::NormaliseAngle(startAngle + oldSweep);
   const double angle = PolarBetween(Flat(record.CentrePoint), point).Angle;
   (end == ElementEnd::Start ? startAngle : endAngle) = angle;
@@ -56,8 +51,8 @@ void TrimArc(DrawRecord& record, core::Vector2 point, ElementEnd end) {
   if (oldSweep < 0 && sweep > 0) sweep -= 360.0;
   if (oldSweep >= 0 && sweep < 0) sweep += 360.0;
   Place(EndOf(record, end), point);
-  record.Values[AngleValue] = static_cast<float>(startAngle);
-  record.Values[SweepValue] = static_cast<float>(sweep);
+  record[Figure::StartAngle] = static_cast<float>(startAngle);
+  record[Figure::Sweep] = static_cast<float>(sweep);
   FinishRecord(record);
 }
 
@@ -69,8 +64,8 @@ void TrimElement(DrawRecord& record, core::Vector2 point, ElementEnd end) {
 double HalfCircleSweep(double startAngle, double sweep, const DrawRecord& previous) {
   const double tangent = ArcTangent(startAngle, sweep);
   const double exit = previous.Code == RecordCode::ArcProfile
-                          ? ArcExit(previous.Values[AngleValue], previous.Values[SweepValue])
-                          : core::NormaliseAngle(previous.Values[AngleValue]);
+                          ? ArcExit(previous[Figure::StartAngle], previous[Figure::Sweep])
+                          : core::NormaliseAngle(previous[Figure::Angle]);
   return WithinAngle(tangent, exit, HalfCircleTolerance) ? sweep : 360.0 - sweep;
 }
 
@@ -94,12 +89,12 @@ DrawRecord MakeCornerArc(const DrawRecord& previous, const DrawRecord& current, 
   const double start = core::RoundPlaces(startAngle, 4);
   if (std::fabs(sweep) == 180.0) sweep = HalfCircleSweep(start, sweep, previous);
   if (std::fabs(sweep) > 180.0) sweep += sweep < 0 ? 360.0 : -360.0;
-  arc.Values[RadiusValue] = static_cast<float>(std::fabs(kerfWidth));
-  arc.Values[AngleValue] = static_cast<float>(start);
-  arc.Values[SweepValue] = static_cast<float>(sweep);
+  arc[Figure::Radius] = static_cast<float>(std::fabs(kerfWidth));
+  arc[Figure::StartAngle] = static_cast<float>(start);
+  arc[Figure::Sweep] = static_cast<float>(sweep);
   arc.Code = RecordCode::ArcProfile;
   arc.Name = PadText<18>("Arc Profile");
-  arc.Flags[CornerArcFlag] = -1;
+  arc[Mark::CornerArc] = -1;
   arc.KerfSide = 0;
   arc.Feed = static_cast<float>(previous.Feed / 100.0 * (feedPercent > 0 ? feedPercent : 100.0));
   FinishRecord(arc);

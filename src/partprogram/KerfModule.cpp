@@ -1,5 +1,7 @@
 // The kerf pass: ".drw" records to ".krw" records, every element of a compensated profile moved
 // aside and joined to its neighbours again.
+#include "partprogram/KerfModule.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -7,7 +9,6 @@
 #include "partprogram/Intersection.h"
 #include "partprogram/KerfJoin.h"
 #include "partprogram/OffsetElements.h"
-#include "partprogram/Passes.h"
 #include "platform/LargePages.h"
 
 namespace torvane::partprogram {
@@ -61,7 +62,7 @@ class KerfPass {
       kerf.resize(MostRecords);
       break;
     }
-    kerf.front().Flags[0] = static_cast<std::int16_t>(kerf.size());
+    kerf.front()[Mark::RecordCount] = static_cast<std::int16_t>(kerf.size());
     return std::move(result_);
   }
 

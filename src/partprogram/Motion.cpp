@@ -9,6 +9,9 @@ namespace {
 
 Point3 AtHeight(const Point3& point, float z) { return {point.X, point.Y, z}; }
 
+/// The totals are singles: each sum is rounded to one.
+void AddTo(float& total, double length) { total = static_cast<float>(total + length); }
+
 }  // namespace
 
 ReversePass::Flow ReversePass::TakePosition() {
@@ -36,10 +39,12 @@ void ReversePass::CheckLimitsEachTime() {
 
 /// Along the path of the record: its singles, not what they were made of.
 void ReversePass::CheckArcLimits(const DrawRecord& arc) {
-  limitCheck_.CheckArc(
-      state_.Limits,
-      {{arc.CentrePoint.X, arc.CentrePoint.Y}, arc.Values[0], arc.Values[9], arc.Values[10]},
-      [this](std::string_view message) { Error(message, false); });
+  limitCheck_.CheckArc(state_.Limits,
+                       {{arc.CentrePoint.X, arc.CentrePoint.Y},
+                        arc[Figure::Radius],
+                        arc[Figure::StartAngle],
+                        arc[Figure::Sweep]},
+                       [this](std::string_view message) { Error(message, false); });
 }
 
 // ---- lines ----
@@ -66,22 +71,22 @@ void ReversePass::MakeLine(bool rapid) {
   record.StartPoint = AtHeight(state_.Previous, state_.Current.Z);
   record.EndPoint = AtHeight(state_.Current, state_.Current.Z);
   record.KerfSide = state_.KerfSide;
-  record.Flags[9] = rapid ? 0 : 1;
+  record[Mark::MotionWord] = rapid ? 0 : 1;
   if (cut) FillBeam(record);
   PutPlace(record);
-  (cut ? profileLength_ : moveLength_) += record.Values[0];
+  AddTo(cut ? profileLength_ : moveLength_, record[Figure::Length]);
 }
 
 void ReversePass::FillBeam(DrawRecord& record) const {
   record.BeamState1 = beam_;
-  record.BeamState2.Floats[0] = -1;
+  record.BeamState2.ProfilingMark = -1;
 }
 
 /// The way from the last recorded end to the start of this record.
 void ReversePass::AddGap(const DrawRecord& record) {
   const double dx = static_cast<double>(record.StartPoint.X) - last_.X;
   const double dy = static_cast<double>(record.StartPoint.Y) - last_.Y;
-  if (dx != 0 || dy != 0) moveLength_ += std::sqrt(dx * dx + dy * dy);
+  if (dx != 0 || dy != 0) AddTo(moveLength_, std::sqrt(dx * dx + dy * dy));
 }
 
 // ---- arcs ----
@@ -115,15 +120,15 @@ void ReversePass::PutArc(const ArcGeometry& arc, bool clockwise) {
   DrawRecord& record = AddRecord(Kind::ArcProfile);
   record.CentrePoint = {static_cast<float>(arc.Centre.X), static_cast<float>(arc.Centre.Y),
                         state_.Current.Z};
-  record.Values[0] = static_cast<float>(arc.Radius);
-  record.Values[9] = static_cast<float>(arc.StartAngle);
-  record.Values[10] = static_cast<float>(arc.Sweep);
-  record.Flags[5] = record.Flags[9] = clockwise ? 2 : 3;
+  record[Figure::Radius] = static_cast<float>(arc.Radius);
+  record[Figure::StartAngle] = static_cast<float>(arc.StartAngle);
+  record[Figure::Sweep] = static_cast<float>(arc.Sweep);
+  record[Mark::ArcWord] = record[Mark::MotionWord] = clockwise ? 2 : 3;
   record.KerfSide = state_.KerfSide;
   if (state_.Profiling) FillBeam(record);
   PutPlace(record);
   // The length has the sign of the sweep, and so it goes into the total.
-  profileLength_ += arc.Sweep / 360 * arc.Radius * 2 * core::Pi;
+  AddTo(profileLength_, arc.Sweep / 360 * arc.Radius * 2 * core::Pi);
   CheckArcLimits(record);
 }
 

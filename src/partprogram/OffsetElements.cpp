@@ -9,10 +9,6 @@ namespace torvane::partprogram {
 
 namespace {
 
-constexpr std::size_t RadiusValue = 0;
-constexpr std::size_t AngleValue = 9;
-constexpr std::size_t SweepValue = 10;
-
 constexpr bool IsSide(std::int16_t side) { return side == 1 || side == 2; }
 
 /// Degrees from a line's direction to the side it moves to, by `KerfSide` less 1; the columns are
@@ -42,7 +38,7 @@ void OffsetLine(DrawRecord& record, double kerfWidth, std::int16_t yDirection) {
   if (record.KerfSide == 0) return;
   if (IsSide(record.KerfSide)) {
     const auto side = static_cast<std::size_t>(record.KerfSide - 1);
-    const double normal = record.Values[AngleValue] + NormalOfSide[side][yDirection != 0 ? 1 : 0];
+    const double normal = record[Figure::Angle] + NormalOfSide[side][yDirection != 0 ? 1 : 0];
     const core::Vector2 offset = core::PolarToXY(kerfWidth, normal);
     Move(record.StartPoint, offset);
     Move(record.EndPoint, offset);
@@ -53,9 +49,9 @@ void OffsetLine(DrawRecord& record, double kerfWidth, std::int16_t yDirection) {
 
 bool OffsetArc(DrawRecord& record, double kerfWidth, std::int16_t yDirection) {
   if (record.KerfSide == 0) return true;
-  const int sign = KerfArcSign(record.KerfSide, record.Values[SweepValue], yDirection);
-  const double radius = record.Values[RadiusValue] + sign * kerfWidth;
-  if (radius > 0) record.Values[RadiusValue] = static_cast<float>(radius);
+  const int sign = KerfArcSign(record.KerfSide, record[Figure::Sweep], yDirection);
+  const double radius = record[Figure::Radius] + sign * kerfWidth;
+  if (radius > 0) record[Figure::Radius] = static_cast<float>(radius);
   record.KerfSide = 0;
   FinishRecord(record);
   return sign >= 0 || radius > 0;

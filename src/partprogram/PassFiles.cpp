@@ -3,15 +3,15 @@
 #include <span>
 
 #include "core/General.h"
+#include "core/SlotFiles.h"
+#include "partprogram/FixedLines.h"
 #include "partprogram/Pipeline.h"
 
 namespace torvane::partprogram {
 
-std::string SlotBaseName(const core::DirectorySet& directories, std::int16_t slot) {
-  return directories.RootDirectory + "Actvprg" + core::IntegerText(slot) + ".";
-}
-
 namespace {
+
+namespace Extension = core::Extension;
 
 /// Records encoded at a time: few enough to stay in the nearest memory, many enough for a write.
 constexpr std::size_t RecordsPerPart = 128;
@@ -54,21 +54,23 @@ void WriteReport(platform::FileSystem& files, const core::DirectorySet& director
 
 void WriteSlotFiles(platform::FileSystem& files, const core::DirectorySet& directories,
                     std::int16_t slot, const PassResult& result) {
-  const std::string base = SlotBaseName(directories, slot);
-  files.ReplaceFile(base + "bdy", result.Text.Body);
-  files.ReplaceFile(base + "cnv", result.Text.Converted);
+  const auto file = [&](std::string_view extension) {
+    return core::SlotFile(directories, slot, extension);
+  };
+  files.ReplaceFile(file(Extension::Body), result.Text.Body);
+  files.ReplaceFile(file(Extension::Converted), result.Text.Converted);
   for (const auto& [number, text] : result.Conversion.Subs) {
     files.ReplaceFile(directories.SubsDirectory[static_cast<std::size_t>(slot)] +
                           core::IntegerText(number) + ".sub",
                       text);
   }
   WriteReport(files, directories, result);
-  WriteRecords(files, base + "drw", result.Conversion.Records);
+  WriteRecords(files, file(Extension::Draw), result.Conversion.Records);
   if (result.Outcome != PassOutcome::Good) return;
-  WriteRecords(files, base + "krw", result.Kerf);
-  files.ReplaceFile(base + "tbx", result.Table.Text);
-  WriteFixedLines(files, base + "tbl", result.Table.Text, false);
-  WriteFixedLines(files, base + "rnd", result.Text.Body, true);
+  WriteRecords(files, file(Extension::Kerf), result.Kerf);
+  files.ReplaceFile(file(Extension::TableText), result.Table.Text);
+  WriteFixedLines(files, file(Extension::Table), result.Table.Text, false);
+  WriteFixedLines(files, file(Extension::Listing), result.Text.Body, true);
 }
 
 }  // namespace torvane::partprogram

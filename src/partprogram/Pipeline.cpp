@@ -6,6 +6,8 @@
 
 #include "core/General.h"
 #include "core/Text.h"
+#include "partprogram/BlendModule.h"
+#include "partprogram/KerfModule.h"
 #include "partprogram/Report.h"
 #include "partprogram/ReversePass.h"
 #include "platform/VectorState.h"
@@ -43,14 +45,14 @@ PassOutcome Convert(Pipeline& pipeline) {
   const PassInput& input = pipeline.Input;
   pipeline.Result.Conversion =
       RunConversion({pipeline.Result.Text.Converted, input.ProgramName, input.DirectoryName,
-                     input.Slot, input.Machine, input.ActiveStation, input.Time});
+                     input.Machine, input.ActiveStation, input.Time});
   return pipeline.Result.Conversion.CriticalErrors > 0 ? PassOutcome::ErrorsInCode
                                                        : PassOutcome::Good;
 }
 
 PassOutcome CompensateKerf(Pipeline& pipeline) {
   std::vector<DrawRecord>& draw = pipeline.Result.Conversion.Records;
-  KerfResult kerf = MakeKerfFile(draw, draw.front().Values[14], *pipeline.Input.Machine);
+  KerfResult kerf = MakeKerfFile(draw, draw.front()[Figure::KerfWidth], *pipeline.Input.Machine);
   if (kerf.TooManyRecords) return Refuse(pipeline, Message::TooManyRecords, 0);
   if (kerf.IllegalWidth) return PassOutcome::IllegalKerf;
   pipeline.Result.Kerf = std::move(kerf.Records);
@@ -104,16 +106,16 @@ PassResult RunPasses(std::string_view squeezedProgram, const PassInput& input) {
 void FillSlot(const PassResult& result, core::ActiveProgram& slot) {
   const DrawRecord& header = result.Conversion.Records.front();
   slot.Material = core::Trim(TextOf(header.Material));
-  slot.SheetX = header.Values[0];
-  slot.SheetY = header.Values[1];
-  for (std::size_t i = 0; i < slot.Clamps.size(); ++i) slot.Clamps[i] = header.Values[6 + i];
-  slot.KerfWidth = header.Values[14];
+  slot.SheetX = header[Figure::SheetX];
+  slot.SheetY = header[Figure::SheetY];
+  for (std::size_t i = 0; i < slot.Clamps.size(); ++i) slot.Clamps[i] = header[ClampFigure(i)];
+  slot.KerfWidth = header[Figure::KerfWidth];
   slot.LoadY = result.Conversion.LoadY;
   slot.BodyLines = result.BodyLines;
   slot.DrawRecords = static_cast<std::int16_t>(result.Conversion.Records.size());
   slot.KerfRecords = static_cast<std::int16_t>(result.Kerf.size());
   slot.TableLines = result.Table.Lines;
-  slot.Imperial = header.Flags[1] != 0;
+  slot.Imperial = header[Mark::Imperial] != 0;
   slot.Totals = result.Conversion.Totals;
 }
 

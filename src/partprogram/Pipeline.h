@@ -10,16 +10,14 @@
 #include "core/ActiveProgram.h"
 #include "core/DirectorySet.h"
 #include "core/MachineData.h"
+#include "partprogram/ConvertModule.h"
 #include "partprogram/DrawRecord.h"
-#include "partprogram/Passes.h"
+#include "partprogram/ReverseModule.h"
+#include "partprogram/TableModule.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 
 namespace torvane::partprogram {
-
-/// Each line trimmed, empty lines left out, CR LF behind each. Line numbers of records refer to
-/// this text.
-[[nodiscard]] std::string SqueezeProgram(std::string_view program);
 
 /// What the passes need beside the program text. The machine's data must outlive the call.
 struct PassInput {
@@ -37,7 +35,7 @@ enum class PassOutcome {
   IllegalKerf,   ///< the kerf width leaves an arc without radius
 };
 
-/// Everything that the passes made. Behind an outcome other than Good, what later passes would have
+/// Everything that the passes made. After an outcome other than Good, what later passes would have
 /// made is empty.
 struct PassResult {
   PassOutcome Outcome = PassOutcome::ErrorsInCode;
@@ -65,9 +63,6 @@ void WriteReport(platform::FileSystem& files, const core::DirectorySet& director
 /// Throws RuntimeFault where a file cannot be written.
 void WriteSlotFiles(platform::FileSystem& files, const core::DirectorySet& directories,
                     std::int16_t slot, const PassResult& result);
-
-/// `RootDirectory` + "Actvprg" + slot + "." : the extension follows.
-[[nodiscard]] std::string SlotBaseName(const core::DirectorySet& directories, std::int16_t slot);
 
 /// The bytes of a record file.
 [[nodiscard]] std::string EncodeRecords(const std::vector<DrawRecord>& records);

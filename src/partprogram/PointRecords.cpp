@@ -73,7 +73,7 @@ void ReversePass::MakeSettings(std::int16_t mode) {
   }
   if (!found) return;
   DrawRecord& record = AddPointRecord(Kind::Settings);
-  record.Flags[0] = mode;
+  record[Mark::SettingsMode] = mode;
   record.Settings = settings;
   PutRecord(record);
 }
@@ -109,7 +109,7 @@ ReversePass::Flow ReversePass::TakeG04() {
   const core::WordValue time = reader_.Value(Words(), 'K');
   if (!time.Found || !(time.Value > 0)) return Flow::GoOn;
   DrawRecord& record = AddPointRecord(Kind::Dwell);
-  record.Values[0] = static_cast<float>(time.Value);
+  record[Figure::DwellTime] = static_cast<float>(time.Value);
   PutPlace(record);
   return Flow::GoOn;
 }
@@ -130,11 +130,11 @@ ReversePass::Flow ReversePass::TakeG95() {
   limits.XMin = static_cast<float>(limits.XMin - i);
   limits.XMax = static_cast<float>(limits.XMax - i);
   DrawRecord& record = AddPointRecord(Kind::Reposition);
-  record.Values[0] = static_cast<float>(i);
-  record.Values[1] = static_cast<float>(j);
-  record.Values[2] = limits.XMin;
-  record.Values[3] = limits.XMax;
-  record.Values[5] = static_cast<float>(k);
+  record[Figure::RepositionX] = static_cast<float>(i);
+  record[Figure::Backoff] = static_cast<float>(j);
+  record[Figure::LimitXMin] = limits.XMin;
+  record[Figure::LimitXMax] = limits.XMax;
+  record[Figure::Return] = static_cast<float>(k);
   PutPlace(record);
   return Flow::GoOn;
 }
@@ -146,8 +146,8 @@ ReversePass::Flow ReversePass::TakeM50() {
   state_.Current.Y = y.Found ? static_cast<float>(y.Value * (state_.Imperial ? InchFactor : 1))
                              : machine_.LoadPositionY;
   DrawRecord& record = AddPointRecord(Kind::LoadPosition);
-  record.Values[0] = state_.Current.X;
-  record.Values[1] = state_.Current.Y;
+  record[Figure::LoadX] = state_.Current.X;
+  record[Figure::LoadY] = state_.Current.Y;
   PutRecord(record);
   CheckLimitsEachTime();
   result_.LoadY = state_.Current.Y;
@@ -162,9 +162,9 @@ ReversePass::Flow ReversePass::TakeM55() {
     return value.Found && value.Value != 0 ? True : std::int16_t{0};
   };
   DrawRecord& record = AddPointRecord(Kind::FlipRotate);
-  record.Flags[0] = flag("I");
-  record.Flags[1] = flag("J");
-  record.Values[9] = static_cast<float>(reader_.ValueOrZero(Words(), 'A'));
+  record[Mark::FlipX] = flag("I");
+  record[Mark::FlipY] = flag("J");
+  record[Figure::Rotation] = static_cast<float>(reader_.ValueOrZero(Words(), 'A'));
   PutRecord(record);
   return Flow::GoOn;
 }
@@ -172,7 +172,7 @@ ReversePass::Flow ReversePass::TakeM55() {
 ReversePass::Flow ReversePass::TakeM87() {
   state_.MotionMode = 0;
   DrawRecord& record = AddPointRecord(Kind::OpenClamps);
-  record.Flags[0] = Words().Has(Word::M87) ? True : std::int16_t{0};
+  record[Mark::OpensClamps] = Words().Has(Word::M87) ? True : std::int16_t{0};
   PutRecord(record);
   CheckLimitsEachTime();
   return Flow::GoOn;

@@ -40,10 +40,10 @@ constexpr std::array<ClampForm, 13> ClampForms = {{
     {4, {"1=", "2=", "3=", "4="}},
 }};
 
-/// 0 where there is no number or none that a machine could mean.
+/// -999 where there is no number, 0 where it is none that a machine could mean.
 double NumberBehind(std::string_view text, std::string_view key) {
-  const core::WordValue value = core::GetPlainValue(text, key);
-  return value.Found && std::abs(value.Value) <= LargestNumber ? value.Value : 0;
+  const double value = core::GetPlainValue(text, key).Value;
+  return std::abs(value) <= LargestNumber ? value : 0;
 }
 
 /// From the colon to the right of `keyword` on; empty where the statement does not stand.

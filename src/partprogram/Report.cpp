@@ -24,7 +24,7 @@ std::string ReportEntry(std::string_view block, std::string_view message, bool c
   std::string text = "\r\n";
   text += critical ? "****** CRITICAL ERROR ******\r\n" : "****** WARNING ERROR ******\r\n";
   text.append(core::Trim(message)).append("\r\n");
-  text.append(core::Trim(block)).append("\r\n");
+  text.append(core::Trim(block).substr(0, LongestReportBlock)).append("\r\n");
   return text;
 }
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "partprogram/Passes.h"
+#include "partprogram/ReverseModule.h"
 #include "platform/Clock.h"
 
 namespace torvane::partprogram {
@@ -17,6 +17,9 @@ namespace torvane::partprogram {
 /// The three head lines of a pass report.
 [[nodiscard]] std::string ReportHead(std::string_view program, std::string_view directory,
                                      const platform::LocalTime& time);
+
+/// Characters of a block that a report shows.
+inline constexpr std::size_t LongestReportBlock = 200;
 
 /// An entry: a blank line, the kind of error, the message, the block.
 [[nodiscard]] std::string ReportEntry(std::string_view block, std::string_view message,

@@ -1,5 +1,7 @@
 // The conversion pass: walks the cleaned program as the machine would, proves every move and makes
 // one record for each thing that the machine will do.
+#include "partprogram/ReverseModule.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -7,7 +9,6 @@
 
 #include "core/General.h"
 #include "partprogram/Binding.h"
-#include "partprogram/Passes.h"
 #include "partprogram/ReversePass.h"
 #include "platform/LargePages.h"
 
@@ -64,7 +65,7 @@ BeamState BeamOf(const core::Station& station) {
   beam.ToolName = PadText<18>(station.Name);
   beam.StationNumber = station.Number;
   beam.StationType = station.Type;
-  beam.Words[2] = 1;
+  beam.Number = 1;
   return beam;
 }
 
@@ -127,16 +128,16 @@ void ReversePass::Begin() {
 
 void ReversePass::Finish() {
   DrawRecord& sheet = result_.Records.front();
-  sheet.Values[0] = static_cast<float>(header_.SheetX);
-  sheet.Values[1] = static_cast<float>(header_.SheetY);
+  sheet[Figure::SheetX] = static_cast<float>(header_.SheetX);
+  sheet[Figure::SheetY] = static_cast<float>(header_.SheetY);
   for (std::size_t i = 0; i < header_.Clamps.size(); ++i) {
-    sheet.Values[6 + i] = static_cast<float>(header_.Clamps[i]);
+    sheet[ClampFigure(i)] = static_cast<float>(header_.Clamps[i]);
   }
-  sheet.Values[14] = static_cast<float>(kerfWidth_);
-  sheet.Flags[0] = static_cast<std::int16_t>(result_.Records.size());
-  sheet.Flags[1] = imperialProgram_ ? -1 : 0;
+  sheet[Figure::KerfWidth] = static_cast<float>(kerfWidth_);
+  sheet[Mark::RecordCount] = static_cast<std::int16_t>(result_.Records.size());
+  sheet[Mark::Imperial] = imperialProgram_ ? -1 : 0;
   result_.Report += ReportEnd;
-  result_.Totals = {0, static_cast<float>(moveLength_), static_cast<float>(profileLength_)};
+  result_.Totals = {0, moveLength_, profileLength_};
 }
 
 ReversePass::Flow ReversePass::TakeBlock() {
@@ -153,7 +154,7 @@ ReversePass::Flow ReversePass::TakeBlock() {
     Error(Message::TooManyRecords, true);
     return Flow::Stop;
   }
-  if (result_.Errors.size() >= LargestCount) {
+  if (result_.CriticalErrors >= static_cast<int>(LargestCount)) {
     Error(Message::TooManyErrors, true);
     return Flow::Stop;
   }
@@ -323,7 +324,7 @@ void ReversePass::PutRecord(DrawRecord& record) {
   FinishRecord(record);
   const std::size_t index = std::min(result_.Records.size(), LargestCount);
   record.RecordIndex = static_cast<std::int16_t>(index);
-  if (record.BeamState1.On != 0) record.BeamState2.Words[2] = record.RecordIndex;
+  if (record.BeamState1.On != 0) record.BeamState2.Number = record.RecordIndex;
 }
 
 void ReversePass::PutPlace(DrawRecord& record) {

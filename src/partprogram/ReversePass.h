@@ -10,9 +10,9 @@
 #include "partprogram/ErrorMessages.h"
 #include "partprogram/ModalState.h"
 #include "partprogram/MotionSteps.h"
-#include "partprogram/Passes.h"
 #include "partprogram/ProgramHeader.h"
 #include "partprogram/Report.h"
+#include "partprogram/ReverseModule.h"
 #include "partprogram/Walker.h"
 #include "partprogram/WordValues.h"
 
@@ -148,9 +148,9 @@ class ReversePass {
   bool imperialProgram_ = false;
   LimitCheck limitCheck_;
   LineRounding rounding_;
-  Point3 last_;  ///< last recorded end
-  double moveLength_ = 0;
-  double profileLength_ = 0;
+  Point3 last_;           ///< last recorded end
+  float moveLength_ = 0;  ///< mm, a single as the total is
+  float profileLength_ = 0;
   const BeamState beam_;  ///< first beam state of every element cut
 };
 

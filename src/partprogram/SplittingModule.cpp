@@ -32,7 +32,7 @@ std::string WriteLineBlock(const DrawRecord& record) {
 }
 
 std::string WriteArcBlock(const DrawRecord& record, std::int16_t yDirection) {
-  const bool negative = record.Values[10] < 0;
+  const bool negative = record[Figure::Sweep] < 0;
   std::string block = (yDirection == 1) == negative ? "G02" : "G03";
   AppendWord(block, " X", record.EndPoint.X);
   AppendWord(block, " Y", record.EndPoint.Y);
@@ -43,17 +43,19 @@ std::string WriteArcBlock(const DrawRecord& record, std::int16_t yDirection) {
 
 void ReverseLineRecord(DrawRecord& record) {
   SwapEnds(record);
-  record.Values[9] = Normalised(record.Values[9] + 180.0);
+  record[Figure::Angle] = Normalised(record[Figure::Angle] + 180.0);
   record.KerfSide = static_cast<std::int16_t>(-record.KerfSide);
   FinishRecord(record);
 }
 
 void ReverseArcRecord(DrawRecord& record) {
   SwapEnds(record);
-  record.Values[9] = Normalised(static_cast<double>(record.Values[9]) + record.Values[10]);
-  record.Values[12] = Normalised(static_cast<double>(record.Values[12]) + record.Values[13]);
-  for (const std::size_t value : {std::size_t{10}, std::size_t{11}, std::size_t{13}}) {
-    record.Values[value] = static_cast<float>(0.0 - record.Values[value]);
+  record[Figure::StartAngle] =
+      Normalised(static_cast<double>(record[Figure::StartAngle]) + record[Figure::Sweep]);
+  record[Figure::ToolStartAngle] =
+      Normalised(static_cast<double>(record[Figure::ToolStartAngle]) + record[Figure::ToolSweep]);
+  for (const Figure figure : {Figure::Sweep, Figure::SecondRadius, Figure::ToolSweep}) {
+    record[figure] = static_cast<float>(0.0 - record[figure]);
   }
   FinishRecord(record);
 }

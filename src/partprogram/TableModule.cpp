@@ -1,16 +1,15 @@
 // The table pass: each record as a row of the controller's table, each row a command line.
+#include "partprogram/TableModule.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
 
 #include "core/General.h"
-#include "partprogram/Passes.h"
 
 namespace torvane::partprogram {
 
 namespace {
-
-constexpr std::size_t SweepValue = 10;
 
 /// Longest line that the fixed records of ".tbl" hold.
 constexpr std::size_t LongestLine = 80;
@@ -118,14 +117,14 @@ class TablePass {
       case RecordCode::ArcProfile:
         return WriteArc(record);
       case RecordCode::Dwell:
-        return PutPoint(RowType::Point, Rounded(record.Values[0], 2));
+        return PutPoint(RowType::Point, Rounded(record[Figure::DwellTime], 2));
       case RecordCode::ProgramStop:
         return PutPoint(RowType::Point, PointAction::Stop);
       case RecordCode::LoadPosition:
         return WriteLoadPosition(record);
       case RecordCode::OpenClamps:
-        return PutPoint(RowType::Point,
-                        record.Flags[0] != 0 ? PointAction::OpenClamps : PointAction::CloseClamps);
+        return PutPoint(RowType::Point, record[Mark::OpensClamps] != 0 ? PointAction::OpenClamps
+                                                                       : PointAction::CloseClamps);
       case RecordCode::Settings:
         return WriteSettings(record);
       default:
@@ -156,7 +155,7 @@ class TablePass {
   /// All relative to the start. The last position becomes the increment, and a row that holds a
   /// position behind an arc carries it.
   void WriteArc(const DrawRecord& record) {
-    const bool negative = core::RoundPlaces(record.Values[SweepValue], 3) < 0;
+    const bool negative = core::RoundPlaces(record[Figure::Sweep], 3) < 0;
     const double startX = core::RoundPlaces(record.StartPoint.X, 4);
     const double startY = core::RoundPlaces(record.StartPoint.Y, 4);
     x_ = Rounded(core::RoundPlaces(record.EndPoint.X, 4) - startX, 4);
@@ -176,7 +175,7 @@ class TablePass {
 
   /// Settings count from 1. The seventh and those behind the sixteenth never go out.
   void WriteSettings(const DrawRecord& record) {
-    if (record.Flags[0] == 0) return lines_.Put(RowType::SettingsOff, skip_);
+    if (record[Mark::SettingsMode] == 0) return lines_.Put(RowType::SettingsOff, skip_);
     const auto setting = [&](std::size_t number) {
       return Rounded(record.Settings[number - 1], 4);
     };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "core/General.h"
 #include "partprogram/WordValues.h"
@@ -74,7 +75,8 @@ WalkStep Walker::Next() {
     }
     line_ = level.Lines->Line(level.Next++);
     block_.Prepare(line_);
-    if (depth_ > 0 && block_.HasAny(returns_)) {
+    const bool target = std::exchange(arriving_, false);
+    if (depth_ > 0 && !target && block_.HasAny(returns_)) {
       Return();
       continue;
     }
@@ -90,6 +92,7 @@ void Walker::Jump(std::int32_t target) {
   SubLevel& level = Level();
   level.Next = level.Lines->Find(target);
   level.LineCount = 0;
+  arriving_ = level.Next < level.Lines->Count();
 }
 
 SubLevel& Walker::Call(std::int16_t number) {
@@ -123,7 +126,7 @@ std::map<std::int16_t, std::string> ExtractSubroutines(std::string_view converte
   for (const std::string_view line : core::SplitLines(converted)) {
     if (open == nullptr && line.find('S') == std::string_view::npos) continue;
     block.Prepare(line);
-    if (OpensDefinition(block)) {
+    if (open == nullptr && OpensDefinition(block)) {
       open = &subs[static_cast<std::int16_t>(GetWordInteger(block.Text(), "S").Value)];
       open->clear();
     }

@@ -122,12 +122,14 @@ class Walker {
   std::array<SubLevel, MaxSubDepth + 1> levels_{};
   int depth_ = 0;
   int blocks_ = 0;
+  bool arriving_ = false;  ///< the next line is the target of a jump: its "M02" does not return
   Block block_;
   std::string_view line_;
 };
 
 /// "<number>.sub" by number: each definition of the ".cnv", with its opening and closing lines,
-/// comments included. A number defined twice keeps the last one.
+/// comments included. Inside a definition nothing opens another one. A number defined twice keeps
+/// the last one.
 [[nodiscard]] std::map<std::int16_t, std::string> ExtractSubroutines(std::string_view converted);
 
 }  // namespace torvane::partprogram

@@ -75,6 +75,13 @@ std::optional<double> PlainNumber(std::string_view text, std::size_t at) {
   return negative ? -value : value;
 }
 
+/// "P101=" to "P110=": assignments that only a restart carries out. In a walk they end the value in
+/// front of them and mean nothing else.
+bool SetsRestartParameter(std::string_view text) {
+  if (text.size() < 5 || text[1] != '1' || text[4] != '=') return false;
+  return (text[2] == '0' && text[3] >= '1' && text[3] <= '9') || (text[2] == '1' && text[3] == '0');
+}
+
 /// Walks the text behind a key and builds the expression. `Lookup` gives the value of a parameter,
 /// or nothing where the scan ends.
 template <typename Lookup>
@@ -137,6 +144,7 @@ class Scanner {
     for (const std::size_t ahead : {std::size_t{2}, std::size_t{3}}) {
       if (at + ahead < text.size() && text[at + ahead] == '=') return false;
     }
+    if (SetsRestartParameter(text.substr(at))) return false;
     const WordValue number = ParameterNumber(text.substr(at, 3));
     const std::optional<double> value = lookup_(text.substr(at), number);
     if (!value) return false;

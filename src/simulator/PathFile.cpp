@@ -13,10 +13,8 @@ namespace {
 namespace RecordCode = partprogram::RecordCode;
 
 constexpr double PointTolerance = 0.001;  // mm; a row holds its points to four places
-constexpr std::size_t StartAngleValue = 9;
-constexpr std::size_t SweepValue = 10;
-constexpr int FirstRecord = 2;  // behind the header
-constexpr int NoRecord = -1;    // the code of a damaged record, which no row fits
+constexpr int FirstRecord = 2;            // behind the header
+constexpr int NoRecord = -1;              // the code of a damaged record, which no row fits
 
 Position ToPosition(const partprogram::Point3& point) { return {point.X, point.Y, point.Z}; }
 
@@ -41,8 +39,8 @@ PathElement ToElement(int number, const partprogram::DrawRecord& record) {
   element.End = ToPosition(record.EndPoint);
   element.Centre = ToPosition(record.CentrePoint);
   if (record.Code == RecordCode::ArcProfile) {
-    element.StartAngle = record.Values[StartAngleValue];
-    element.Sweep = record.Values[SweepValue];
+    element.StartAngle = record[partprogram::Figure::StartAngle];
+    element.Sweep = record[partprogram::Figure::Sweep];
   }
   if (!Sound(element)) element = {number, NoRecord, 0, 0, record.TableLine, {}, {}, {}, 0, 0};
   return element;
@@ -118,12 +116,6 @@ bool RowFits(const TableRow& row, const PathElement& element) {
     default:
       return true;
   }
-}
-
-std::string SlotFile(std::string_view root, int slot, std::string_view extension) {
-  std::string path(root);
-  path.append("Actvprg").append(std::to_string(slot)).append(".").append(extension);
-  return path;
 }
 
 }  // namespace torvane::simulator

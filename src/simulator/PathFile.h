@@ -53,7 +53,4 @@ class PathFile {
 /// holds a point of the element it is that point.
 [[nodiscard]] bool RowFits(const TableRow& row, const PathElement& element);
 
-/// RootDirectory + "Actvprg<slot>." + extension.
-[[nodiscard]] std::string SlotFile(std::string_view root, int slot, std::string_view extension);
-
 }  // namespace torvane::simulator

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/General.h"
+#include "core/SlotFiles.h"
 #include "partprogram/DrawRecord.h"
 #include "partprogram/WordValues.h"
 #include "simulator/PathFile.h"
@@ -38,9 +39,9 @@ int BlockNumberOf(std::string_view fraction) {
 class Program {
  public:
   Program(const platform::FileSystem& files, std::string_view root, int slot) {
-    whole_ = programmed_.Load(files, SlotFile(root, slot, "drw")) &&
-             compensated_.Load(files, SlotFile(root, slot, "krw"));
-    const std::string listing = SlotFile(root, slot, "rnd");
+    whole_ = programmed_.Load(files, core::SlotFile(root, slot, core::Extension::Draw)) &&
+             compensated_.Load(files, core::SlotFile(root, slot, core::Extension::Kerf));
+    const std::string listing = core::SlotFile(root, slot, core::Extension::Listing);
     if (whole_ && files.FileExists(listing)) ReadListing(files.ReadFile(listing));
   }
 

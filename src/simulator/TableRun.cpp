@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/General.h"
+#include "core/SlotFiles.h"
 #include "partprogram/DrawRecord.h"
 #include "simulator/Expressions.h"
 
@@ -81,7 +82,7 @@ void TableRun::Open(int slot) {
   program_ = Ring().Programs();
   if (options_.Files == nullptr || options_.RootDirectory.empty()) return;
   const auto& root = options_.RootDirectory;
-  pathMissing_ = !path_.Load(*options_.Files, SlotFile(root, slot, "krw"));
+  pathMissing_ = !path_.Load(*options_.Files, core::SlotFile(root, slot, core::Extension::Kerf));
 }
 
 bool TableRun::Begin(int slot) {
@@ -96,7 +97,7 @@ void TableRun::Continue(int slot, const RestartPoint& point, int linesSent) {
   Open(slot);
   line_ = std::max(point.Line, 1) - 1;
   if (options_.Files != nullptr && !options_.RootDirectory.empty()) {
-    const std::string table = SlotFile(options_.RootDirectory, slot, "tbl");
+    const std::string table = core::SlotFile(options_.RootDirectory, slot, core::Extension::Table);
     stored_ = options_.Files->OpenRecords(table, TableRecordSize);
     ResumeRing(linesSent);
     ApplySettingsBefore(line_ + 1);

@@ -6,6 +6,7 @@
 #include "core/SettingsModule.h"
 #include "core/SlotFiles.h"
 #include "link/Variables.h"
+#include "partprogram/DrawRecordFile.h"
 #include "platform/RuntimeFault.h"
 #include "supervision/SlotHeader.h"
 
@@ -64,13 +65,37 @@ void ActiveStore::ReadSlotFiles(int slot) {
   program.Selected = true;
   program.Marker = "!";
   program.Note.clear();
-  core::LoadLaserFile(files, directories, core::SlotFile(directories, slot, "lsr"),
+  core::LoadLaserFile(files, directories, core::SlotFile(directories, slot, core::Extension::Laser),
                       parts_.System.LaserNames, program.LaserSettings);
-  TakeDrawHeader(ReadSlotHeader(files, directories, slot, "drw"), program);
-  TakeKerfHeader(ReadSlotHeader(files, directories, slot, "krw"), program);
+  TakeDrawHeader(ReadSlotHeader(files, directories, slot, core::Extension::Draw), program);
+  TakeKerfHeader(ReadSlotHeader(files, directories, slot, core::Extension::Kerf), program);
+  HoldSizes(slot, program);
   core::LoadProgramStatus(files, directories, slot, program.Totals);
   core::LoadBatch(files, directories, slot, program.BatchCounters);
   Slot(slot) = program;
+}
+
+/// The files of records have the sizes that the counts say, and the table holds nothing but table
+/// lines: what is short or foreign shows here and not in the middle of a cut.
+void ActiveStore::HoldSizes(int slot, const core::ActiveProgram& program) const {
+  struct Counted {
+    std::string_view Extension;
+    std::size_t RecordSize;
+    int Records;
+  };
+  const Counted files[] = {
+      {core::Extension::Listing, core::LineRecordSize, program.BodyLines},
+      {core::Extension::Draw, partprogram::DrawRecordSize, program.DrawRecords},
+      {core::Extension::Kerf, partprogram::DrawRecordSize, program.KerfRecords},
+      {core::Extension::Table, core::LineRecordSize, program.TableLines},
+  };
+  const auto& directories = parts_.System.Directories;
+  for (const Counted& row : files) {
+    const std::string path = core::SlotFile(directories, slot, row.Extension);
+    core::NoteLastFile(parts_.Files, directories, path);
+    core::HoldSize(parts_.Files, path, row.Records, row.RecordSize);
+  }
+  core::HoldTableLines(parts_.Files, core::SlotFile(directories, slot, core::Extension::Table));
 }
 
 void ActiveStore::LoadSlot(int slot) {

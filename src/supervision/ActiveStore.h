@@ -39,6 +39,7 @@ class ActiveStore {
  private:
   void LoadSlot(int slot);
   void ReadSlotFiles(int slot);
+  void HoldSizes(int slot, const core::ActiveProgram& program) const;
   void GiveUp();
   void SendTableInForce();
   void SendLoadPosition();

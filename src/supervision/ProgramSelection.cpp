@@ -95,7 +95,7 @@ std::string ProgramSelection::CopyProgram() {
   const std::string source = Slot().SourcePath + ".prg";
   core::NoteLastFile(parts_.Files, parts_.System.Directories, source);
   std::string squeezed = partprogram::SqueezeProgram(parts_.Files.ReadFile(source));
-  parts_.Files.ReplaceFile(SlotFile("prg"), squeezed);
+  parts_.Files.ReplaceFile(SlotFile(core::Extension::Program), squeezed);
   return squeezed;
 }
 
@@ -114,7 +114,7 @@ void ProgramSelection::CopyLaserSettings() {
     files.CopyFile(from, beside);
   }
   core::NoteLastFile(files, directories, beside);
-  files.CopyFile(beside, SlotFile("lsr"));
+  files.CopyFile(beside, SlotFile(core::Extension::Laser));
 }
 
 const char* ProgramSelection::Convert(const std::string& squeezed) {
@@ -142,11 +142,13 @@ void ProgramSelection::SaveSlot() {
   auto& files = parts_.Files;
   auto& system = parts_.System;
   auto& slot = Slot();
-  core::SaveSlotConfig(files, system.Directories, system.ActiveSlot, slot);
-  core::LoadLaserFile(files, system.Directories, SlotFile("lsr"), system.LaserNames,
-                      slot.LaserSettings);
+  core::LoadLaserFile(files, system.Directories, SlotFile(core::Extension::Laser),
+                      system.LaserNames, slot.LaserSettings);
   core::SaveProgramStatus(files, system.Directories, system.ActiveSlot, slot.Totals);
   core::SaveBatch(files, system.Directories, system.ActiveSlot, slot.BatchCounters);
+  // Last, because the slot counts as whole with it: a power cut before leaves no program and not
+  // half of one.
+  core::SaveSlotConfig(files, system.Directories, system.ActiveSlot, slot);
   slot.Selected = true;
 }
 

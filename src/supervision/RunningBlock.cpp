@@ -37,7 +37,7 @@ ListingWindow ListingWindowOf(int block, int line) {
 int ListingLine(platform::FileSystem& files, const core::DirectorySet& directories, int slot,
                 int block) {
   if (block < 0) return 0;
-  const std::string path = core::SlotFile(directories, slot, "drw");
+  const std::string path = core::SlotFile(directories, slot, core::Extension::Draw);
   if (!files.FileExists(path)) return 0;
   core::NoteLastFile(files, directories, path);
   std::array<char, partprogram::DrawRecordSize> bytes{};
@@ -53,7 +53,7 @@ ListingView ShowRunningBlock(platform::FileSystem& files, const core::DirectoryS
   rows.fill({BlankRow(), false});
   if (slot != 1 && slot != 2) return rows;
   const auto& program = programs[static_cast<std::size_t>(slot)];
-  const std::string path = core::SlotFile(directories, slot, "rnd");
+  const std::string path = core::SlotFile(directories, slot, core::Extension::Listing);
   if (!program.Selected || !files.FileExists(path)) return rows;
   const auto window = ListingWindowOf(block, ListingLine(files, directories, slot, block));
   core::NoteLastFile(files, directories, path);

@@ -9,6 +9,9 @@
 
 namespace torvane::supervision {
 
+using partprogram::Figure;
+using partprogram::Mark;
+
 partprogram::DrawRecord ReadSlotHeader(platform::FileSystem& files,
                                        const core::DirectorySet& directories, int slot,
                                        std::string_view extension) {
@@ -19,7 +22,7 @@ partprogram::DrawRecord ReadSlotHeader(platform::FileSystem& files,
     throw platform::RuntimeFault(path, "the file is too short for its first record");
   }
   const auto header = partprogram::DecodeRecord(bytes);
-  if (header.Code != partprogram::RecordCode::Sheet || header.Flags[0] < 1) {
+  if (header.Code != partprogram::RecordCode::Sheet || header[Mark::RecordCount] < 1) {
     throw platform::RuntimeFault(path, "the first record is no sheet record");
   }
   return header;
@@ -27,18 +30,18 @@ partprogram::DrawRecord ReadSlotHeader(platform::FileSystem& files,
 
 void TakeDrawHeader(const partprogram::DrawRecord& header, core::ActiveProgram& program) {
   program.Material = core::Trim(partprogram::TextOf(header.Material));
-  program.SheetX = header.Values[0];
-  program.SheetY = header.Values[1];
+  program.SheetX = header[Figure::SheetX];
+  program.SheetY = header[Figure::SheetY];
   for (std::size_t clamp = 0; clamp < program.Clamps.size(); ++clamp) {
-    program.Clamps[clamp] = header.Values[6 + clamp];
+    program.Clamps[clamp] = header[partprogram::ClampFigure(clamp)];
   }
-  program.KerfWidth = header.Values[14];
-  program.DrawRecords = header.Flags[0];
-  program.Imperial = header.Flags[1] != 0;
+  program.KerfWidth = header[Figure::KerfWidth];
+  program.DrawRecords = header[Mark::RecordCount];
+  program.Imperial = header[Mark::Imperial] != 0;
 }
 
 void TakeKerfHeader(const partprogram::DrawRecord& header, core::ActiveProgram& program) {
-  program.KerfRecords = header.Flags[0];
+  program.KerfRecords = header[Mark::RecordCount];
 }
 
 }  // namespace torvane::supervision

@@ -46,12 +46,12 @@ void WriteFiles(const std::string& native, const CheckOptions& options, std::str
   core::DeleteSlotFiles(files, places, options.Slot);
   for (const auto& name : files.ListFiles(subs + "*.sub")) files.DeleteFile(subs + name);
 
-  files.ReplaceFile(core::SlotFile(places, options.Slot, "prg"), squeezed);
+  files.ReplaceFile(core::SlotFile(places, options.Slot, core::Extension::Program), squeezed);
   partprogram::WriteSlotFiles(files, places, options.Slot, passes);
   if (passes.Outcome != partprogram::PassOutcome::Good) return;
-  core::SaveSlotConfig(files, places, options.Slot, slot);
   core::SaveProgramStatus(files, places, options.Slot, slot.Totals);
   core::SaveBatch(files, places, options.Slot, slot.BatchCounters);
+  core::SaveSlotConfig(files, places, options.Slot, slot);
 }
 
 void RunCheck(const Installation& installation, const CheckOptions& options,

@@ -8,6 +8,7 @@ namespace torvane::tools {
 namespace {
 
 namespace Code = partprogram::RecordCode;
+using partprogram::Figure;
 using partprogram::PassOutcome;
 
 /// In the order of their codes.
@@ -25,10 +26,6 @@ constexpr std::array<RecordCount, 11> RecordKinds = {{
     {Code::Settings, "Settings", 0},
 }};
 
-/// Places of a record's length in Values.
-constexpr std::size_t LineLength = 0;
-constexpr std::size_t ArcLength = 1;
-
 }  // namespace
 
 CheckCounts CountRecords(const std::vector<partprogram::DrawRecord>& programmed,
@@ -42,10 +39,10 @@ CheckCounts CountRecords(const std::vector<partprogram::DrawRecord>& programmed,
     const bool arc = record.Code == Code::ArcProfile;
     if ((!arc && record.Code != Code::LineProfile) || record.BeamState1.On == 0) continue;
     ++counts.Elements;
-    counts.CutLength += std::abs(record.Values[arc ? ArcLength : LineLength]);
+    counts.CutLength += std::abs(record[arc ? Figure::ArcLength : Figure::Length]);
   }
   for (const auto& record : compensated) {
-    if (record.Code == Code::ArcProfile && record.Flags[partprogram::CornerArcFlag] != 0) {
+    if (record.Code == Code::ArcProfile && record[partprogram::Mark::CornerArc] != 0) {
       ++counts.CornerArcs;
     }
     if (record.Blended != 0) ++counts.Blends;

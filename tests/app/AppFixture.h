@@ -220,7 +220,7 @@ class AppFixture : public ::testing::Test {
     Temp.Put(base + "tbl", table);
     partprogram::DrawRecord header;
     header.Code = 100;
-    header.Flags[0] = 1;
+    header[partprogram::Mark::RecordCount] = 1;
     std::array<char, partprogram::DrawRecordSize> bytes{};
     partprogram::EncodeRecord(header, bytes);
     Temp.Put(base + "drw", std::string_view(bytes.data(), bytes.size()));

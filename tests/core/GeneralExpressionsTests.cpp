@@ -23,11 +23,20 @@ TEST(Calculate, TellsASignFromAnOperator) {
   EXPECT_EQ(ValueOf("5-(1-3)"), 7);
 }
 
-TEST(Calculate, PassesOverAnOperatorWithNoNumberBeforeIt) {
-  EXPECT_EQ(ValueOf("+5-3"), 2);
-  EXPECT_EQ(ValueOf("*5"), 5);
+TEST(Calculate, APlusIsAnOperatorWhereverItStandsAndTheFirstThatWaitsIsApplied) {
+  EXPECT_EQ(ValueOf("+5-3"), 8);
+  EXPECT_EQ(ValueOf("5*+3-1"), 16);
+  EXPECT_EQ(ValueOf("+5-3*2"), 2) << "5 + 3, then - 2";
   EXPECT_EQ(ValueOf("5*+3"), 15);
+  EXPECT_EQ(ValueOf("5-+3"), 2);
+  EXPECT_EQ(ValueOf("(+5-3)*2"), 16);
+}
+
+TEST(Calculate, AnOperatorThatNeverGetsASecondNumberDoesNothing) {
+  EXPECT_EQ(ValueOf("*5"), 5);
+  EXPECT_EQ(ValueOf("+5"), 5);
   EXPECT_EQ(ValueOf("5+"), 5);
+  EXPECT_EQ(ValueOf("/5"), 5);
 }
 
 TEST(Calculate, ReadsWhatIsNoNumberAsTheTextLeads) {
@@ -57,11 +66,20 @@ TEST(Calculate, ABracketKeepsOnlyWhatItsTextShows) {
   EXPECT_EQ(ValueOf("(10000*10000*10000*10000*10000)/10000"), 1e16);
 }
 
-TEST(Calculate, ADivisionByZeroLeavesTheValueInHand) {
-  const Calculation result = Calculate("7+1/0*3");
-  EXPECT_TRUE(result.ArithmeticError);
-  EXPECT_EQ(result.Value, 8);
-  EXPECT_TRUE(Calculate("2*(1/0)").ArithmeticError);
+TEST(Calculate, ADivisionByZeroGivesTheLastSpanThatCameToItsEnd) {
+  EXPECT_EQ(ValueOf("(2+3)*4/0"), 5);
+  EXPECT_EQ(ValueOf("(7-1)*(2/0)"), 0) << "the last bracket is worked out first";
+  EXPECT_EQ(ValueOf("(2/0)*(7-1)"), 6);
+  EXPECT_TRUE(Calculate("(2+3)*4/0").ArithmeticError);
+}
+
+TEST(Calculate, ADivisionByZeroBeforeAnySpanHasEndedGivesNothing) {
+  for (const char* text : {"9/0", "7+1/0*3", "2*(1/0)"}) {
+    const Calculation result = Calculate(text);
+    EXPECT_TRUE(result.ArithmeticError) << text;
+    EXPECT_TRUE(result.Empty) << text;
+    EXPECT_EQ(result.Value, 0) << text;
+  }
 }
 
 TEST(Calculate, UnbalancedBracketsGiveTheValueInHandWhichIsNone) {

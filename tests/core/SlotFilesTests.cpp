@@ -85,12 +85,52 @@ TEST_F(SlotFiles, ADamagedConfigIsAFaultThatNamesIt) {
        {"", "A\r\n", "A\r\nB\r\nC\r\n1\r\n1\r\n", "A\r\nB\r\nC\r\n1\r\n******\r\n0\r\n",
         "A\r\nB\r\nC\r\n40000\r\n1\r\n0\r\n", "A\r\nB\r\nC\r\n-1\r\n1\r\n0\r\n",
         "A\r\nB\r\nC\r\n1\r\n1\r\n12 mm\r\n", "A\r\nB\r\nC\r\n1\r\n1\r\nnan\r\n",
-        "A\r\nB\r\nC\r\n1\r\n1\r\n1e99\r\n", "A\r\nB\r\nC\r\n\r\n1\r\n0\r\n"}) {
+        "A\r\nB\r\nC\r\n1\r\n1\r\n1e99\r\n", "A\r\nB\r\nC\r\n\r\n1\r\n0\r\n",
+        "A\r\nB\r\nC\r\n1\r\n1\r\n0\r\n", "A\r\nB\r\nC\r\n1\r\n1\r\n0\r\nend\r\n"}) {
     const auto fault = test::FaultOf([&] { ReadSlotConfig(text, "Actvprg1.cfg", program); });
     EXPECT_EQ(fault.substr(0, 14), "Actvprg1.cfg: ") << text;
   }
   EXPECT_EQ(test::FaultOf([&] { LoadSlotConfig(Files, Directories, 2, program); }),
             ".\\Actvprg2.cfg: not found");
+}
+
+TEST_F(SlotFiles, ANameThatIsNoPlainNameIsDamage) {
+  ActiveProgram program;
+  for (const char* name : {"", "..", "A\\B", "A/B", "C:", "A*"}) {
+    const std::string rest = "\r\n.\\P\r\n1\r\n1\r\n0\r\n******\r\n";
+    const std::string fault = "Actvprg1.cfg: \"" + std::string(name) + "\" is no plain name";
+    EXPECT_EQ(test::FaultOf([&] {
+                ReadSlotConfig(name + std::string("\r\nSHOP") + rest, "Actvprg1.cfg", program);
+              }),
+              fault);
+    EXPECT_EQ(test::FaultOf([&] {
+                ReadSlotConfig(std::string("PART\r\n") + name + rest, "Actvprg1.cfg", program);
+              }),
+              fault);
+  }
+}
+
+TEST_F(SlotFiles, ARecordFileHasTheSizeThatItsCountSays) {
+  Temp.Put("a.rnd", std::string(160, ' '));
+  EXPECT_EQ(test::FaultOf([&] { HoldSize(Files, "a.rnd", 2, LineRecordSize); }), "");
+  for (const int count : {0, 1, 3}) {
+    EXPECT_EQ(test::FaultOf([&] { HoldSize(Files, "a.rnd", count, LineRecordSize); }),
+              "a.rnd: its size is 160 bytes in place of " + std::to_string(count * 80));
+  }
+}
+
+TEST_F(SlotFiles, ATableHoldsTableLinesAndNothingElse) {
+  const auto record = [](std::string line) {
+    line.resize(LineRecordSize, ' ');
+    return line;
+  };
+  Temp.Put("a.tbl", record("TABLE(500,1)") + record("TABLE(507,-999)"));
+  EXPECT_EQ(test::FaultOf([&] { HoldTableLines(Files, "a.tbl"); }), "");
+  for (const char* line : {"VR(48)=5", "", "table(500,1)", " TABLE(500,1)", "TABLE 500"}) {
+    Temp.Put("a.tbl", record("TABLE(500,1)") + record(line));
+    EXPECT_EQ(test::FaultOf([&] { HoldTableLines(Files, "a.tbl"); }),
+              "a.tbl: record 2 is no table line");
+  }
 }
 
 TEST_F(SlotFiles, StatusAndBatchAreWrittenAndReadBack) {
@@ -138,6 +178,10 @@ TEST(SlotTexts, DamagedStatusAndBatchAreFaults) {
       "a.btc: the number 3000000000 is out of range");
   EXPECT_EQ(test::FaultOf([] { static_cast<void>(ReadProgramStatus("1\n******\n", "a.sts")); }),
             "a.sts: \"******\" stands in place of a number");
+  EXPECT_EQ(test::FaultOf([] { static_cast<void>(ReadProgramStatus("1\n2\n3\n4\n", "a.sts")); }),
+            "a.sts: the end mark is missing");
+  EXPECT_EQ(test::FaultOf([] { static_cast<void>(ReadBatch("1\n2\n3\n4\n5\n*****\n", "a.btc")); }),
+            "a.btc: the end mark is missing");
 }
 
 TEST(SlotTexts, AnEmptySlotHasItsMarkAndTheLoadPosition) {
@@ -171,6 +215,7 @@ RC_GTEST_PROP(SlotTexts, WhatIsWrittenIsRead, ()) {
                                    [](int n) { return static_cast<float>(n) / 1000.0F; });
   ActiveProgram program;
   program.ProgramName = "P";
+  program.DirectoryName = "D";
   program.BodyLines = *rc::gen::inRange<std::int16_t>(0, 32767);
   program.TableLines = *rc::gen::inRange<std::int16_t>(0, 32767);
   program.LoadY = *single;

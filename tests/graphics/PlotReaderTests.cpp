@@ -84,7 +84,10 @@ RC_GTEST_PROP(PlotFields, OfAnyBytesAreThoseOfTheWholeRecord, ()) {
   expected.StartPoint = whole.StartPoint;
   expected.EndPoint = whole.EndPoint;
   expected.CentrePoint = whole.CentrePoint;
-  expected.Values = whole.Values;
+  for (std::size_t place = 0; place < 18; ++place) {
+    const auto figure = static_cast<partprogram::Figure>(place);
+    expected[figure] = whole[figure];
+  }
   expected.KerfSide = whole.KerfSide;
   expected.BeamState1 = whole.BeamState1;
   expected.Blended = whole.Blended;

@@ -133,9 +133,9 @@ inline DrawRecord Arc(double centreX, double centreY, double radius, double star
   DrawRecord record;
   record.Code = partprogram::RecordCode::ArcProfile;
   record.CentrePoint = {static_cast<float>(centreX), static_cast<float>(centreY), 0};
-  record.Values[0] = static_cast<float>(radius);
-  record.Values[9] = static_cast<float>(start);
-  record.Values[10] = static_cast<float>(sweep);
+  record[partprogram::Figure::Length] = static_cast<float>(radius);
+  record[partprogram::Figure::Angle] = static_cast<float>(start);
+  record[partprogram::Figure::Sweep] = static_cast<float>(sweep);
   const auto end = [&](double angle) {
     const auto offset = core::PolarToXY(radius, angle);
     return partprogram::Point3{static_cast<float>(core::RoundPlaces(centreX + offset.X, 4)),

@@ -9,6 +9,7 @@
 namespace torvane::graphics {
 namespace {
 
+using partprogram::Figure;
 using testing::Arc;
 using testing::CanvasCall;
 using testing::CanvasCallKind;
@@ -35,16 +36,17 @@ std::vector<CanvasCall> DrawnArc(const DrawRecord& record, double width) {
 
 bool OnTheCircle(double x, double y, const DrawRecord& arc) {
   const double distance = std::hypot(x - arc.CentrePoint.X, y - arc.CentrePoint.Y);
-  return std::abs(distance - arc.Values[0]) < 1e-6 * (1 + arc.Values[0]);
+  return std::abs(distance - arc[partprogram::Figure::Radius]) <
+         1e-6 * (1 + arc[partprogram::Figure::Radius]);
 }
 
 /// The segments between points of the computed polygon, without the joins to the record's ends.
 int ChordsOf(const std::vector<CanvasCall>& lines, const DrawRecord& arc) {
-  const double half = std::abs(static_cast<double>(arc.Values[10])) / 2;
+  const double half = std::abs(static_cast<double>(arc[partprogram::Figure::Sweep])) / 2;
   int chords = 0;
   for (const auto& line : lines) {
     const double length = std::hypot(line.X2 - line.X1, line.Y2 - line.Y1);
-    chords += length > 1e-3 * arc.Values[0] * std::min(1.0, half) ? 1 : 0;
+    chords += length > 1e-3 * arc[partprogram::Figure::Radius] * std::min(1.0, half) ? 1 : 0;
   }
   return chords;
 }
@@ -147,10 +149,10 @@ TEST(ArcRecord, OfADamagedFileComesToAnEnd) {
   const float endless = std::numeric_limits<float>::infinity();
   const float nothing = std::numeric_limits<float>::quiet_NaN();
   for (const float bad : {1e30F, -1e30F, 3e38F, endless, -endless, nothing}) {
-    for (const std::size_t field : {0U, 9U, 10U}) {
+    for (const auto field : {Figure::Radius, Figure::StartAngle, Figure::Sweep}) {
       auto arc = Arc(100, 100, 50, 0, 90);
-      arc.Values[field] = bad;
-      EXPECT_LE(DrawnArc(arc, 1000).size(), 66U) << field << " " << bad;
+      arc[field] = bad;
+      EXPECT_LE(DrawnArc(arc, 1000).size(), 66U) << partprogram::PlaceOf(field) << " " << bad;
     }
   }
 }
@@ -176,7 +178,8 @@ RC_GTEST_PROP(ArcRecordProperties, VerticesLieOnTheCircleAndThePathRunsFromStart
     RC_ASSERT(OnTheCircle(lines[i].X1, lines[i].Y1, arc));
   }
   // The count of the table, one less where the angle came out past the limit, and the two joins.
-  const auto chords = static_cast<std::size_t>(ArcChordCount(arc.Values[10], radius > width / 10));
+  const auto chords =
+      static_cast<std::size_t>(ArcChordCount(arc[partprogram::Figure::Sweep], radius > width / 10));
   RC_ASSERT(lines.size() >= chords);
   RC_ASSERT(lines.size() <= chords + 2);
 }

@@ -241,6 +241,18 @@ TEST_F(BulkSends, ATableThatIsMissingOrTooShortIsAFault) {
   }
 }
 
+TEST_F(BulkSends, ALineThatIsNoTableLineNeverGoesOut) {
+  MakeTable(1, 5);
+  Files.Files["C:\\ROOT\\Actvprg1.tbl"].replace(3 * TableRecordSize, 9, "VR(48)=10");
+  try {
+    downloads_.DownTable(1, sent_, 5, false);
+    FAIL() << "no fault";
+  } catch (const platform::RuntimeFault& fault) {
+    EXPECT_STREQ(fault.what(), "C:\\ROOT\\Actvprg1.tbl: record 4 is no table line");
+  }
+  EXPECT_EQ(Controller.Received, Records(1, 1, 3));
+}
+
 TEST_F(BulkSends, AnEmptySlotNumberSendsNothing) {
   downloads_.DownTable(0, sent_, 10, true);
   downloads_.DownTable(3, sent_, 10, true);

@@ -26,9 +26,9 @@ DrawRecord Arc(float x, float y, float radius, float start, float sweep) {
   DrawRecord record;
   record.Code = RecordCode::ArcProfile;
   record.CentrePoint = {x, y, 3};
-  record.Values[0] = radius;
-  record.Values[9] = start;
-  record.Values[10] = sweep;
+  record[Figure::Radius] = radius;
+  record[Figure::StartAngle] = start;
+  record[Figure::Sweep] = sweep;
   FinishRecord(record);
   return record;
 }
@@ -55,15 +55,17 @@ TEST(FinishProfile, ALineOfAHundredHasABoxOf110By20) {
 
 TEST(FinishProfile, ALineGetsItsMiddleLengthAndAngle) {
   const auto record = Line(1, 2, 4, -2);
-  EXPECT_EQ(record.Values[0], 5);
-  EXPECT_EQ(record.Values[9], 306.87F);
+  EXPECT_EQ(record[Figure::Length], 5);
+  EXPECT_EQ(record[Figure::Angle], 306.87F);
   EXPECT_EQ(record.MidPoint.X, 2.5F);
   EXPECT_EQ(record.CentrePoint.Y, 0);
   EXPECT_EQ(record.ProfileStart.X, 1);
   EXPECT_EQ(record.ProfileEnd.Y, -2);
 }
 
-TEST(FinishProfile, AnArcOfSweepZeroHasLengthZero) { EXPECT_EQ(Arc(0, 0, 10, 30, 0).Values[1], 0); }
+TEST(FinishProfile, AnArcOfSweepZeroHasLengthZero) {
+  EXPECT_EQ(Arc(0, 0, 10, 30, 0)[Figure::ArcLength], 0);
+}
 
 TEST(FinishProfile, AnArcGetsItsPointsAndAPositiveLength) {
   const auto record = Arc(10, 20, 10, 0, -90);
@@ -73,7 +75,7 @@ TEST(FinishProfile, AnArcGetsItsPointsAndAPositiveLength) {
   EXPECT_NEAR(record.EndPoint.Y, 10, 1e-4);
   EXPECT_NEAR(record.MidPoint.X, 17.0711, 1e-4);
   EXPECT_NEAR(record.MidPoint.Y, 12.9289, 1e-4);
-  EXPECT_NEAR(record.Values[1], 15.70796, 1e-4);
+  EXPECT_NEAR(record[Figure::ArcLength], 15.70796, 1e-4);
 }
 
 TEST(FinishProfile, AnArcsBoxTakesItsRadiusForTheLength) {
@@ -83,8 +85,8 @@ TEST(FinishProfile, AnArcsBoxTakesItsRadiusForTheLength) {
 
 TEST(FinishMove, KeepsItsLengthTwiceMore) {
   const auto record = Line(0, 0, 3, 4, RecordCode::Move);
-  EXPECT_EQ(record.Values[1], 5);
-  EXPECT_EQ(record.Values[4], 5);
+  EXPECT_EQ(record[Figure::SecondLength], 5);
+  EXPECT_EQ(record[Figure::ThirdLength], 5);
 }
 
 TEST(FinishMove, OfATurningStationLeavesLengthAndAngle) {
@@ -93,17 +95,17 @@ TEST(FinishMove, OfATurningStationLeavesLengthAndAngle) {
   record.EndPoint = {3, 4, 0};
   record.BeamState1.On = -1;
   record.BeamState1.StationType = 10;
-  record.Values[0] = 77;
-  record.Values[9] = 12;
+  record[Figure::Length] = 77;
+  record[Figure::Angle] = 12;
   FinishRecord(record);
-  EXPECT_EQ(record.Values[0], 77);
-  EXPECT_EQ(record.Values[9], 12);
-  EXPECT_EQ(record.Values[4], 77);
-  EXPECT_EQ(record.Values[1], 0);
+  EXPECT_EQ(record[Figure::Length], 77);
+  EXPECT_EQ(record[Figure::Angle], 12);
+  EXPECT_EQ(record[Figure::ThirdLength], 77);
+  EXPECT_EQ(record[Figure::SecondLength], 0);
   EXPECT_EQ(record.CentrePoint.X, 3);
   record.Code = 220;
   FinishRecord(record);
-  EXPECT_EQ(record.Values[0], 5);
+  EXPECT_EQ(record[Figure::Length], 5);
 }
 
 TEST(FinishPoint, AllPointsTakeThePosition) {
@@ -126,8 +128,8 @@ TEST(FinishPoint, AllPointsTakeThePosition) {
 TEST(FinishSheet, BindsThePlotSheet) {
   DrawRecord record;
   record.Code = RecordCode::PlotSheet;
-  record.Values[0] = 1000;
-  record.Values[1] = 500;
+  record[Figure::SheetX] = 1000;
+  record[Figure::SheetY] = 500;
   FinishRecord(record);
   EXPECT_EQ(record.EndPoint.X, 1000);
   EXPECT_EQ(record.CentrePoint.Y, 250);
@@ -150,14 +152,18 @@ TEST(FinishRecord, LeavesOtherRecordsAlone) {
 TEST(FinishRecord, ClearsThePlacementWordsOfAProfilingBeam) {
   DrawRecord record;
   record.BeamState1.Kind = 'P';
-  record.BeamState1.Words = {1, 2, 3};
+  record.BeamState1.Placement = {1, 2};
+  record.BeamState1.Number = 3;
   record.BeamState2.Kind = 'X';
-  record.BeamState2.Words = {1, 2, 3};
-  record.BeamState2.Floats[0] = -1;
+  record.BeamState2.Placement = {1, 2};
+  record.BeamState2.Number = 3;
+  record.BeamState2.ProfilingMark = -1;
   FinishRecord(record);
-  EXPECT_EQ(record.BeamState1.Words, (std::array<std::int32_t, 3>{0, 0, 3}));
-  EXPECT_EQ(record.BeamState2.Words, (std::array<std::int32_t, 3>{1, 2, 3}));
-  EXPECT_EQ(record.BeamState2.Floats[0], -1);
+  EXPECT_EQ(record.BeamState1.Placement, (std::array<std::int32_t, 2>{0, 0}));
+  EXPECT_EQ(record.BeamState1.Number, 3);
+  EXPECT_EQ(record.BeamState2.Placement, (std::array<std::int32_t, 2>{1, 2}));
+  EXPECT_EQ(record.BeamState2.Number, 3);
+  EXPECT_EQ(record.BeamState2.ProfilingMark, -1);
 }
 
 /// The box as told: ends, and then each whole degree.
@@ -170,13 +176,13 @@ Box WalkedBox(const DrawRecord& record) {
     box.MaxY = std::max(box.MaxY, y);
   };
   include(record.EndPoint.X, record.EndPoint.Y);
-  const double start = record.Values[9];
-  const double sweep = record.Values[10];
+  const double start = record[Figure::StartAngle];
+  const double sweep = record[Figure::Sweep];
   const int first = static_cast<int>(std::nearbyint(start));
   const int last = static_cast<int>(std::nearbyint(start + sweep));
   const int step = sweep < 0 ? -1 : 1;
   for (int degrees = first; step > 0 ? degrees <= last : degrees >= last; degrees += step) {
-    const auto offset = core::PolarToXY(record.Values[0], degrees);
+    const auto offset = core::PolarToXY(record[Figure::Radius], degrees);
     include(static_cast<float>(record.CentrePoint.X + offset.X),
             static_cast<float>(record.CentrePoint.Y + offset.Y));
   }

@@ -3,6 +3,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "KerfRecords.h"
+#include "partprogram/BlendModule.h"
 #include "partprogram/Tangent.h"
 
 namespace torvane::partprogram {
@@ -31,7 +32,7 @@ std::vector<int> Marks(const std::vector<DrawRecord>& records, const core::Machi
 /// A line in a direction, its angle as it stands in the record.
 DrawRecord Towards(float angle, std::int16_t side = 0) {
   DrawRecord line = Line({0, 0, 0}, {10, 0, 0}, side);
-  line.Values[9] = angle;
+  line[Figure::Angle] = angle;
   return line;
 }
 

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "partprogram/Passes.h"
 #include "partprogram/Pipeline.h"
 
 namespace torvane::testing {
@@ -35,7 +34,7 @@ struct Conversion {
 
   partprogram::ConversionResult Run(std::string_view program) {
     Text = partprogram::MakeIntermediateFiles(program, Machine);
-    return partprogram::RunConversion({Text.Converted, "PLATE", "SHOP", 1, &Machine, &Station,
+    return partprogram::RunConversion({Text.Converted, "PLATE", "SHOP", &Machine, &Station,
                                        platform::LocalTime{2026, 3, 7, 9, 5, 0}});
   }
   partprogram::ConversionResult Run(const std::vector<std::string>& lines) {

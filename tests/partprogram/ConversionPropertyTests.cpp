@@ -101,7 +101,7 @@ RC_GTEST_PROP(Conversion, EveryStepIsARecordWithItsNumberAndItsBlock, ()) {
   const auto steps = *Paths();
   const auto result = Convert(Blocks(steps));
   RC_ASSERT(result.Records.size() == steps.size() + 1);
-  RC_ASSERT(static_cast<std::size_t>(result.Records[0].Flags[0]) == steps.size() + 1);
+  RC_ASSERT(static_cast<std::size_t>(result.Records[0][Mark::RecordCount]) == steps.size() + 1);
   for (std::size_t i = 0; i < steps.size(); ++i) {
     const DrawRecord& record = result.Records[i + 1];
     RC_ASSERT(static_cast<std::size_t>(record.RecordIndex) == i + 2);
@@ -112,14 +112,14 @@ RC_GTEST_PROP(Conversion, EveryStepIsARecordWithItsNumberAndItsBlock, ()) {
 RC_GTEST_PROP(Conversion, AnArcKeepsItsRadiusAtBothEndsAndInTheMiddle, ()) {
   for (const DrawRecord& record : Convert(Blocks(*Paths())).Records) {
     if (!IsArc(record)) continue;
-    const double radius = record.Values[0];
+    const double radius = record[Figure::Radius];
     for (const Point3& point : {record.StartPoint, record.MidPoint, record.EndPoint}) {
       RC_ASSERT(std::abs(Distance(point, record.CentrePoint) - radius) < 1e-3);
     }
-    RC_ASSERT(record.Values[10] != 0);
-    RC_ASSERT(std::abs(record.Values[10]) <= 360);
-    const double length = std::abs(record.Values[10]) / 360 * 2 * core::Pi * radius;
-    RC_ASSERT(std::abs(record.Values[1] - length) < 1e-3 + length * 1e-6);
+    RC_ASSERT(record[Figure::Sweep] != 0);
+    RC_ASSERT(std::abs(record[Figure::Sweep]) <= 360);
+    const double length = std::abs(record[Figure::Sweep]) / 360 * 2 * core::Pi * radius;
+    RC_ASSERT(std::abs(record[Figure::ArcLength] - length) < 1e-3 + length * 1e-6);
   }
 }
 
@@ -132,8 +132,8 @@ RC_GTEST_PROP(Conversion, TotalsAreTheSumsOverTheRecords, ()) {
     const DrawRecord& record = result.Records[i];
     moves += Distance(last, record.StartPoint);
     last = record.EndPoint;
-    if (record.Code == RecordCode::Move) moves += record.Values[0];
-    if (IsArc(record)) profiles += std::copysign(record.Values[1], record.Values[10]);
+    if (record.Code == RecordCode::Move) moves += record[Figure::Length];
+    if (IsArc(record)) profiles += std::copysign(record[Figure::ArcLength], record[Figure::Sweep]);
   }
   RC_ASSERT(std::abs(result.Totals.MoveLength - moves) < 1e-3 + moves * 1e-6);
   RC_ASSERT(std::abs(result.Totals.ProfileLength - profiles) < 1 + std::abs(profiles) * 1e-6);
@@ -160,7 +160,7 @@ void AssertSamePath(const std::vector<DrawRecord>& left, const std::vector<DrawR
     RC_ASSERT(Distance(left[i].EndPoint, map(right[i].EndPoint)) < Near);
     RC_ASSERT(Distance(left[i].CentrePoint, map(right[i].CentrePoint)) < Near);
     if (IsArc(left[i])) {
-      RC_ASSERT(std::abs(left[i].Values[10] - sweepSign * right[i].Values[10]) < 0.1);
+      RC_ASSERT(std::abs(left[i][Figure::Sweep] - sweepSign * right[i][Figure::Sweep]) < 0.1);
     }
   }
 }
@@ -231,10 +231,11 @@ RC_GTEST_PROP(Conversion, AProgramInInchesIsTheScaledOne, ()) {
 
 /// The limit check of an arc told degree by degree.
 bool LeavesTravel(const DrawRecord& arc, const core::MachineData& machine) {
-  const double sweep = arc.Values[10];
+  const double sweep = arc[Figure::Sweep];
   const int steps = static_cast<int>(std::nearbyint(std::abs(sweep)));
   for (int i = 0; i <= steps; ++i) {
-    const auto offset = core::PolarToXY(arc.Values[0], arc.Values[9] + (sweep < 0 ? -i : i));
+    const auto offset =
+        core::PolarToXY(arc[Figure::Radius], arc[Figure::StartAngle] + (sweep < 0 ? -i : i));
     const double x = arc.CentrePoint.X + offset.X;
     const double y = arc.CentrePoint.Y + offset.Y;
     if (x < machine.TravelMinX || x > machine.TravelMaxX || y < machine.TravelMinY ||

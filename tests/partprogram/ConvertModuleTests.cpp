@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "partprogram/Conversion.h"
+#include "partprogram/FixedLines.h"
 
 using namespace torvane;
 using namespace torvane::partprogram;

@@ -17,10 +17,10 @@ using core::Vector2;
 bool IsArc(const DrawRecord& element) { return element.Code == RecordCode::ArcProfile; }
 
 double EntryOf(const DrawRecord& e) {
-  return IsArc(e) ? ArcTangent(e.Values[9], e.Values[10]) : e.Values[9];
+  return IsArc(e) ? ArcTangent(e[Figure::StartAngle], e[Figure::Sweep]) : e[Figure::StartAngle];
 }
 double ExitOf(const DrawRecord& e) {
-  return IsArc(e) ? ArcExit(e.Values[9], e.Values[10]) : e.Values[9];
+  return IsArc(e) ? ArcExit(e[Figure::StartAngle], e[Figure::Sweep]) : e[Figure::StartAngle];
 }
 
 /// -180 to 180 degrees.
@@ -77,7 +77,8 @@ Vector2 PointOf(const DrawRecord& e, double share) {
     return {e.StartPoint.X + share * (e.EndPoint.X - e.StartPoint.X),
             e.StartPoint.Y + share * (e.EndPoint.Y - e.StartPoint.Y)};
   }
-  const Vector2 out = core::PolarToXY(e.Values[0], e.Values[9] + share * e.Values[10]);
+  const Vector2 out =
+      core::PolarToXY(e[Figure::Radius], e[Figure::StartAngle] + share * e[Figure::Sweep]);
   return {e.CentrePoint.X + out.X, e.CentrePoint.Y + out.Y};
 }
 
@@ -93,10 +94,11 @@ double DistanceTo(const DrawRecord& e, Vector2 p) {
     return share < 0 || share > 1 ? ends : std::min(ends, Distance(p, PointOf(e, share)));
   }
   const core::Polar polar = core::XYToPolar(p.X - e.CentrePoint.X, p.Y - e.CentrePoint.Y);
-  const double along = e.Values[10] < 0 ? core::NormaliseAngle(e.Values[9] - polar.Angle)
-                                        : core::NormaliseAngle(polar.Angle - e.Values[9]);
-  if (along > std::fabs(e.Values[10])) return ends;
-  return std::min(ends, std::fabs(polar.Length - e.Values[0]));
+  const double along = e[Figure::Sweep] < 0
+                           ? core::NormaliseAngle(e[Figure::StartAngle] - polar.Angle)
+                           : core::NormaliseAngle(polar.Angle - e[Figure::StartAngle]);
+  if (along > std::fabs(e[Figure::Sweep])) return ends;
+  return std::min(ends, std::fabs(polar.Length - e[Figure::Radius]));
 }
 
 double DistanceToPath(const std::vector<DrawRecord>& path, Vector2 p) {

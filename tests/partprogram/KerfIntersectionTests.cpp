@@ -64,14 +64,14 @@ TEST(LinesMeeting, ParallelAndCollinearLinesMeetNowhere) {
 
 TEST(Chords, AreCountedByTheWholeDegreesOfTheSweep) {
   DrawRecord arc;
-  arc.Values[0] = 5;
-  arc.Values[10] = -90.9F;
+  arc[Figure::Radius] = 5;
+  arc[Figure::Sweep] = -90.9F;
   EXPECT_EQ(ChordsOf(arc, 10).Chords, 900);
   EXPECT_EQ(ChordsOf(arc, 0).Chords, 900);
   EXPECT_EQ(ChordsOf(arc, 32767).Chords, 90 * 32767);
-  arc.Values[10] = 0.9F;
+  arc[Figure::Sweep] = 0.9F;
   EXPECT_EQ(ChordsOf(arc, 10).Chords, 0);
-  arc.Values[10] = std::numeric_limits<float>::infinity();
+  arc[Figure::Sweep] = std::numeric_limits<float>::infinity();
   EXPECT_EQ(ChordsOf(arc, 10).Chords, 0);
 }
 
@@ -143,8 +143,8 @@ TEST(Elements, MeetByTheirKinds) {
   line.EndPoint = {20, 3, 0};
   DrawRecord arc;
   arc.Code = RecordCode::ArcProfile;
-  arc.Values[0] = 5;
-  arc.Values[10] = 180;
+  arc[Figure::Radius] = 5;
+  arc[Figure::Sweep] = 180;
   EXPECT_LT(FindIntersection(line, arc, 10).Point.X, 0);
   EXPECT_GT(FindIntersection(arc, line, 10).Point.X, 0);
   EXPECT_EQ(FindIntersection(line, line, 10).Kind, Meeting::None);

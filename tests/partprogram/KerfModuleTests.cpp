@@ -43,8 +43,8 @@ TEST(OffsetLine, MovesByTheWholeWidthToTheSideOfTheTable) {
     EXPECT_NEAR(line.StartPoint.Y, y, 1e-6) << side << " " << yDirection;
     EXPECT_NEAR(line.EndPoint.Y, y, 1e-6);
     EXPECT_NEAR(line.StartPoint.X, 0, 1e-6);
-    EXPECT_EQ(line.Values[0], 10);
-    EXPECT_EQ(line.Values[9], 0);
+    EXPECT_EQ(line[Figure::Length], 10);
+    EXPECT_EQ(line[Figure::Angle], 0);
     EXPECT_EQ(line.Code, RecordCode::LineProfile);
     EXPECT_EQ(line.KerfSide, 0);
     EXPECT_NEAR(line.MidPoint.Y, y, 1e-4);
@@ -83,22 +83,22 @@ TEST(KerfArcSign, TakesOnlyYDirection1ForUpWhereALineTakesAnyButZero) {
 TEST(OffsetArc, ChangesTheRadiusAndKeepsCentreStartAndSweep) {
   DrawRecord arc = Arc({3, 4, 0}, 5, 30, 90, 1);
   EXPECT_TRUE(OffsetArc(arc, 2, 1));
-  EXPECT_EQ(arc.Values[0], 3);
-  EXPECT_EQ(arc.Values[9], 30);
-  EXPECT_EQ(arc.Values[10], 90);
+  EXPECT_EQ(arc[Figure::Radius], 3);
+  EXPECT_EQ(arc[Figure::StartAngle], 30);
+  EXPECT_EQ(arc[Figure::Sweep], 90);
   EXPECT_EQ(arc.CentrePoint.X, 3);
   EXPECT_EQ(arc.KerfSide, 0);
   EXPECT_NEAR(std::hypot(arc.StartPoint.X - 3, arc.StartPoint.Y - 4), 3, 1e-4);
   DrawRecord outer = Arc({3, 4, 0}, 5, 30, 90, 2);
   EXPECT_TRUE(OffsetArc(outer, 2, 1));
-  EXPECT_EQ(outer.Values[0], 7);
+  EXPECT_EQ(outer[Figure::Radius], 7);
 }
 
 TEST(OffsetArc, ThatShrinksToNothingIsIllegalAndKeepsItsRadius) {
   for (const double width : {5.0, 6.0}) {
     DrawRecord arc = Arc({0, 0, 0}, 5, 0, 90, 1);
     EXPECT_FALSE(OffsetArc(arc, width, 1));
-    EXPECT_EQ(arc.Values[0], 5);
+    EXPECT_EQ(arc[Figure::Radius], 5);
     EXPECT_EQ(arc.KerfSide, 0);
   }
 }
@@ -127,7 +127,7 @@ TEST(KerfJoin, AnInnerCornerIsTrimmedToTheCrossing) {
   EXPECT_NEAR(kerf[1].EndPoint.Y, 1, 1e-4);
   EXPECT_NEAR(kerf[2].StartPoint.X, 9, 1e-4);
   EXPECT_NEAR(kerf[2].StartPoint.Y, 1, 1e-4);
-  EXPECT_NEAR(kerf[1].Values[0], 9, 1e-4);
+  EXPECT_NEAR(kerf[1][Figure::Length], 9, 1e-4);
   EXPECT_EQ(kerf[1].ProfileEnd.X, kerf[1].EndPoint.X);
   EXPECT_EQ(TextOf(kerf[1].Name), "Line Profile");
 }
@@ -137,7 +137,7 @@ TEST(KerfJoin, AnOuterCornerWithinTheLimitIsExtendedToThePoint) {
   ASSERT_EQ(kerf.size(), 3U);
   EXPECT_NEAR(kerf[1].EndPoint.X, 11, 1e-4);
   EXPECT_NEAR(kerf[1].EndPoint.Y, -1, 1e-4);
-  EXPECT_NEAR(kerf[2].Values[0], 11, 1e-4);
+  EXPECT_NEAR(kerf[2][Figure::Length], 11, 1e-4);
 }
 
 TEST(KerfJoin, AnOuterCornerBeyondTheLimitGetsAnArc) {
@@ -157,10 +157,10 @@ TEST(KerfJoin, AnOuterCornerBeyondTheLimitGetsAnArc) {
   const DrawRecord& arc = kerf[2];
   EXPECT_EQ(arc.Code, RecordCode::ArcProfile);
   EXPECT_EQ(TextOf(arc.Name), "Arc Profile");
-  EXPECT_EQ(arc.Flags[CornerArcFlag], -1);
-  EXPECT_EQ(arc.Values[0], 1);
-  EXPECT_EQ(arc.Values[9], 270);
-  EXPECT_EQ(arc.Values[10], 90);
+  EXPECT_EQ(arc[Mark::CornerArc], -1);
+  EXPECT_EQ(arc[Figure::Radius], 1);
+  EXPECT_EQ(arc[Figure::StartAngle], 270);
+  EXPECT_EQ(arc[Figure::Sweep], 90);
   EXPECT_EQ(arc.CentrePoint.X, 10);
   EXPECT_NEAR(arc.StartPoint.Y, -1, 1e-4);
   EXPECT_NEAR(arc.EndPoint.X, 11, 1e-4);
@@ -175,7 +175,7 @@ TEST(KerfJoin, AnOuterCornerBeyondTheLimitGetsAnArc) {
   EXPECT_EQ(arc.KerfSide, 0);
   EXPECT_EQ(arc.RecordIndex, 2);  // of the element before it
   EXPECT_EQ(kerf[3].RecordIndex, 3);
-  EXPECT_EQ(kerf.front().Flags[0], 4);
+  EXPECT_EQ(kerf.front()[Mark::RecordCount], 4);
   EXPECT_NEAR(kerf[1].EndPoint.X, 10, 1e-4);  // untrimmed
 }
 
@@ -192,7 +192,7 @@ TEST(KerfJoin, ALineThatTurnsBackIsParallelAndGetsAHalfCircle) {
   const auto kerf =
       Kerf(Numbered({Line({0, 0, 0}, {10, 0, 0}, 2), Line({10, 0, 0}, {0, 0, 0}, 2)}), 1);
   ASSERT_EQ(kerf.size(), 4U);
-  EXPECT_EQ(kerf[2].Values[10], 180);
+  EXPECT_EQ(kerf[2][Figure::Sweep], 180);
   EXPECT_NEAR(kerf[2].MidPoint.X, 11, 1e-4);
 }
 
@@ -214,7 +214,7 @@ TEST(HalfCircle, TheOtherWayRoundLeavesAPositiveSweepAsItIs) {
   EXPECT_EQ(HalfCircleSweep(270, -180, before), 540);  // 360 less -180; the short way is 180
   const DrawRecord arc =
       MakeCornerArc(Line({0, -1, 0}, {10, -1, 0}), Line({10, 1, 0}, {0, 1, 0}), {10, 0, 0}, 1, 100);
-  EXPECT_EQ(std::fabs(arc.Values[10]), 180);
+  EXPECT_EQ(std::fabs(arc[Figure::Sweep]), 180);
 }
 
 TEST(CornerArc, GoesTheShortWayRound) {
@@ -222,41 +222,41 @@ TEST(CornerArc, GoesTheShortWayRound) {
   const DrawRecord before = Line({0, 0, 0}, {0.984807753F, -0.173648178F, 0});
   const DrawRecord behind = Line({0.984807753F, 0.173648178F, 0}, {5, 5, 0});
   const DrawRecord arc = MakeCornerArc(before, behind, {0, 0, 0}, 1, 100);
-  EXPECT_NEAR(arc.Values[10], 20, 1e-3);
+  EXPECT_NEAR(arc[Figure::Sweep], 20, 1e-3);
   const DrawRecord back = MakeCornerArc(Line({5, 5, 0}, behind.StartPoint),
                                         Line(before.EndPoint, {0, 0, 0}), {0, 0, 0}, 1, 100);
-  EXPECT_NEAR(back.Values[10], -20, 1e-3);
+  EXPECT_NEAR(back[Figure::Sweep], -20, 1e-3);
 }
 
 TEST(CornerArc, TakesTheSizeOfANegativeWidthForItsRadius) {
   const DrawRecord arc = MakeCornerArc(Line({0, -1, 0}, {10, -1, 0}), Line({11, 0, 0}, {11, 9, 0}),
                                        {10, 0, 0}, -1, 100);
-  EXPECT_EQ(arc.Values[0], 1);
+  EXPECT_EQ(arc[Figure::Radius], 1);
   EXPECT_NEAR(arc.StartPoint.Y, -1, 1e-4);
 }
 
 TEST(TrimArc, KeepsTheOtherEndAndTheSense) {
   DrawRecord arc = Arc({0, 0, 0}, 10, 350, 100);
   TrimArc(arc, {10, 0}, ElementEnd::Start);
-  EXPECT_NEAR(arc.Values[9], 0, 1e-4);
-  EXPECT_NEAR(arc.Values[10], 90, 1e-4);
+  EXPECT_NEAR(arc[Figure::StartAngle], 0, 1e-4);
+  EXPECT_NEAR(arc[Figure::Sweep], 90, 1e-4);
   EXPECT_NEAR(arc.EndPoint.Y, 10, 1e-3);
-  EXPECT_NEAR(arc.Values[1], 10 * core::Pi / 2, 1e-3);  // finished: the length follows
+  EXPECT_NEAR(arc[Figure::ArcLength], 10 * core::Pi / 2, 1e-3);  // finished: the length follows
   DrawRecord negative = Arc({0, 0, 0}, 10, 10, -100);
   TrimArc(negative, {0, -10.5}, ElementEnd::End);  // the radius stays
-  EXPECT_NEAR(negative.Values[10], -100, 1e-3);
-  EXPECT_EQ(negative.Values[0], 10);
+  EXPECT_NEAR(negative[Figure::Sweep], -100, 1e-3);
+  EXPECT_EQ(negative[Figure::Radius], 10);
   TrimArc(negative, {-10, 0}, ElementEnd::End);
-  EXPECT_NEAR(negative.Values[10], -190, 1e-3);
+  EXPECT_NEAR(negative[Figure::Sweep], -190, 1e-3);
 }
 
 TEST(TrimArc, ASweepOfTheWrongSignGoesRoundByAWholeTurn) {
   DrawRecord arc = Arc({0, 0, 0}, 10, 0, 90);
   TrimArc(arc, {0, 10.0}, ElementEnd::Start);
-  EXPECT_NEAR(arc.Values[10], 0, 1e-4);
+  EXPECT_NEAR(arc[Figure::Sweep], 0, 1e-4);
   arc = Arc({0, 0, 0}, 10, 0, 90);
   TrimArc(arc, {-10, 0}, ElementEnd::Start);  // behind the end: 90 less 180, and a turn
-  EXPECT_NEAR(arc.Values[10], 270, 1e-3);
+  EXPECT_NEAR(arc[Figure::Sweep], 270, 1e-3);
 }
 
 TEST(KerfModule, CollinearLinesAgreeAndNeedNoJoin) {
@@ -264,7 +264,7 @@ TEST(KerfModule, CollinearLinesAgreeAndNeedNoJoin) {
       Kerf(Numbered({Line({0, 0, 0}, {10, 0, 0}, 1), Line({10, 0, 0}, {25, 0, 0}, 1)}), 1);
   ASSERT_EQ(kerf.size(), 3U);
   EXPECT_EQ(kerf[1].EndPoint.X, kerf[2].StartPoint.X);
-  EXPECT_EQ(kerf[1].Values[0], 10);
+  EXPECT_EQ(kerf[1][Figure::Length], 10);
 }
 
 TEST(KerfModule, AMoveBetweenStopsJoining) {
@@ -324,7 +324,7 @@ TEST(KerfModule, ALeadInOfALineMeetsAnOffsetHole) {
   const auto kerf =
       Kerf(Numbered({Line({0, 0, 0}, {10, 0, 0}, 1), Arc({0, 0, 0}, 10, 0, 180, 1)}), 1);
   ASSERT_EQ(kerf.size(), 3U);
-  EXPECT_EQ(kerf[2].Values[0], 9);
+  EXPECT_EQ(kerf[2][Figure::Length], 9);
   EXPECT_NEAR(std::hypot(kerf[1].EndPoint.X, kerf[1].EndPoint.Y), 9, 1e-3);
   EXPECT_NEAR(kerf[1].EndPoint.X, kerf[2].StartPoint.X, 1e-3);
   EXPECT_NEAR(kerf[1].EndPoint.Y, kerf[2].StartPoint.Y, 1e-3);
@@ -333,7 +333,7 @@ TEST(KerfModule, ALeadInOfALineMeetsAnOffsetHole) {
 TEST(KerfModule, AProgramWithoutMotionIsItsHeader) {
   const auto kerf = Kerf(Numbered({}), 1);
   ASSERT_EQ(kerf.size(), 1U);
-  EXPECT_EQ(kerf.front().Flags[0], 1);
+  EXPECT_EQ(kerf.front()[Mark::RecordCount], 1);
   std::vector<DrawRecord> nothing;
   EXPECT_TRUE(MakeKerfFile(nothing, 1, Machine()).Records.empty());
 }
@@ -414,7 +414,7 @@ RC_GTEST_PROP(KerfModule, EveryNumberFindsItsWayBack, ()) {
   core::MachineData machine = Machine(static_cast<std::int16_t>(*rc::gen::inRange(0, 2)));
   machine.CornerLimitFactor = static_cast<float>(*rc::gen::inRange(0, 3));
   const auto kerf = MakeKerfFile(draw, 0.7, machine).Records;
-  RC_ASSERT(kerf.front().Flags[0] == static_cast<int>(kerf.size()));
+  RC_ASSERT(kerf.front()[Mark::RecordCount] == static_cast<int>(kerf.size()));
   std::int16_t last = 1;
   for (std::size_t i = 1; i < draw.size(); ++i) {
     const std::int16_t number = draw[i].RecordIndex;
@@ -425,7 +425,7 @@ RC_GTEST_PROP(KerfModule, EveryNumberFindsItsWayBack, ()) {
     RC_ASSERT(record.Code == draw[i].Code);
   }
   for (const DrawRecord& record : kerf) {
-    if (record.Flags[CornerArcFlag] == 0) continue;
+    if (record[Mark::CornerArc] == 0) continue;
     const DrawRecord& programmed = draw[static_cast<std::size_t>(record.RecordIndex - 1)];
     RC_ASSERT(programmed.Code == RecordCode::LineProfile ||
               programmed.Code == RecordCode::ArcProfile);

@@ -6,7 +6,7 @@
 
 #include "partprogram/Binding.h"
 #include "partprogram/DrawRecord.h"
-#include "partprogram/Passes.h"
+#include "partprogram/KerfModule.h"
 
 namespace torvane::partprogram::testing {
 
@@ -41,9 +41,9 @@ inline DrawRecord Arc(Point3 centre, double radius, double start, double sweep,
   record.Code = RecordCode::ArcProfile;
   record.Name = PadText<18>("Arc Profile");
   record.CentrePoint = centre;
-  record.Values[0] = static_cast<float>(radius);
-  record.Values[9] = static_cast<float>(start);
-  record.Values[10] = static_cast<float>(sweep);
+  record[Figure::Radius] = static_cast<float>(radius);
+  record[Figure::StartAngle] = static_cast<float>(start);
+  record[Figure::Sweep] = static_cast<float>(sweep);
   record.KerfSide = side;
   record.Feed = 2000;
   FinishRecord(record);
@@ -64,7 +64,7 @@ inline std::vector<DrawRecord> Numbered(std::vector<DrawRecord> records) {
   for (std::size_t i = 0; i < records.size(); ++i) {
     records[i].RecordIndex = static_cast<std::int16_t>(i + 1);
   }
-  records.front().Flags[0] = static_cast<std::int16_t>(records.size());
+  records.front()[Mark::RecordCount] = static_cast<std::int16_t>(records.size());
   return records;
 }
 

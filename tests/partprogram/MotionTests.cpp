@@ -115,19 +115,19 @@ TEST(Modal, RapidGoesOnToo) { EXPECT_EQ(RecordsOf({"X5", "Y6"}).size(), 2U); }
 
 TEST(Modal, AMotionWordSetsTheModeWithoutCoordinates) {
   const auto records = RecordsOf({"G01", "X5", "G00", "X6"});
-  EXPECT_EQ(records[0].Flags[9], 1);
-  EXPECT_EQ(records[1].Flags[9], 0);
+  EXPECT_EQ(records[0][Mark::MotionWord], 1);
+  EXPECT_EQ(records[1][Mark::MotionWord], 0);
 }
 
 TEST(Modal, OtherRecordsSetTheModeToRapid) {
   for (const char* word : {"G95 I0", "M50", "M55", "M87", "M99", "M00", "M01"}) {
-    EXPECT_EQ(Last({"G01 X1 Y1", word, "X5"}).Flags[9], 0) << word;
+    EXPECT_EQ(Last({"G01 X1 Y1", word, "X5"})[Mark::MotionWord], 0) << word;
   }
-  EXPECT_EQ(Last({"G01 X1 Y1", "G04 K1", "X5"}).Flags[9], 1);
+  EXPECT_EQ(Last({"G01 X1 Y1", "G04 K1", "X5"})[Mark::MotionWord], 1);
 }
 
 TEST(Modal, AStopBetweenBracketsIsTextAndLeavesTheMode) {
-  EXPECT_EQ(Last({"G01 X1 Y1", "(TAKE M00 OUT)", "X5"}).Flags[9], 1);
+  EXPECT_EQ(Last({"G01 X1 Y1", "(TAKE M00 OUT)", "X5"})[Mark::MotionWord], 1);
 }
 
 TEST(Modal, SomeBlocksAreNeverTakenForAModalMove) {
@@ -143,10 +143,10 @@ TEST(Modal, SomeBlocksAreNeverTakenForAModalMove) {
 TEST(Modal, TwoMotionWordsInOneBlockMakeNoMoveAndTheLastInOrderStays) {
   const auto records = RecordsOf({"G03 G01 X5 Y5", "I1"});
   ASSERT_EQ(records.size(), 1U);
-  EXPECT_EQ(records[0].Flags[9], 3);
+  EXPECT_EQ(records[0][Mark::MotionWord], 3);
 }
 
-TEST(Modal, AWordInsideAnotherCounts) { EXPECT_EQ(Last({"G010 X5"}).Flags[9], 1); }
+TEST(Modal, AWordInsideAnotherCounts) { EXPECT_EQ(Last({"G010 X5"})[Mark::MotionWord], 1); }
 
 TEST(Modal, M100TurnsMirroringOff) { EXPECT_END(Last({"M11", "M100", "G00 X5 Y0"}), 5, 0); }
 
@@ -156,17 +156,17 @@ TEST(Line, IsAMoveWithTheBeamOffAndAProfileWithTheBeamOn) {
   const auto records = RecordsOf({"G01 X3 Y4", "G31 T2=3", "G42", "G01 X3 Y14 F500"});
   EXPECT_EQ(records[0].Code, RecordCode::Move);
   EXPECT_EQ(TextOf(records[0].Name), "Move");
-  EXPECT_EQ(records[0].Values[0], 5);
-  EXPECT_EQ(records[0].Values[1], 5);
-  EXPECT_EQ(records[0].Values[4], 5);
-  EXPECT_EQ(records[0].Values[9], 53.13F);
-  EXPECT_EQ(records[0].Flags[9], 1);
+  EXPECT_EQ(records[0][Figure::Length], 5);
+  EXPECT_EQ(records[0][Figure::SecondLength], 5);
+  EXPECT_EQ(records[0][Figure::ThirdLength], 5);
+  EXPECT_EQ(records[0][Figure::Angle], 53.13F);
+  EXPECT_EQ(records[0][Mark::MotionWord], 1);
   EXPECT_EQ(records[0].BeamState1.On, 0);
   const DrawRecord& cut = records[2];
   EXPECT_EQ(cut.Code, RecordCode::LineProfile);
   EXPECT_EQ(TextOf(cut.Name), "Line Profile");
-  EXPECT_EQ(cut.Values[0], 10);
-  EXPECT_EQ(cut.Values[9], 90);
+  EXPECT_EQ(cut[Figure::Length], 10);
+  EXPECT_EQ(cut[Figure::Angle], 90);
   EXPECT_EQ(cut.KerfSide, 2);
   EXPECT_EQ(cut.Feed, 500);
   EXPECT_EQ(cut.MidPoint.Y, 9);
@@ -182,23 +182,23 @@ TEST(Line, CarriesTheBeamStatesWhileProfiling) {
   EXPECT_EQ(TextOf(record.BeamState1.ToolName), "Laser 1");
   EXPECT_EQ(record.BeamState1.StationNumber, 1);
   EXPECT_EQ(record.BeamState1.StationType, 3);
-  EXPECT_EQ(record.BeamState1.Words[2], 1);
-  EXPECT_EQ(record.BeamState2.Floats[0], -1);
-  EXPECT_EQ(record.BeamState2.Words[2], record.RecordIndex);
+  EXPECT_EQ(record.BeamState1.Number, 1);
+  EXPECT_EQ(record.BeamState2.ProfilingMark, -1);
+  EXPECT_EQ(record.BeamState2.Number, record.RecordIndex);
   EXPECT_EQ(record.BeamState2.On, 0);
 }
 
 TEST(Line, CarriesClearedBeamStatesOtherwise) {
   const auto record = Last({"G01 X1"});
   EXPECT_EQ(record.BeamState1.Kind, ' ');
-  EXPECT_EQ(record.BeamState2.Floats[0], 0);
-  EXPECT_EQ(record.BeamState2.Words[2], 0);
+  EXPECT_EQ(record.BeamState2.ProfilingMark, 0);
+  EXPECT_EQ(record.BeamState2.Number, 0);
 }
 
 TEST(Line, OfNoLengthHasAngleZeroAndABoxOfTen) {
   const auto record = Last({"G01 X5 Y5", "G01 X5 Y5"});
-  EXPECT_EQ(record.Values[0], 0);
-  EXPECT_EQ(record.Values[9], 0);
+  EXPECT_EQ(record[Figure::Length], 0);
+  EXPECT_EQ(record[Figure::Angle], 0);
   EXPECT_EQ(record.BoxOuter.MaxX - record.BoxOuter.MinX, 10);
   EXPECT_EQ(record.BoxOuter.MaxY - record.BoxOuter.MinY, 10);
 }
@@ -230,12 +230,12 @@ TEST(CentreArc, IsSolved) {
   const auto record = Last({"G00 X10 Y0", "G03 X0 Y10 I-10 J0"});
   EXPECT_EQ(record.Code, RecordCode::ArcProfile);
   EXPECT_EQ(TextOf(record.Name), "Arc Profile");
-  EXPECT_EQ(record.Values[0], 10);
-  EXPECT_NEAR(record.Values[1], 15.708, 1e-3);
-  EXPECT_EQ(record.Values[9], 0);
-  EXPECT_NEAR(record.Values[10], 90, 1e-6);
-  EXPECT_EQ(record.Flags[5], 3);
-  EXPECT_EQ(record.Flags[9], 3);
+  EXPECT_EQ(record[Figure::Radius], 10);
+  EXPECT_NEAR(record[Figure::ArcLength], 15.708, 1e-3);
+  EXPECT_EQ(record[Figure::StartAngle], 0);
+  EXPECT_NEAR(record[Figure::Sweep], 90, 1e-6);
+  EXPECT_EQ(record[Mark::ArcWord], 3);
+  EXPECT_EQ(record[Mark::MotionWord], 3);
   EXPECT_EQ(record.CentrePoint.X, 0);
   EXPECT_NEAR(record.MidPoint.X, 7.0711, 1e-4);
   EXPECT_END(record, 0, 10);
@@ -243,16 +243,17 @@ TEST(CentreArc, IsSolved) {
 
 TEST(CentreArc, WithIAloneIsAFullCircle) {
   const auto record = Last({"G00 X10 Y0", "G02 I-10"});
-  EXPECT_EQ(record.Values[10], -360);
+  EXPECT_EQ(record[Figure::Sweep], -360);
   EXPECT_END(record, 10, 0);
 }
 
 TEST(CentreArc, AFullCircleStaysOneInInchesAndInATurnedSubroutine) {
-  EXPECT_EQ(Last({"G70", "G01 X2.12345 Y1.98765", "G02 X2.12345 Y1.98765 I-0.5"}).Values[10], -360);
+  EXPECT_EQ(Last({"G70", "G01 X2.12345 Y1.98765", "G02 X2.12345 Y1.98765 I-0.5"})[Figure::Sweep],
+            -360);
   for (int angle = 1; angle < 360; ++angle) {
     const auto record = Last({"G98 S1 A" + std::to_string(angle), "M30", "S1", "G01 X7.3 Y1.9",
                               "G02 X7.3 Y1.9 I-5 J1", "M02"});
-    EXPECT_EQ(record.Values[10], -360) << angle;
+    EXPECT_EQ(record[Figure::Sweep], -360) << angle;
   }
 }
 
@@ -268,21 +269,22 @@ TEST(CentreArc, AFullCircleStaysOneAsOftenAsItIsTold) {
   EXPECT_EQ(records.size(), 9U);
   for (const auto& record : records) {
     if (record.Code == RecordCode::ArcProfile) {
-      EXPECT_EQ(std::abs(record.Values[10]), 360);
+      EXPECT_EQ(std::abs(record[Figure::Sweep]), 360);
     }
   }
 }
 
 TEST(CentreArc, AShortArcIsNeverTakenForACircle) {
-  EXPECT_NEAR(Last({"G01 X10 Y5", "G03 X10 Y5.00004 I-5"}).Values[10], 0.00046, 1e-5);
-  EXPECT_NEAR(Last({"G01 X10.00004 Y5", "G03 X10.00004 Y5.00004 I-5"}).Values[10], 0.00046, 1e-5);
+  EXPECT_NEAR(Last({"G01 X10 Y5", "G03 X10 Y5.00004 I-5"})[Figure::Sweep], 0.00046, 1e-5);
+  EXPECT_NEAR(Last({"G01 X10.00004 Y5", "G03 X10.00004 Y5.00004 I-5"})[Figure::Sweep], 0.00046,
+              1e-5);
 }
 
 TEST(CentreArc, WithNothingIsAFullCircleOfNoRadius) {
   const auto record = Last({"G00 X10 Y0", "G02 X10"});
-  EXPECT_EQ(record.Values[0], 0);
-  EXPECT_EQ(std::abs(record.Values[10]), 360);
-  EXPECT_EQ(record.Values[1], 0);
+  EXPECT_EQ(record[Figure::Radius], 0);
+  EXPECT_EQ(std::abs(record[Figure::Sweep]), 360);
+  EXPECT_EQ(record[Figure::ArcLength], 0);
 }
 
 TEST(CentreArc, KeepsItsCodeWithTheBeamOff) {
@@ -322,7 +324,7 @@ TEST_P(ArcSense, FollowsTheTable) {
   conversion.Machine.YDirection = row.YDirection;
   const std::string word = row.Word;
   const auto sweep = [&](const std::vector<std::string>& lines) {
-    return conversion.Run(lines).Records.back().Values[10];
+    return conversion.Run(lines).Records.back()[Figure::Sweep];
   };
   EXPECT_EQ(sweep({row.Mirror, "G00 X0 Y0", word + " I5"}), 360 * row.CentreSign);
   EXPECT_NEAR(sweep({row.Mirror, "G00 X10 Y0", word + " X-10 Y0 I-10 J0"}), 180 * row.CentreSign,
@@ -344,10 +346,10 @@ TEST(RadiusArc, APositiveRadiusTakesTheShortWayAndANegativeOneTheLong) {
     for (const char* end : {"X10 Y0", "X0 Y10", "X-7 Y3", "X-3 Y-8", "X0 Y-10"}) {
       const auto small = Last({std::string(word) + " " + end + " R8"});
       const auto large = Last({std::string(word) + " " + end + " R-8"});
-      EXPECT_LE(std::abs(small.Values[10]), 180) << word << end;
-      EXPECT_GE(std::abs(large.Values[10]), 180) << word << end;
-      EXPECT_NEAR(std::abs(small.Values[10]) + std::abs(large.Values[10]), 360, 1e-3);
-      EXPECT_EQ(large.Values[0], 8);
+      EXPECT_LE(std::abs(small[Figure::Sweep]), 180) << word << end;
+      EXPECT_GE(std::abs(large[Figure::Sweep]), 180) << word << end;
+      EXPECT_NEAR(std::abs(small[Figure::Sweep]) + std::abs(large[Figure::Sweep]), 360, 1e-3);
+      EXPECT_EQ(large[Figure::Radius], 8);
       EXPECT_NEAR(small.EndPoint.X, large.EndPoint.X, 2e-4);
       EXPECT_NEAR(small.EndPoint.Y, large.EndPoint.Y, 2e-4);
     }
@@ -363,7 +365,7 @@ TEST(RadiusArc, AHalfCirclePassesWhereverItStands) {
       EXPECT_EQ(result.CriticalErrors, 0) << x << " " << r;
       if (result.CriticalErrors > 0) continue;
       // The ends are singles: half a step of them moves the centre by the root of it.
-      EXPECT_NEAR(std::abs(result.Records.back().Values[10]), 180, 4);
+      EXPECT_NEAR(std::abs(result.Records.back()[Figure::Sweep]), 180, 4);
     }
   }
 }
@@ -400,12 +402,12 @@ TEST(Arc, CentreWordsAreMirroredInTheMainFile) {
 TEST(Arc, AMirroredArcInASubroutineIsNotCorrected) {
   // The centre stays where it is written, yet the sense turns over: the long way round.
   const auto record = Last({"M11", "Q1", "M30", "S1", "G00 X10 Y0", "G03 X0 Y10 I-10 J0", "M02"});
-  EXPECT_NEAR(record.Values[10], -270, 1e-4);
+  EXPECT_NEAR(record[Figure::Sweep], -270, 1e-4);
 }
 
 TEST(Arc, CentreAndRadiusAreScaledFromInches) {
-  EXPECT_FLOAT_EQ(Last({"G70", "G02 I1"}).Values[0], 25.4F);
-  EXPECT_FLOAT_EQ(Last({"G70", "G02 X1 Y1 R1"}).Values[0], 25.4F);
+  EXPECT_FLOAT_EQ(Last({"G70", "G02 I1"})[Figure::Radius], 25.4F);
+  EXPECT_FLOAT_EQ(Last({"G70", "G02 X1 Y1 R1"})[Figure::Radius], 25.4F);
 }
 
 // ---- limits ----
@@ -475,11 +477,11 @@ TEST(Reposition, CarriesItsDistancesAndTheMovedLimits) {
   const auto record = Last({"G00 X5 Y6", "G95 I100 J2 K3"});
   EXPECT_EQ(record.Code, RecordCode::Reposition);
   EXPECT_EQ(TextOf(record.Name), "Reposition");
-  EXPECT_EQ(record.Values[0], 100);
-  EXPECT_EQ(record.Values[1], 2);
-  EXPECT_EQ(record.Values[2], -10100);
-  EXPECT_EQ(record.Values[3], 9900);
-  EXPECT_EQ(record.Values[5], 3);
+  EXPECT_EQ(record[Figure::RepositionX], 100);
+  EXPECT_EQ(record[Figure::Backoff], 2);
+  EXPECT_EQ(record[Figure::LimitXMin], -10100);
+  EXPECT_EQ(record[Figure::LimitXMax], 9900);
+  EXPECT_EQ(record[Figure::Return], 3);
   EXPECT_EQ(record.StartPoint.X, 5);
   EXPECT_EQ(record.BoxOuter.MinX, 0);
   EXPECT_EQ(record.BoxOuter.MaxY, 11);
@@ -487,9 +489,9 @@ TEST(Reposition, CarriesItsDistancesAndTheMovedLimits) {
 
 TEST(Reposition, MirroringTurnsItsDistancesOver) {
   const auto record = Last({"M13", "G95 I100 J2 K3"});
-  EXPECT_EQ(record.Values[0], -100);
-  EXPECT_EQ(record.Values[1], -2);
-  EXPECT_EQ(record.Values[5], -3);
+  EXPECT_EQ(record[Figure::RepositionX], -100);
+  EXPECT_EQ(record[Figure::Backoff], -2);
+  EXPECT_EQ(record[Figure::Return], -3);
 }
 
 TEST(Reposition, FiveMillimetresPassAndMoreIsAWarning) {
@@ -504,19 +506,19 @@ TEST(Dwell, NeedsATimeAboveZero) {
   EXPECT_THAT(CodesOf({"G04", "G04 K0", "G04 K-1"}), IsEmpty());
   const auto record = Last({"G70", "G00 X1 Y1", "G04 K0.5"});
   EXPECT_EQ(record.Code, RecordCode::Dwell);
-  EXPECT_EQ(record.Values[0], 0.5F);
+  EXPECT_EQ(record[Figure::DwellTime], 0.5F);
   EXPECT_FLOAT_EQ(record.CentrePoint.X, 25.4F);
 }
 
 TEST(Settings, AreRecordedAndStored) {
   const auto records = RecordsOf({"G30 1=5,24=7", "G00 X1", "G32 2=9", "G04 K1"});
   EXPECT_EQ(records[0].Code, RecordCode::Settings);
-  EXPECT_EQ(records[0].Flags[0], 0);
+  EXPECT_EQ(records[0][Mark::SettingsMode], 0);
   EXPECT_EQ(records[0].Settings[0], 5);
   EXPECT_EQ(records[0].Settings[23], 7);
   EXPECT_EQ(records[0].Settings[1], -999);
   EXPECT_EQ(records[1].Settings[0], 5);
-  EXPECT_EQ(records[2].Flags[0], 2);
+  EXPECT_EQ(records[2][Mark::SettingsMode], 2);
   EXPECT_EQ(records[2].Settings[0], -999);  // a Settings record holds its own alone
   EXPECT_EQ(records[2].Settings[1], 9);
   EXPECT_EQ(records[3].Settings[0], 5);
@@ -545,7 +547,7 @@ TEST(Settings, BlanksDoNotDivideThem) {
 
 TEST(Settings, TheBeamWordSetsSettingTwo) {
   EXPECT_EQ(Last({"G31 T2=3"}).Settings[1], 3);
-  EXPECT_EQ(Last({"G31 T2=3"}).Flags[0], 1);
+  EXPECT_EQ(Last({"G31 T2=3"})[Mark::SettingsMode], 1);
 }
 
 TEST(Profiling, IsOnFromThreeAndOffBelow) {
@@ -575,11 +577,11 @@ TEST(LoadPosition, GoesToTheMachinesXAndItsOwnY) {
   conversion.Machine.LoadPositionY = 8;
   auto result = conversion.Run(std::string_view("G56 X100 Y100\r\nM50\r\nM50 Y33\r\n"));
   EXPECT_EQ(result.Records[1].Code, RecordCode::LoadPosition);
-  EXPECT_EQ(result.Records[1].Values[0], 7);
-  EXPECT_EQ(result.Records[1].Values[1], 8);
+  EXPECT_EQ(result.Records[1][Figure::LoadX], 7);
+  EXPECT_EQ(result.Records[1][Figure::LoadY], 8);
   EXPECT_EQ(result.Records[2].CentrePoint.X, 7);
   EXPECT_EQ(result.Records[2].CentrePoint.Y, 33);
-  EXPECT_EQ(result.Records[2].Values[1], 33);
+  EXPECT_EQ(result.Records[2][Figure::LoadY], 33);
   EXPECT_EQ(result.LoadY, 33);
   EXPECT_FLOAT_EQ(conversion.Run(std::string_view("G70\r\nM50 Y2\r\n")).LoadY, 50.8F);
   EXPECT_EQ(conversion.Run(std::string_view("M30\r\n")).LoadY, 8);
@@ -589,17 +591,17 @@ TEST(FlipRotate, FlagsByIAndJ) {
   const auto record = Last({"M55 I1 J0 A90"});
   EXPECT_EQ(record.Code, RecordCode::FlipRotate);
   EXPECT_EQ(TextOf(record.Name), "Flip / Rotate");
-  EXPECT_EQ(record.Flags[0], -1);
-  EXPECT_EQ(record.Flags[1], 0);
-  EXPECT_EQ(record.Values[9], 90);
-  EXPECT_EQ(Last({"M55 J-1"}).Flags[1], -1);
-  EXPECT_EQ(Last({"M55"}).Values[9], 0);
+  EXPECT_EQ(record[Mark::FlipX], -1);
+  EXPECT_EQ(record[Mark::FlipY], 0);
+  EXPECT_EQ(record[Figure::Rotation], 90);
+  EXPECT_EQ(Last({"M55 J-1"})[Mark::FlipY], -1);
+  EXPECT_EQ(Last({"M55"})[Figure::Rotation], 0);
 }
 
 TEST(OpenClamps, TellsM87FromM99) {
   EXPECT_EQ(Last({"M87"}).Code, RecordCode::OpenClamps);
-  EXPECT_EQ(Last({"M87"}).Flags[0], -1);
-  EXPECT_EQ(Last({"M99"}).Flags[0], 0);
+  EXPECT_EQ(Last({"M87"})[Mark::OpensClamps], -1);
+  EXPECT_EQ(Last({"M99"})[Mark::OpensClamps], 0);
   EXPECT_EQ(CodesOf({"M87 M99"}).size(), 1U);
 }
 

@@ -4,6 +4,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "partprogram/Conversion.h"
+#include "partprogram/FixedLines.h"
 #include "partprogram/Pipeline.h"
 #include "platform/DiskFileSystem.h"
 #include "support/ProgramGenerator.h"

@@ -94,7 +94,13 @@ INSTANTIATE_TEST_SUITE_P(
                       ClampCase{4, "! CLAMP : A80 B200 C380 D500", {80, 200, 380, 500}},
                       ClampCase{4, "! CLAMP : A=80 B=200 C=380 D=500", {80, 200, 380, 500}},
                       ClampCase{4, "! CLAMP : 1=80 2=200 3=380 4=500", {80, 200, 380, 500}},
-                      ClampCase{4, "! CLAMP : L80 R380", {}}));
+                      ClampCase{4, "! CLAMP : L80 R380", {}},
+                      // A clamp that the line does not hold is as the reader of numbers gives it.
+                      ClampCase{3, "! CLAMP : A80 B200", {80, 200, -999}},
+                      ClampCase{4, "! CLAMP : A80 B200", {80, 200, -999, -999}},
+                      ClampCase{4, "! CLAMP : A80 B200 D500", {80, 200, -999, 500}},
+                      ClampCase{4, "! CLAMP : A=80 B=200", {80, 200, -999, -999}},
+                      ClampCase{4, "! CLAMP : A80 B C D", {}}));
 
 TEST(ProgramHeader, TheFirstGoodClampLineStands) {
   const auto header = Read({"! CLAMP : L0 R380", "! CLAMP : L80 R380", "! CLAMP : L1 R2"});

@@ -24,8 +24,8 @@ DrawRecord Arc(float sweep) {
   DrawRecord record;
   record.Code = RecordCode::ArcProfile;
   record.CentrePoint = {10, 20, 0};
-  record.Values[0] = 5;
-  record.Values[10] = sweep;
+  record[Figure::Radius] = 5;
+  record[Figure::Sweep] = sweep;
   record.KerfSide = 1;
   FinishRecord(record);
   return record;
@@ -55,12 +55,12 @@ TEST(ReverseRecord, NegatesTheSideOfALineAndNotOfAnArc) {
   DrawRecord line = Line();
   ReverseLineRecord(line);
   EXPECT_EQ(line.KerfSide, -1);
-  EXPECT_EQ(line.Values[9], 180);
+  EXPECT_EQ(line[Figure::Angle], 180);
   DrawRecord arc = Arc(90);
   ReverseArcRecord(arc);
   EXPECT_EQ(arc.KerfSide, 1);
-  EXPECT_EQ(arc.Values[9], 90);
-  EXPECT_EQ(arc.Values[10], -90);
+  EXPECT_EQ(arc[Figure::StartAngle], 90);
+  EXPECT_EQ(arc[Figure::Sweep], -90);
 }
 
 TEST(ReverseRecord, TwiceIsTheSameElement) {

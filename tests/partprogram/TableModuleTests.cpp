@@ -6,6 +6,8 @@
 
 #include "KerfRecords.h"
 #include "core/General.h"
+#include "partprogram/FixedLines.h"
+#include "partprogram/TableModule.h"
 
 namespace torvane::partprogram {
 namespace {
@@ -27,7 +29,7 @@ std::string RowOf(const DrawRecord& record) {
 
 DrawRecord Settings(std::int16_t mode, const std::vector<float>& values) {
   DrawRecord record = Other(RecordCode::Settings);
-  record.Flags[0] = mode;
+  record[Mark::SettingsMode] = mode;
   std::copy(values.begin(), values.end(), record.Settings.begin());
   return record;
 }
@@ -80,7 +82,7 @@ TEST(Table, APositionBehindAnArcIsItsIncrement) {
 
 TEST(Table, ADwellHoldsItsTimeWithTwoPlaces) {
   DrawRecord dwell = Other(RecordCode::Dwell);
-  dwell.Values[0] = 1.257F;
+  dwell[Figure::DwellTime] = 1.257F;
   EXPECT_EQ(RowOf(dwell), "TABLE(507,0,10,20,0,1.26,2000,0)");
 }
 
@@ -88,7 +90,7 @@ TEST(Table, TheFifthNumberTellsWhatHappensAtThePoint) {
   EXPECT_EQ(RowOf(Other(RecordCode::ProgramStop)), "TABLE(507,0,10,20,0,-1,2000,0)");
   DrawRecord clamps = Other(RecordCode::OpenClamps);
   EXPECT_EQ(RowOf(clamps), "TABLE(507,0,10,20,0,-2,2000,0)");
-  clamps.Flags[0] = -1;
+  clamps[Mark::OpensClamps] = -1;
   EXPECT_EQ(RowOf(clamps), "TABLE(507,0,10,20,0,-3,2000,0)");
 }
 
@@ -228,7 +230,7 @@ std::vector<DrawRecord> AnyRecords() {
     DrawRecord record = Other(*rc::gen::elementOf(codes));
     record.EndPoint.X = static_cast<float>(*rc::gen::inRange(-3000000, 3000000) / 1000.0);
     record.ProfileStart.Y = static_cast<float>(*rc::gen::inRange(-3000000, 3000000) / 1000.0);
-    record.Flags[0] = static_cast<std::int16_t>(*rc::gen::inRange(-1, 2));
+    record[Mark::SettingsMode] = static_cast<std::int16_t>(*rc::gen::inRange(-1, 2));
     record.Feed = static_cast<float>(*rc::gen::inRange(0, 5000));
     records.push_back(record);
   }

@@ -29,7 +29,7 @@ TEST(Walk, AProgramWithoutMotionGivesTheHeaderAlone) {
   ASSERT_EQ(result.Records.size(), 1U);
   EXPECT_EQ(result.Records[0].Code, RecordCode::Sheet);
   EXPECT_EQ(TextOf(result.Records[0].Name), "Sheet");
-  EXPECT_EQ(result.Records[0].Flags[0], 1);
+  EXPECT_EQ(result.Records[0][Mark::RecordCount], 1);
   EXPECT_EQ(result.Records[0].RecordIndex, 1);
   EXPECT_EQ(result.Records[0].KerfSide, 1);  // the machine's Y direction
 }
@@ -43,8 +43,8 @@ TEST(Walk, AnEmptyHeaderYieldsNoMaterialAndASheetOfAThousand) {
   const auto result = Convert({"M30"});
   EXPECT_EQ(result.MaterialText, "Material :  ");
   EXPECT_EQ(result.SheetText, "Sheet Size :  1000x1000");
-  EXPECT_EQ(result.Records[0].Values[0], 1000);
-  EXPECT_EQ(result.Records[0].Values[1], 1000);
+  EXPECT_EQ(result.Records[0][Figure::SheetX], 1000);
+  EXPECT_EQ(result.Records[0][Figure::SheetY], 1000);
 }
 
 TEST(Walk, AProgramThatEndsWithoutM30IsComplete) {
@@ -115,6 +115,32 @@ TEST(Walk, ASubroutineWithoutM02EndsAtItsEnd) {
 TEST(Walk, TheLastDefinitionOfANumberStands) {
   EXPECT_THAT(EndsX({"Q4", "M30", "S4", "G00 X1 Y0", "M02", "S4", "G00 X2 Y0", "M02"}),
               ElementsAre(2));
+}
+
+TEST(Walk, AnSInsideADefinitionOpensNothing) {
+  const std::vector<std::string> program = {"Q1",          "M30",       "S1", "G00 X1 Y1",
+                                            "M00 (POS 3)", "G00 X2 Y2", "M02"};
+  EXPECT_THAT(EndsX(program), ElementsAre(1, 1, 2)) << "the stop stands where the head is";
+  const auto result = Convert(program);
+  ASSERT_EQ(result.Subs.size(), 1U);
+  EXPECT_EQ(result.Subs.at(1), "S1 \r\nG00 X1 Y1 \r\nM00 (POS 3) \r\nG00 X2 Y2 \r\nM02 \r\n");
+}
+
+TEST(Walk, M02OnTheLineThatAJumpArrivesAtDoesNotReturn) {
+  EXPECT_THAT(EndsX({"Q4", "G00 X9 Y0", "M30", "S4", "G00 X1 Y0", "GOTO 20", "G00 X2", "N20 M02",
+                     "G00 X3", "M02"}),
+              ElementsAre(1, 3, 9));
+  EXPECT_THAT(EndsX({"Q4", "G00 X9 Y0", "M30", "S4", "GOTO 20", "N10 M02", "N20 G00 X3 Y0",
+                     "GOTO 10", "G00 X4"}),
+              ElementsAre(3, 3, 3))
+      << "every jump there reads on, and the next one ends the loop";
+}
+
+TEST(Walk, AJumpToNoLineEndsTheSubroutineAndItsSearch) {
+  EXPECT_THAT(
+      EndsX({"Q4", "Q5", "M30", "S4", "GOTO 77", "M02", "S5", "G00 X1 Y0", "M02", "G00 X2"}),
+      ElementsAre(1))
+      << "the next M02 returns";
 }
 
 TEST(Walk, ASubroutineFileHoldsItsLinesWholeWithOpeningAndClosing) {
@@ -279,8 +305,11 @@ TEST(Walk, ParameterHundredCanNotBeSet) {
   EXPECT_THAT(EndsX({"P100=7", "G00 X P10 Y0"}), ElementsAre(0));
 }
 
-TEST(Walk, ParametersForTheControllerArePassedOver) {
+TEST(Walk, ParametersForTheRestartArePassedOver) {
   EXPECT_EQ(Convert({"P101=7", "P110=3"}).CriticalErrors, 0);
+  const auto result = Convert({"F100 P105=7", "G00 X5 Y0"});
+  EXPECT_EQ(result.CriticalErrors, 0);
+  EXPECT_EQ(result.Records.back().Feed, 100);
 }
 
 TEST(Walk, AParameterAboveHundredIsCritical) {
@@ -318,28 +347,28 @@ TEST(Walk, SkipLevelsTravelWithTheRecords) {
 TEST(Walk, InchesFirstScaleTheHeader) {
   const auto result = Convert({"! SHEET : X10 Y5", "! CLAMP : L1 R2", "G70", "G71", "G70"});
   const auto& sheet = result.Records[0];
-  EXPECT_FLOAT_EQ(sheet.Values[0], 254);
-  EXPECT_FLOAT_EQ(sheet.Values[1], 127);
-  EXPECT_FLOAT_EQ(sheet.Values[6], 25.4F);
-  EXPECT_FLOAT_EQ(sheet.Values[7], 50.8F);
-  EXPECT_EQ(sheet.Flags[1], -1);
+  EXPECT_FLOAT_EQ(sheet[Figure::SheetX], 254);
+  EXPECT_FLOAT_EQ(sheet[Figure::SheetY], 127);
+  EXPECT_FLOAT_EQ(sheet[Figure::FirstClamp], 25.4F);
+  EXPECT_FLOAT_EQ(sheet[ClampFigure(1)], 50.8F);
+  EXPECT_EQ(sheet[Mark::Imperial], -1);
   EXPECT_EQ(result.SheetText, "Sheet Size :  10x5");
 }
 
 TEST(Walk, MillimetresFirstSettleTheHeaderForGood) {
   const auto result = Convert({"! SHEET : X10 Y5", "G71", "G70", "G00 X1 Y1"});
-  EXPECT_EQ(result.Records[0].Values[0], 10);
-  EXPECT_EQ(result.Records[0].Flags[1], 0);
+  EXPECT_EQ(result.Records[0][Figure::SheetX], 10);
+  EXPECT_EQ(result.Records[0][Mark::Imperial], 0);
   EXPECT_FLOAT_EQ(result.Records[1].EndPoint.X, 25.4F);
 }
 
 TEST(Walk, TheLastKerfWidthOfG41OrG42StandsInTheHeader) {
   const auto result = Convert({"G41 K0.2", "G42 K0.3", "G41", "G40 K9"});
-  EXPECT_EQ(result.Records[0].Values[14], 0.3F);
+  EXPECT_EQ(result.Records[0][Figure::KerfWidth], 0.3F);
 }
 
 TEST(Walk, CountsStandInTheHeader) {
-  EXPECT_EQ(Convert({"G00 X1", "G00 X2", "G04 K1"}).Records[0].Flags[0], 4);
+  EXPECT_EQ(Convert({"G00 X1", "G00 X2", "G04 K1"}).Records[0][Mark::RecordCount], 4);
 }
 
 TEST(Walk, MaterialIsCutAtItsField) {
@@ -381,7 +410,7 @@ TEST(Walk, MoreRecordsThanTheCountHoldsAreCritical) {
   const auto result = Convert({"N1 P1=P1+1", "G00 X P1-1 Y0", "GOTO 1"});
   EXPECT_EQ(MessagesOf(result).back(), "C Too Many Records in Program ");
   EXPECT_EQ(result.Records.size(), 32767U);
-  EXPECT_EQ(result.Records[0].Flags[0], 32767);
+  EXPECT_EQ(result.Records[0][Mark::RecordCount], 32767);
 }
 
 TEST(Walk, MoreLinesThanTheCountHoldsAreCritical) {
@@ -395,6 +424,45 @@ TEST(Walk, MoreLinesThanTheCountHoldsAreCritical) {
 TEST(Walk, MoreErrorsThanTheCountHoldsEndTheWalk) {
   const auto result = Convert({"N1 G02 X10 I1 R0", "X0", "GOTO 1"});
   EXPECT_EQ(MessagesOf(result).back(), "C Too Many Errors in Program ");
+}
+
+TEST(Walk, WarningsAreNotCountedTowardsTooManyErrors) {
+  Conversion conversion;
+  conversion.Machine.TravelMaxX = 100;
+  conversion.Machine.TravelMaxY = 100;
+  const auto result = conversion.Run(std::vector<std::string>{
+      "P1=0", "N1 X500 Y500", "X600 Y600", "P1=P1+1", "IF P1<9000 GOTO 1", "G00 X1 Y1"});
+  EXPECT_EQ(result.CriticalErrors, 0);
+  EXPECT_EQ(result.Errors.size(), 36000U);
+  EXPECT_EQ(result.Records.size(), 2U) << "the walk came to the end";
+}
+
+TEST(Walk, TheTotalsAreSummedInSingles) {
+  // From 16777216 mm on a single holds no odd millimetre: one more does not show in the sum.
+  std::vector<std::string> program = {"G00 X16777216 Y0"};
+  const float far = Convert(program).Totals.MoveLength;
+  for (int i = 1; i <= 8; ++i) program.push_back("G00 Y" + std::to_string(i % 2));
+  EXPECT_EQ(far, 16777216.0F);
+  EXPECT_EQ(Convert(program).Totals.MoveLength, far);
+}
+
+TEST(Report, ABlockIsCutAtTwoHundredCharacters) {
+  Conversion conversion;
+  conversion.Machine.TravelMaxX = 100;
+  const std::string block = "G00 X500 Y0 " + std::string(300, 'L');
+  const auto result = conversion.Run(std::vector<std::string>{block});
+  EXPECT_NE(result.Report.find("\r\n" + block.substr(0, 200) + "\r\n"), std::string::npos);
+  EXPECT_EQ(result.Report.find(block.substr(0, 201)), std::string::npos);
+}
+
+TEST(Walk, BlankLinesOfAProgramDoNotCountInItsBlockNumbers) {
+  const std::string program =
+      "! MATERIAL : STEEL\r\n\r\n\r\nG00 X1 Y1\r\n   \r\n\r\nG00 X2\r\n\r\nM30\r\n";
+  Conversion conversion;
+  const auto result = conversion.Run(SqueezeProgram(program));
+  ASSERT_EQ(result.Records.size(), 3U);
+  EXPECT_EQ(result.Records[1].BlockNumber, 2);
+  EXPECT_EQ(result.Records[2].BlockNumber, 3);
 }
 
 TEST(Walk, ABlockOfUnreasonableLengthIsCritical) {

@@ -107,6 +107,17 @@ TEST(GetWordValue, ParameterHundredReadsAsTenAndANought) {
   EXPECT_EQ(Value("XP100", "X"), 5);  // "5.000" and "0"
 }
 
+TEST(GetWordValue, AnAssignmentForTheRestartEndsTheWalkLikeAnyOther) {
+  for (const char* text : {"X7P101=2", "X7P105=7", "X7P109=1", "X7P110=3", "X7 P105=7"}) {
+    EXPECT_EQ(Value(text, "X"), 7) << text;
+    EXPECT_EQ(FaultOf(text, "X"), ReadFault::None) << text;
+  }
+  EXPECT_FALSE(Found("XP105=2", "X"));
+  for (const char* text : {"X7P111=2", "X7P120=2", "X7P105", "X7P1055=2"}) {
+    EXPECT_EQ(FaultOf(text, "X"), ReadFault::ParameterNumber) << text;
+  }
+}
+
 TEST(GetWordValue, ParametersThatDoNotExistAreAFault) {
   EXPECT_EQ(FaultOf("XP101", "X"), ReadFault::ParameterNumber);
   EXPECT_EQ(FaultOf("XP999", "X"), ReadFault::ParameterNumber);
@@ -114,6 +125,19 @@ TEST(GetWordValue, ParametersThatDoNotExistAreAFault) {
   EXPECT_EQ(FaultOf("X10PQ", "X"), ReadFault::ParameterNumber);
   EXPECT_EQ(FaultOf("X10P", "X"), ReadFault::ParameterNumber);
   EXPECT_EQ(FaultOf("XP99", "X"), ReadFault::None);
+}
+
+TEST(GetWordValue, ADivisionByZeroIsNoFaultOfTheBlock) {
+  EXPECT_EQ(Value("X9/0", "X"), 0);
+  EXPECT_TRUE(Found("X9/0", "X"));
+  EXPECT_EQ(Value("X(2+3)*4/0", "X"), 5);
+  EXPECT_EQ(FaultOf("X9/0", "X"), ReadFault::None);
+}
+
+TEST(GetWordValue, ASignOfPlusIsAnOperator) {
+  EXPECT_EQ(Value("X+5-3", "X"), 8);
+  EXPECT_EQ(Value("X5*+3-1", "X"), 16);
+  EXPECT_EQ(Value("X+5", "X"), 5);
 }
 
 TEST(GetWordValue, RoundsHalfToEven) {

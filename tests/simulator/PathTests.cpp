@@ -46,9 +46,9 @@ class Program {
     const double y = Places4(centreY + radius * std::sin(end));
     DrawRecord record = Begin(RecordCode::ArcProfile, x, y);
     record.CentrePoint = Single(centreX, centreY);
-    record.Values[0] = static_cast<float>(radius);
-    record.Values[9] = static_cast<float>(start);
-    record.Values[10] = static_cast<float>(sweep);
+    record[partprogram::Figure::Length] = static_cast<float>(radius);
+    record[partprogram::Figure::Angle] = static_cast<float>(start);
+    record[partprogram::Figure::Sweep] = static_cast<float>(sweep);
     lastX_ = x - startX;
     lastY_ = y - startY;
     Finish(record, std::string(sweep < 0 ? "2," : "3,") + Text(x - startX) + "," +

@@ -52,9 +52,8 @@ std::vector<int> CutRecords(const Pieces& run) {
 }
 
 bool IsCorner(const SheetRun& sheet, int record) {
-  return sheet.Passes()
-             .Kerf.at(static_cast<std::size_t>(record - 1))
-             .Flags[partprogram::CornerArcFlag] != 0;
+  const auto& kerf = sheet.Passes().Kerf.at(static_cast<std::size_t>(record - 1));
+  return kerf[partprogram::Mark::CornerArc] != 0;
 }
 
 /// What an operator would choose for a run that was stopped `along` mm along the compensated

@@ -155,6 +155,50 @@ TEST_F(ActiveStoreTest, ATableThatEndsEarlyEmptiesTheWholeStore) {
   EXPECT_EQ(SlotFiles(1), std::vector<std::string>{});
 }
 
+TEST_F(ActiveStoreTest, AFileOfAnotherSizeThanTheCountsSayEmptiesTheWholeStore) {
+  for (const std::string extension : {"rnd", "drw", "krw", "tbl"}) {
+    for (const bool longer : {false, true}) {
+      PutSlot(1, "ONE", 30);
+      PutSlot(2, "TWO", 30);
+      const auto name = Name(1, extension);
+      std::string bytes = Temp.Get(name);
+      bytes.resize(longer ? bytes.size() + 80 : bytes.size() - 1, ' ');
+      Temp.Put(name, bytes);
+      Store.LoadActivePrograms();
+      EXPECT_FALSE(System.Programs[1].Selected) << extension << longer;
+      EXPECT_FALSE(System.Programs[2].Selected);
+      EXPECT_EQ(SlotFiles(1), std::vector<std::string>{});
+    }
+  }
+}
+
+TEST_F(ActiveStoreTest, ALineThatIsNoTableLineEmptiesTheStoreBeforeAnythingOfItGoesOut) {
+  PutSlot(1, "ONE", 30);
+  std::string table = Temp.Get("Actvprg1.tbl");
+  table.replace(29 * 80, 80, Padded("VR(48)=5"));
+  Temp.Put("Actvprg1.tbl", table);
+  Store.LoadActivePrograms();
+  EXPECT_FALSE(System.Programs[1].Selected);
+  EXPECT_EQ(Sent(), Join({{"VR(91)=1", "VR(87)=77.25"}, NoBatch}));
+}
+
+TEST_F(ActiveStoreTest, AFileWithoutItsEndMarkOrWithANameThatLeadsElsewhereEmptiesTheStore) {
+  const std::pair<const char*, const char*> damages[] = {
+      {"cfg", "ONE\r\nSHOP\r\nC:\\X\r\n2\r\n3\r\n0\r\n"},
+      {"cfg", "ONE\r\n..\r\nC:\\X\r\n2\r\n3\r\n0\r\n******\r\n"},
+      {"cfg", "..\\ONE\r\nSHOP\r\nC:\\X\r\n2\r\n3\r\n0\r\n******\r\n"},
+      {"sts", "0\r\n1\r\n2\r\n"},
+      {"btc", "1\r\n2\r\n3\r\n4\r\n5\r\n"},
+  };
+  for (const auto& [extension, text] : damages) {
+    PutSlot(1, "ONE", 3);
+    Temp.Put(Name(1, extension), text);
+    Store.LoadActivePrograms();
+    EXPECT_FALSE(System.Programs[1].Selected) << extension;
+    EXPECT_EQ(SlotFiles(1), std::vector<std::string>{});
+  }
+}
+
 TEST_F(ActiveStoreTest, ToolOffsetsGoOutOnlyOnAMachineThatHasThem) {
   System.Machine.MachineVariant = 1;
   System.ActiveStation.OffsetX = 12.5F;

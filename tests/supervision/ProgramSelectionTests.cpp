@@ -368,8 +368,9 @@ TEST_F(ProgramSelectionTest, FilesAreWrittenInTheOrderOfThePasses) {
     if (event.rfind("replace C:\\Actvprg1.", 0) == 0) writes.push_back(event.substr(20));
     if (event.rfind("copy ", 0) == 0) writes.push_back(event.substr(event.size() - 3));
   }
-  EXPECT_EQ(writes, (Events{"prg", "lsr", "bdy", "cnv", "drw", "krw", "tbx", "tbl", "rnd", "cfg",
-                            "sts", "btc"}));
+  EXPECT_EQ(writes, (Events{"prg", "lsr", "bdy", "cnv", "drw", "krw", "tbx", "tbl", "rnd", "sts",
+                            "btc", "cfg"}))
+      << "the slot counts as whole with its .cfg";
 }
 
 }  // namespace

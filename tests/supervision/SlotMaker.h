@@ -61,14 +61,14 @@ struct SlotMaker {
     partprogram::DrawRecord header;
     header.Code = partprogram::RecordCode::Sheet;
     header.Material = partprogram::PadText<72>("Mild steel");
-    header.Values[0] = 1000;
-    header.Values[1] = 500;
+    header[partprogram::Figure::SheetX] = 1000;
+    header[partprogram::Figure::SheetY] = 500;
     for (std::size_t clamp = 0; clamp < 4; ++clamp) {
-      header.Values[6 + clamp] = 10.0F * static_cast<float>(clamp + 1);
+      header[partprogram::ClampFigure(clamp)] = 10.0F * static_cast<float>(clamp + 1);
     }
-    header.Values[14] = 0.2F;
-    header.Flags[0] = static_cast<std::int16_t>(blocks.size() + 1);
-    header.Flags[1] = -1;
+    header[partprogram::Figure::KerfWidth] = 0.2F;
+    header[partprogram::Mark::RecordCount] = static_cast<std::int16_t>(blocks.size() + 1);
+    header[partprogram::Mark::Imperial] = -1;
     std::string bytes;
     Append(bytes, header);
     for (const auto block : blocks) {

@@ -25,7 +25,7 @@
 
 #include "core/General.h"
 #include "core/MachineData.h"
-#include "partprogram/Passes.h"
+#include "partprogram/FixedLines.h"
 #include "partprogram/Pipeline.h"
 #include "partprogram/SplittingModule.h"
 #include "simulator/MemoryFiles.h"
