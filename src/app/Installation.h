@@ -14,7 +14,7 @@ inline constexpr const char* LockFileName = "Torvane.lock";
 
 /// How long a console waits for one that is ending, ms: a shutdown on a slow line takes its time,
 /// and whoever starts the program anew meanwhile shall not have to do it twice.
-inline constexpr int LockPatienceMs = 10000;
+inline constexpr int LockPatienceMs = 15000;
 
 /// Throws RuntimeFault where somebody else holds the lock of `root` (with its backslash) and does
 /// not give it up within `patienceMs`, or where the root cannot be written.

@@ -88,11 +88,9 @@ ScriptStage ConsoleProgram::Stage() {
 
 void ConsoleProgram::ShutDown() { shutdown_.ShutdownSystem(true); }
 
-/// As the end of the session, but nobody is asked anything: failures of the last exchanges show no
-/// dialog, and a line that hangs does not hold the end up. Asked twice, it ends at once.
+/// As the shutdown, but a line that hangs does not hold it up. Asked twice, it ends at once.
 void ConsoleProgram::SignalCame() {
   if (signalPatience_->Active()) return shutdown_.EndAtOnce();
-  system_.Link.ReportCommsErrors = false;
   signalPatience_->Start(SignalPatienceMs);
   shutdown_.ShutdownSystem(false);
 }

@@ -45,11 +45,10 @@ void UnattendedRun::Look() {
   if (options_.ExitAfterRun) AnswerDialogs();
   switch (phase_) {
     case Phase::WaitingForMain:
-      if (program_.Console().Screens().Set().Visible(core::ScreenNames::FrontEnd))
-        Enter(Phase::Selecting);
+      if (program_.Console().Screens().Set().Visible(core::ScreenNames::FrontEnd)) BeginSelection();
       return;
     case Phase::Selecting:
-      return Select();
+      return;
     case Phase::Starting:
       return WatchStart();
     case Phase::Running:
@@ -79,14 +78,15 @@ void UnattendedRun::AnswerDialogs() {
   program_.Desk().TypeKey(toolkit::KeyStroke(toolkit::Key::C));
 }
 
-void UnattendedRun::Select() {
+void UnattendedRun::BeginSelection() {
   TakePicture("main");
+  Enter(Phase::Selecting);
+  // An activity of its own: the dialogs of a refusal are answered by the looks that go on.
+  program_.Loop().Start([this] { Select(); });
+}
+
+void UnattendedRun::Select() {
   if (!options_.SelectProgram.empty()) {
-    // The timer does not fire again while this runs: the dialogs of a refusal need another eye.
-    auto eye = program_.Loop().MakeTimer([this] {
-      if (options_.ExitAfterRun) AnswerDialogs();
-    });
-    eye->Start(LookMs);
     const bool selected = program_.Console().Selection().SelectProgram(options_.SelectDirectory,
                                                                        options_.SelectProgram);
     if (!selected) {

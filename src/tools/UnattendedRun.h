@@ -36,6 +36,7 @@ class UnattendedRun {
 
   void Look();
   void AnswerDialogs();
+  void BeginSelection();
   void Select();
   void PressStart();
   void WatchStart();
