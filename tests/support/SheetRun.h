@@ -25,6 +25,7 @@
 
 #include "core/General.h"
 #include "core/MachineData.h"
+#include "core/SlotFiles.h"
 #include "partprogram/FixedLines.h"
 #include "partprogram/Pipeline.h"
 #include "partprogram/SplittingModule.h"
@@ -198,7 +199,7 @@ class SheetRun {
 
   void PutSlotFiles() {
     const auto file = [&](std::string_view extension) {
-      return simulator::SlotFile("R\\", setting_.Slot, extension);
+      return core::SlotFile("R\\", setting_.Slot, extension);
     };
     Files.Put(file("cnv"), passes_.Text.Converted);
     Files.Put(file("rnd"), partprogram::MakeFixedLines(passes_.Text.Body, true).Bytes);
