@@ -40,8 +40,34 @@ void Desk::SetBackground(Colour colour) {
   update();
 }
 
+void Desk::SetDock(QWidget* strip, std::function<int(const Metrics&)> height) {
+  dock_ = strip;
+  dockHeight_ = std::move(height);
+  if (strip != nullptr) strip->setParent(this);
+  Redock();
+}
+
+QRect Desk::Room() const {
+  if (!dock_) return rect();
+  return rect().adjusted(0, 0, 0,
+                         -std::min(height(), dockHeight_(Metrics::For(width(), height()))));
+}
+
+void Desk::MeasureAs(std::function<Metrics()> measures) {
+  measures_ = std::move(measures);
+  Redock();
+}
+
+void Desk::Redock() {
+  const QRect room = Room();
+  metrics_ = measures_ ? measures_() : Metrics::For(room.width(), room.height());
+  if (dock_) dock_->setGeometry(0, room.height(), width(), height() - room.height());
+  for (Form* form : std::vector<Form*>(stack_)) form->Relayout();
+}
+
 Area Desk::WorkArea() const {
-  return workArea_ ? workArea_(metrics_) : Area{0, 0, width(), height()};
+  const QRect room = Room();
+  return workArea_ ? workArea_(metrics_) : Area{0, 0, room.width(), room.height()};
 }
 
 void Desk::OpenFullScreen() {
@@ -288,10 +314,7 @@ void Desk::paintEvent(QPaintEvent* event) {
   QPainter(this).fillRect(event->rect(), ToQColor(background_));
 }
 
-void Desk::resizeEvent(QResizeEvent*) {
-  metrics_ = Metrics::For(width(), height());
-  for (Form* form : std::vector<Form*>(stack_)) form->Relayout();
-}
+void Desk::resizeEvent(QResizeEvent*) { Redock(); }
 
 void Desk::closeEvent(QCloseEvent* event) {
   event->ignore();

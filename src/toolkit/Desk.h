@@ -27,6 +27,16 @@ class Desk : public QWidget {
 
   void SetBackground(Colour colour);
 
+  /// Gives a strip at the bottom to a widget of its own, as high as `height` says for the whole
+  /// desk; the forms have the room above it and are measured by that. Null gives the strip back.
+  void SetDock(QWidget* strip, std::function<int(const Metrics&)> height);
+  /// Lays out anew after the strip's height has changed.
+  void Redock();
+  /// What the forms have, pixels of the desk.
+  [[nodiscard]] QRect Room() const;
+  /// For a desk that is itself a strip: the measures of the screen that it belongs to.
+  void MeasureAs(std::function<Metrics()> measures);
+
   /// Where lists that drop down may open, pixels of the desk; the whole desk unless told.
   void SetWorkArea(std::function<Area(const Metrics&)> area) { workArea_ = std::move(area); }
   [[nodiscard]] Area WorkArea() const;
@@ -104,6 +114,9 @@ class Desk : public QWidget {
   std::map<Key, QPointer<Form>> held_;
   std::multiset<Key> handled_;  ///< strokes whose handlers are under way
   std::function<Area(const Metrics&)> workArea_;
+  QPointer<QWidget> dock_;
+  std::function<int(const Metrics&)> dockHeight_;
+  std::function<Metrics()> measures_;
   std::function<void()> closeRequest_;
   Colour background_ = 0;
   int busy_ = 0;

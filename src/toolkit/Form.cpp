@@ -91,7 +91,7 @@ void Form::OnLayout(std::function<void(const Metrics&)> layout) {
 
 void Form::Relayout() {
   for (Control* control : controls_) control->MetricsChanged();
-  if (backdrop_) setGeometry(desk_.rect());
+  if (backdrop_) setGeometry(desk_.Room());
   if (const auto layout = layout_) layout(Measures());
   DefaultPlace();
   update();
@@ -126,9 +126,10 @@ void Form::MoveTo(int left, int top) {
   moving_ = true;
   move(left, top);
   moving_ = false;
-  if (desk_.width() <= 0 || desk_.height() <= 0) return;
-  centreX_ = (left + width() / 2.0) / desk_.width();
-  centreY_ = (top + height() / 2.0) / desk_.height();
+  const QRect room = desk_.Room();
+  if (room.isEmpty()) return;
+  centreX_ = (left + width() / 2.0) / room.width();
+  centreY_ = (top + height() / 2.0) / room.height();
 }
 
 void Form::SetSize(int width, int height) {
@@ -139,8 +140,9 @@ void Form::SetSize(int width, int height) {
 
 void Form::DefaultPlace() {
   if (backdrop_) return;
-  move(static_cast<int>(std::lround(centreX_ * desk_.width() - width() / 2.0)),
-       static_cast<int>(std::lround(centreY_ * desk_.height() - height() / 2.0)));
+  const QRect room = desk_.Room();
+  move(static_cast<int>(std::lround(centreX_ * room.width() - width() / 2.0)),
+       static_cast<int>(std::lround(centreY_ * room.height() - height() / 2.0)));
   PlaceShadow();
 }
 

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "console/FrontEndControls.h"
+#include "toolkit/SystemBox.h"
 
 namespace torvane::tools {
 
@@ -105,13 +106,18 @@ void ConsoleProgram::ShowSplash() {
   }
   ShowSplashOnDesk();
   desk_.Refresh();
+}
+
+void ConsoleProgram::ShowFrontEnd() {
+  // The machine's panel first: the main screen comes up in the room that it leaves.
   ShowPanel();
+  ConsoleStart::ShowFrontEnd();
 }
 
 void ConsoleProgram::ShowPanel() {
   if (!machine_ || !(OperatorLooksOn() || options_.Panel)) return;
   panel_ = std::make_unique<SimulatorPanel>(loop_, machine_->Controller(), system_.Colours);
-  panel_->OpenBeside(desk_);
+  panel_->DockAt(desk_);
 }
 
 void ConsoleProgram::SystemMessageBox(std::string_view title, std::string_view text) {
@@ -123,6 +129,7 @@ void ConsoleProgram::SystemMessageBox(std::string_view title, std::string_view t
   QMessageBox box(
       QMessageBox::Warning, QString::fromLatin1(title.data(), static_cast<int>(title.size())),
       QString::fromLatin1(text.data(), static_cast<int>(text.size())), QMessageBox::Ok, &desk_);
+  toolkit::PrepareForFingers(box);
   bool closed = false;
   QObject::connect(&box, &QMessageBox::finished, [&closed] { closed = true; });
   box.open();

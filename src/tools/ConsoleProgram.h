@@ -63,6 +63,7 @@ class ConsoleProgram final : private ConsoleStart {
  private:
   // app::StartScreens
   void ShowSplash() override;
+  void ShowFrontEnd() override;
   void SystemMessageBox(std::string_view title, std::string_view text) override;
 
   [[nodiscard]] platform::SerialPort& MachinePort();

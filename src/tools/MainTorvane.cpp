@@ -6,6 +6,7 @@
 
 #include "platform/RuntimeFault.h"
 #include "toolkit/Application.h"
+#include "toolkit/SystemBox.h"
 #include "tools/ConsoleProgram.h"
 #include "tools/KeyScriptRun.h"
 #include "tools/TorvaneOptions.h"
@@ -17,7 +18,9 @@ namespace {
 void TellFault(const char* sentence) {
   std::fprintf(stderr, "torvane: %s\n", sentence);
   if (QGuiApplication::platformName() != "offscreen") {
-    QMessageBox::critical(nullptr, "Torvane 32", QString::fromLatin1(sentence));
+    QMessageBox box(QMessageBox::Critical, "Torvane 32", QString::fromLatin1(sentence));
+    torvane::toolkit::PrepareForFingers(box);
+    box.exec();
   }
 }
 

@@ -122,14 +122,20 @@ void Run(PictureStage& stage) {
   StatusScreens(stage);
   Laser(stage);
   SimulatorPanel panel(stage.Loop(), stage.Controller(), stage.System().Colours);
-  panel.OpenBeside(stage.Desk());
-  stage.Snap(panel.Desk(), "SimulatorPanel", "");
+  panel.DockAt(stage.Desk());
+  stage.RunFor(100);
+  stage.Snap("SimulatorPanel");
   machine.FeedHold();
   stage.RunFor(500);
   stage.Snap("FrontEnd", "held");
   machine.RaiseError(3);
   stage.RunFor(500);
-  stage.Snap(panel.Desk(), "SimulatorPanel", "held");
+  stage.Snap("SimulatorPanel", "held");
+  if (auto* faults = dynamic_cast<toolkit::Button*>(panel.Window().Find("FaultsButton"))) {
+    faults->Press();
+    stage.RunFor(100);
+    stage.Snap("SimulatorPanel", "faults");
+  }
   machine.ClearMessages();
   stage.WhenShows("WarningForm", [&stage] {
     stage.Snap("WarningForm", "refused");

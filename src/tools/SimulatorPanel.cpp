@@ -1,10 +1,6 @@
 #include "tools/SimulatorPanel.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-#include <QWindow>
 #include <algorithm>
-#include <cmath>
 
 #include "core/General.h"
 #include "core/MachineState.h"
@@ -18,9 +14,10 @@ using toolkit::TypeStyle;
 namespace {
 
 constexpr int RefreshMs = 100;
-/// Pixels: a window for the pointer, small beside the console.
-constexpr int PanelWidth = 264;
-constexpr int PanelHeight = 456;
+/// Pixels, of a window of its own.
+constexpr int PanelWidth = 1280;
+/// The drawing that such a window is measured by.
+constexpr int DrawnHeight = 960;
 
 /// Lit or not, by the words of the status variable that the console reads too.
 struct LampRow {
@@ -45,20 +42,12 @@ SimulatorPanel::SimulatorPanel(platform::EventLoop& loop,
                                simulator::SimulatedController& controller,
                                const core::ColourTable& colours)
     : controller_(controller), colours_(colours), desk_(loop), form_(desk_, "SimulatorPanel") {
-  desk_.setMinimumSize(PanelWidth, PanelHeight);
+  desk_.setMinimumSize(0, 0);
   desk_.setWindowTitle("Simulated machine");
   desk_.SetBackground(colours_[ColourName::PlotBackground]);
   form_.SetColours(colours_[ColourName::PanelBackground], colours_[ColourName::PanelText]);
-  title_ = &Make(new toolkit::Panel(&form_, toolkit::PanelStyle::Title, "SIMULATED MACHINE"),
-                 "TitlePanel", ColourName::HeaderBackground, ColourName::HeaderText);
-  title_->OnMouseDown([this](const toolkit::PointerEvent& event) {
-    grabbed_ = {event.X, event.Y};
-    // Where a window may not place itself, the window system is asked to move it.
-    if (QGuiApplication::platformName().startsWith("wayland"))
-      desk_.windowHandle()->startSystemMove();
-  });
-  title_->OnMouseMove([this](const toolkit::PointerEvent& event) { Drag(event); });
-  body_ = &Make(new toolkit::Panel(&form_, toolkit::PanelStyle::Body), "BodyPanel",
+  form_.SetBackdrop(true);
+  body_ = &Make(new toolkit::Panel(&form_, toolkit::PanelStyle::Sunken), "BodyPanel",
                 ColourName::PanelBackground, ColourName::PanelText);
   MakeLamps();
   MakeCycleKeys();
@@ -75,7 +64,10 @@ SimulatorPanel::SimulatorPanel(platform::EventLoop& loop,
   timer_ = loop.MakeTimer([this] { Refresh(); });
 }
 
-SimulatorPanel::~SimulatorPanel() = default;
+SimulatorPanel::~SimulatorPanel() {
+  desk_.setParent(nullptr);
+  if (console_) console_->SetDock(nullptr, {});
+}
 
 template <class Kind>
 Kind& SimulatorPanel::Make(Kind* control, const std::string& name, ColourName face,
@@ -122,19 +114,22 @@ void SimulatorPanel::MakeCycleKeys() {
 }
 
 void SimulatorPanel::MakeFaults() {
-  faultFrame_ = &Make(new toolkit::Frame(body_, "FAULTS"), "FaultFrame",
-                      ColourName::PanelBackground, ColourName::PanelText);
+  faults_ = &Make(new toolkit::TwoStateButton(body_, "&FAULTS"), "FaultsButton",
+                  ColourName::GeneralButtons, ColourName::GeneralButtonText);
+  faults_->OnChange([this](bool) {
+    if (console_) console_->Redock();
+  });
   MakePicker(error_, "Error", "&ERROR",
              [](simulator::Machine& machine, int code) { machine.RaiseError(code); });
   MakePicker(bit_, "Bit", "MESSA&GE",
              [](simulator::Machine& machine, int bit) { machine.RaiseBit(bit); });
-  clear_ = &Make(new toolkit::Button(faultFrame_, "&CLEAR"), "ClearButton",
-                 ColourName::GeneralButtons, ColourName::GeneralButtonText);
+  clear_ = &Make(new toolkit::Button(body_, "&CLEAR"), "ClearButton", ColourName::GeneralButtons,
+                 ColourName::GeneralButtonText);
   clear_->OnClick([this] {
     controller_.TheMachine().ClearMessages();
     Refresh();
   });
-  beam_ = &Make(new toolkit::TwoStateButton(faultFrame_, "&BEAM ALLOWED"), "BeamButton",
+  beam_ = &Make(new toolkit::TwoStateButton(body_, "&BEAM ALLOWED"), "BeamButton",
                 ColourName::GeneralButtons, ColourName::GeneralButtonText);
   beam_->OnChange([this](bool down) {
     controller_.TheMachine().AllowBeam(down);
@@ -148,12 +143,12 @@ void SimulatorPanel::MakePicker(Picker& picker, const char* name, const char* ca
                                 void (*raise)(simulator::Machine&, int)) {
   const std::string stem(name);
   const auto key = [&](const char* text, const char* end) {
-    return &Make(new toolkit::Button(faultFrame_, text), stem + end, ColourName::GeneralButtons,
+    return &Make(new toolkit::Button(body_, text), stem + end, ColourName::GeneralButtons,
                  ColourName::GeneralButtonText);
   };
   picker.Less = key("-", "Less");
-  picker.Shown = &Make(new toolkit::Label(faultFrame_, std::to_string(picker.Value),
-                                          TypeStyle::Entry, toolkit::Alignment::Centre),
+  picker.Shown = &Make(new toolkit::Label(body_, std::to_string(picker.Value), TypeStyle::Entry,
+                                          toolkit::Alignment::Centre),
                        stem + "Number", ColourName::TextBackground, ColourName::Text);
   picker.Shown->SetFilled(true);
   picker.Shown->SetRim(true);
@@ -175,13 +170,11 @@ void SimulatorPanel::Step(Picker& picker, int by) {
 }
 
 void SimulatorPanel::MakeSpeed() {
-  speedFrame_ = &Make(new toolkit::Frame(body_, "SPEED"), "SpeedFrame", ColourName::PanelBackground,
-                      ColourName::PanelText);
-  speed_ = &Make(new toolkit::Slider(speedFrame_), "SpeedSlider", ColourName::GeneralButtons,
+  speed_ = &Make(new toolkit::Slider(body_), "SpeedSlider", ColourName::GeneralButtons,
                  ColourName::GeneralButtonText);
   speed_->SetMaximum(static_cast<int>(Speeds.size()) - 1);
-  speedText_ = &Make(new toolkit::Label(speedFrame_, SpeedCaption(controller_.Speed()),
-                                        TypeStyle::Bold, toolkit::Alignment::Right),
+  speedText_ = &Make(new toolkit::Label(body_, SpeedCaption(controller_.Speed()), TypeStyle::Bold,
+                                        toolkit::Alignment::Right),
                      "SpeedLabel", ColourName::PanelBackground, ColourName::PanelText);
   // A speed between the steps, as the command line may give it, stands at the step below.
   for (std::size_t i = 0; i < Speeds.size(); ++i) {
@@ -204,39 +197,30 @@ void SimulatorPanel::Refresh() {
   hold_->SetDown(machine.Held(), toolkit::Events::Silent);
   beam_->SetDown(machine.BeamAllowed(), toolkit::Events::Silent);
   const auto number = [](double value) { return core::NumberText(value, 0); };
-  state_->SetText("LINE " + number(machine.Line()) + "   F " + number(machine.FeedNow()));
+  state_->SetText("SIMULATED MACHINE\nLINE " + number(machine.Line()) + "   F " +
+                  number(machine.FeedNow()));
 }
 
-void SimulatorPanel::Drag(const toolkit::PointerEvent& event) {
-  if (event.Button == toolkit::PointerButton::None) return;
-  desk_.move(desk_.x() + event.X - grabbed_.first, desk_.y() + event.Y - grabbed_.second);
-}
-
-void SimulatorPanel::OpenBeside(const toolkit::Desk& console) {
-  desk_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                       Qt::WindowDoesNotAcceptFocus);
-  desk_.setAttribute(Qt::WA_ShowWithoutActivating);
-  // A full screen is what the window is going to be, whatever its size is at this moment.
-  const QRect place = console.isFullScreen() ? console.screen()->geometry()
-                                             : QRect(console.mapToGlobal(QPoint()), console.size());
-  const Metrics m = Metrics::For(place.width(), place.height());
-  const int below = m.KeyHeight + 3 * m.Gap;  // the key strip stays free
-  desk_.move(place.x() + place.width() - PanelWidth - m.Gap,
-             place.y() + place.height() - below - PanelHeight);
-  // Told before it shows: a window above the console's own stays above it, full screen or not.
-  desk_.winId();
-  if (QWindow* window = console.window()->windowHandle())
-    desk_.windowHandle()->setTransientParent(window);
-  desk_.resize(PanelWidth, PanelHeight);
+void SimulatorPanel::DockAt(toolkit::Desk& console) {
+  console_ = &console;
+  desk_.setFocusPolicy(Qt::NoFocus);
+  desk_.MeasureAs([this] { return console_ ? console_->Measures() : Metrics(); });
+  console.SetDock(&desk_, [this](const Metrics& metrics) { return HeightFor(metrics); });
   desk_.show();
-  form_.Show();
-  Refresh();
-  timer_->Start(RefreshMs);
+  Open();
 }
 
 void SimulatorPanel::OpenAlone(std::function<void()> closed) {
+  const Metrics measures = Metrics::For(PanelWidth, DrawnHeight);
+  faults_->SetDown(true, toolkit::Events::Silent);
+  faults_->SetVisible(false);
+  desk_.MeasureAs([measures] { return measures; });
   desk_.OnCloseRequest(std::move(closed));
-  desk_.OpenWindow(PanelWidth, PanelHeight);
+  desk_.OpenWindow(PanelWidth, HeightFor(measures));
+  Open();
+}
+
+void SimulatorPanel::Open() {
   form_.Show();
   Refresh();
   timer_->Start(RefreshMs);

@@ -1,7 +1,8 @@
-// What stands at a real machine, in a small window: cycle start, feed hold, stop, the lamps, and
-// switches for what can go wrong.
+// What a real machine has beside its console, as a strip: cycle start, feed hold, stop, the lamps,
+// and switches for what can go wrong.
 #pragma once
 
+#include <QPointer>
 #include <array>
 #include <functional>
 #include <memory>
@@ -9,12 +10,12 @@
 #include <utility>
 #include <vector>
 
+#include "console/FormGrid.h"
 #include "core/ColourTable.h"
 #include "platform/EventLoop.h"
 #include "simulator/SimulatedController.h"
 #include "toolkit/Button.h"
 #include "toolkit/Desk.h"
-#include "toolkit/Frame.h"
 #include "toolkit/Label.h"
 #include "toolkit/Panel.h"
 #include "toolkit/Slider.h"
@@ -35,11 +36,12 @@ class SimulatorPanel {
   SimulatorPanel(const SimulatorPanel&) = delete;
   SimulatorPanel& operator=(const SimulatorPanel&) = delete;
 
-  /// At the lower right corner, below the figures and over the keys, above its window whatever the
-  /// console does; it never takes the keyboard from it. The operator may drag it away by its title.
-  void OpenBeside(const toolkit::Desk& console);
+  /// As a strip at the bottom of the console's window: it never covers anything of the console,
+  /// scales with it, and never takes the keyboard from it. The key FAULTS opens a second row.
+  void DockAt(toolkit::Desk& console);
 
-  /// As a window of its own, with the keyboard; `closed` is called when the operator closes it.
+  /// As a window of its own, both rows open, with the keyboard; `closed` is called when the
+  /// operator closes it.
   void OpenAlone(std::function<void()> closed);
 
   [[nodiscard]] toolkit::Desk& Desk() { return desk_; }
@@ -70,32 +72,31 @@ class SimulatorPanel {
   template <class Kind>
   Kind& Make(Kind* control, const std::string& name, core::ColourName face, core::ColourName text);
   void AddKey(toolkit::Button& button);
-  void Drag(const toolkit::PointerEvent& event);
+  void Open();
+  [[nodiscard]] int HeightFor(const toolkit::Metrics& metrics) const;
   void Layout(const toolkit::Metrics& metrics);
-  void LayoutFaults(const toolkit::Metrics& metrics);
-  void LayoutSpeed(const toolkit::Metrics& metrics);
+  [[nodiscard]] console::Cell MainCells();
+  [[nodiscard]] console::Cell FaultCells();
 
   simulator::SimulatedController& controller_;
   core::ColourTable colours_;
   toolkit::Desk desk_;
   toolkit::Form form_;
-  toolkit::Panel* title_ = nullptr;
+  QPointer<toolkit::Desk> console_;  ///< that it is docked at
   toolkit::Panel* body_ = nullptr;
   std::array<PanelLamp*, 5> lamps_{};
   toolkit::Button* start_ = nullptr;
   toolkit::TwoStateButton* hold_ = nullptr;
   toolkit::Button* stop_ = nullptr;
-  toolkit::Frame* faultFrame_ = nullptr;
+  toolkit::TwoStateButton* faults_ = nullptr;  ///< down: the second row shows
   Picker error_{1, 64, 2};
   Picker bit_{0, 30, 0};
   toolkit::Button* clear_ = nullptr;
   toolkit::TwoStateButton* beam_ = nullptr;
-  toolkit::Frame* speedFrame_ = nullptr;
   toolkit::Slider* speed_ = nullptr;
   toolkit::Label* speedText_ = nullptr;
   toolkit::Label* state_ = nullptr;
   std::vector<std::pair<toolkit::Key, toolkit::Button*>> keys_;
-  std::pair<int, int> grabbed_{0, 0};  ///< where the title was pressed, pixels
   std::unique_ptr<platform::Timer> timer_;
 };
 

@@ -1,68 +1,78 @@
 // Where everything stands on the simulated machine's panel.
-#include "toolkit/Area.h"
+#include <initializer_list>
+
 #include "tools/SimulatorPanel.h"
 
 namespace torvane::tools {
 
+using console::Cell;
 using toolkit::Area;
 using toolkit::Metrics;
 
 namespace {
 
-constexpr int CycleKeyHeight = 48;
-constexpr int SmallKeyHeight = 36;
-constexpr int StateLineHeight = 20;
-constexpr int LampWidth = 96;
-constexpr int SpeedTextWidth = 48;
+/// Pixels of the drawing.
+constexpr double KeyHigh = 56;
+constexpr double LampHigh = 28;
+constexpr double LampWide = 152;
+constexpr double StepWide = 80;
+constexpr double NumberWide = 64;
+constexpr double SpeedTextWide = 56;
 
-void PlaceRow(const Area& row, const std::vector<toolkit::Control*>& controls, int gap) {
-  const auto cells = toolkit::Columns(row, static_cast<int>(controls.size()), gap);
-  for (std::size_t i = 0; i < controls.size(); ++i) controls[i]->Place(cells[i]);
-}
+Cell Key(toolkit::Button* key, double wide) { return Cell(key).Wide(wide).High(KeyHigh); }
 
 }  // namespace
 
-void SimulatorPanel::Layout(const Metrics& metrics) {
-  form_.SetSize(desk_.width(), desk_.height());
-  Area inside = form_.Inside();
-  title_->Place(toolkit::TakeTop(inside, metrics.TitleHeight + metrics.Gap));
-  body_->Place(inside);
-  const int gap = 2 * metrics.Gap;
-  Area rest = Area{0, 0, inside.Width, inside.Height}.Inset(metrics.Margin);
-  Area top = toolkit::TakeTop(rest, 3 * CycleKeyHeight + 2 * gap, gap);
-  const auto lamps =
-      toolkit::Rows(toolkit::TakeLeft(top, LampWidth, gap), static_cast<int>(lamps_.size()), 0);
-  for (std::size_t i = 0; i < lamps_.size(); ++i) lamps_[i]->Place(lamps[i]);
-  const auto keys = toolkit::Rows(top, 3, gap);
-  start_->Place(keys[0]);
-  hold_->Place(keys[1]);
-  stop_->Place(keys[2]);
-  faultFrame_->Place(toolkit::TakeTop(
-      rest, toolkit::Frame::HeightFor(metrics, 3 * SmallKeyHeight + 2 * metrics.Gap), gap));
-  LayoutFaults(metrics);
-  speedFrame_->Place(
-      toolkit::TakeTop(rest, toolkit::Frame::HeightFor(metrics, SmallKeyHeight), gap));
-  LayoutSpeed(metrics);
-  state_->Place(toolkit::TakeTop(rest, StateLineHeight));
+int SimulatorPanel::HeightFor(const Metrics& metrics) const {
+  const int rows = faults_->Down() ? 2 : 1;
+  return rows * metrics.KeyOf(KeyHigh) + (rows + 1) * metrics.Gap + 2 * metrics.Hairline;
 }
 
-void SimulatorPanel::LayoutFaults(const Metrics& metrics) {
-  const auto rows = toolkit::Rows(faultFrame_->Inside(), 3, metrics.Gap);
-  const Picker* pickers[] = {&error_, &bit_};
-  for (std::size_t i = 0; i < std::size(pickers); ++i) {
-    Area row = rows[i];
-    pickers[i]->Raise->Place(toolkit::TakeRight(row, row.Width / 2 - metrics.Gap / 2, metrics.Gap));
-    pickers[i]->Less->Place(toolkit::TakeLeft(row, SmallKeyHeight, metrics.Gap));
-    pickers[i]->More->Place(toolkit::TakeRight(row, SmallKeyHeight, metrics.Gap));
-    pickers[i]->Shown->Place(row);
+/// What is worked in every run.
+Cell SimulatorPanel::MainCells() {
+  std::vector<Cell> lines;
+  constexpr std::size_t LampsInALine = 3;
+  for (std::size_t from = 0; from < lamps_.size(); from += LampsInALine) {
+    std::vector<Cell> line;
+    for (std::size_t i = from; i < from + LampsInALine; ++i) {
+      line.push_back(i < lamps_.size() ? Cell(lamps_[i]).Wide(LampWide).High(LampHigh)
+                                       : console::Space().Wide(LampWide));
+    }
+    lines.push_back(console::Columns(std::move(line)).Spaced(0));
   }
-  PlaceRow(rows[2], {clear_, beam_}, metrics.Gap);
+  std::vector<Cell> cells = {Key(start_, 148), Key(hold_, 136), Key(stop_, 104),
+                             console::Rows(std::move(lines)).Spaced(0).Wide(3 * LampWide), state_};
+  if (faults_->Visible()) cells.push_back(Key(faults_, 112));
+  return console::Columns(std::move(cells));
 }
 
-void SimulatorPanel::LayoutSpeed(const Metrics& metrics) {
-  Area row = speedFrame_->Inside();
-  speedText_->Place(toolkit::TakeRight(row, SpeedTextWidth, metrics.Gap));
-  speed_->Place(row);
+/// What can go wrong, and how fast the machine's time runs.
+Cell SimulatorPanel::FaultCells() {
+  std::vector<Cell> cells;
+  for (const Picker* picker : {&error_, &bit_}) {
+    cells.push_back(Key(picker->Less, StepWide));
+    cells.push_back(Cell(picker->Shown).Wide(NumberWide));
+    cells.push_back(Key(picker->More, StepWide));
+    cells.push_back(Key(picker->Raise, 116));
+  }
+  cells.push_back(Key(clear_, 96));
+  cells.push_back(Key(beam_, 152));
+  cells.emplace_back(speed_);
+  cells.push_back(Cell(speedText_).Wide(SpeedTextWide));
+  return console::Columns(std::move(cells));
+}
+
+void SimulatorPanel::Layout(const Metrics& metrics) {
+  body_->Place(form_.Inside());
+  const bool open = faults_->Down();
+  for (toolkit::Control* control : std::initializer_list<toolkit::Control*>{
+           error_.Less, error_.Shown, error_.More, error_.Raise, bit_.Less, bit_.Shown, bit_.More,
+           bit_.Raise, clear_, beam_, speed_, speedText_})
+    control->SetVisible(open);
+  Area rest = body_->Inside().Inset(metrics.Gap);
+  const int key = metrics.KeyOf(KeyHigh);
+  MainCells().Place(toolkit::TakeTop(rest, key, metrics.Gap), metrics);
+  if (open) FaultCells().Place(toolkit::TakeTop(rest, key), metrics);
 }
 
 }  // namespace torvane::tools

@@ -134,29 +134,89 @@ TEST_F(SimulatorPanelTest, ClosingTheWindowTellsItsOwner) {
 TEST_F(SimulatorPanelTest, NothingIsCutOrOverlaps) {
   const auto controls = Panel.Window().Controls();
   for (const auto* control : controls) {
+    if (!control->OnShow()) continue;
     const auto* parent = control->parentWidget();
     EXPECT_TRUE(parent->rect().contains(control->geometry())) << control->Name();
     for (const auto* other : controls) {
-      if (other == control || other->parentWidget() != parent) continue;
+      if (other == control || !other->OnShow() || other->parentWidget() != parent) continue;
       EXPECT_FALSE(control->geometry().intersects(other->geometry()))
           << control->Name() << " and " << other->Name();
     }
   }
 }
 
-TEST(SimulatorPanelBeside, NeverTakesTheKeyboardAndStaysAboveTheConsole) {
+class SimulatorPanelDocked : public ::testing::TestWithParam<std::pair<int, int>> {
+ protected:
+  SimulatorPanelDocked() {
+    Console.OpenWindow(GetParam().first, GetParam().second);
+    Main.SetBackdrop(true);
+    Main.Show();
+    Panel.DockAt(Console);
+  }
+  void FindNothingCut() {
+    for (const auto* control : Panel.Window().Controls()) {
+      if (!control->OnShow()) continue;
+      EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << control->Name();
+      if (dynamic_cast<const toolkit::Button*>(control) != nullptr) {
+        EXPECT_GE(control->height(), 56) << control->Name();
+        EXPECT_GE(control->width(), 48) << control->Name();
+      }
+    }
+  }
+
+  toolkit::QtLoop Loop;
+  toolkit::Desk Console{Loop};
+  toolkit::Form Main{Console, "FrontEnd"};
+  simulator::SimulatedController Controller{{}};
+  SimulatorPanel Panel{Loop, Controller, core::ColourTable()};
+};
+
+TEST_P(SimulatorPanelDocked, HasAStripOfItsOwnAndTheConsoleTheRest) {
+  const QRect room = Console.Room();
+  EXPECT_EQ(Main.geometry(), room);
+  EXPECT_EQ(Panel.Desk().geometry(),
+            QRect(0, room.height(), Console.width(), Console.height() - room.height()));
+  EXPECT_EQ(Console.Measures(), toolkit::Metrics::For(room.width(), room.height()));
+  EXPECT_EQ(Panel.Desk().Measures().Scale, Console.Measures().Scale);
+  FindNothingCut();
+}
+
+TEST_P(SimulatorPanelDocked, OpensASecondRowForTheFaultsAndClosesIt) {
+  const int before = Console.Room().height();
+  auto* faults = dynamic_cast<toolkit::Button*>(Panel.Window().Find("FaultsButton"));
+  EXPECT_FALSE(Panel.Window().Find("ErrorButton")->Visible());
+  faults->Press();
+  EXPECT_LT(Console.Room().height(), before);
+  EXPECT_EQ(Main.geometry(), Console.Room());
+  EXPECT_TRUE(Panel.Window().Find("ErrorButton")->Visible());
+  FindNothingCut();
+  faults->Press();
+  EXPECT_EQ(Console.Room().height(), before);
+}
+
+TEST_P(SimulatorPanelDocked, NeverTakesTheKeyboard) {
+  EXPECT_EQ(Panel.Desk().focusPolicy(), Qt::NoFocus);
+  tests::Click(*Panel.Window().Find("HoldButton"));
+  EXPECT_TRUE(Controller.TheMachine().Held());
+  EXPECT_FALSE(Panel.Desk().hasFocus());
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, SimulatorPanelDocked,
+                         ::testing::Values(std::pair{1024, 768}, std::pair{1280, 1024},
+                                           std::pair{1920, 1080}),
+                         [](const auto& size) { return "W" + std::to_string(size.param.first); });
+
+TEST(SimulatorPanelUndocked, TheConsoleHasItsRoomBack) {
   toolkit::QtLoop loop;
   toolkit::Desk console(loop);
   console.OpenWindow(1280, 1024);
   simulator::SimulatedController controller({});
-  SimulatorPanel panel(loop, controller, core::ColourTable());
-  panel.OpenBeside(console);
-  const auto flags = panel.Desk().windowFlags();
-  EXPECT_TRUE(flags.testFlag(Qt::WindowDoesNotAcceptFocus));
-  EXPECT_TRUE(flags.testFlag(Qt::WindowStaysOnTopHint));
-  EXPECT_TRUE(flags.testFlag(Qt::Tool));
-  EXPECT_TRUE(panel.Desk().testAttribute(Qt::WA_ShowWithoutActivating));
-  EXPECT_TRUE(console.geometry().contains(panel.Desk().geometry()));
+  {
+    SimulatorPanel panel(loop, controller, core::ColourTable());
+    panel.DockAt(console);
+    EXPECT_LT(console.Room().height(), 1024);
+  }
+  EXPECT_EQ(console.Room(), console.rect());
 }
 
 }  // namespace
