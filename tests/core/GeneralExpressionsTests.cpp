@@ -26,7 +26,7 @@ TEST(Calculate, TellsASignFromAnOperator) {
 TEST(Calculate, APlusIsAnOperatorWhereverItStandsAndTheFirstThatWaitsIsApplied) {
   EXPECT_EQ(ValueOf("+5-3"), 8);
   EXPECT_EQ(ValueOf("5*+3-1"), 16);
-  EXPECT_EQ(ValueOf("+5-3*2"), 2) << "5 + 3, then - 2";
+  EXPECT_EQ(ValueOf("+5-3*2"), 6) << "5 + 3, then - 2";
   EXPECT_EQ(ValueOf("5*+3"), 15);
   EXPECT_EQ(ValueOf("5-+3"), 2);
   EXPECT_EQ(ValueOf("(+5-3)*2"), 16);

@@ -169,9 +169,10 @@ TEST(GetWordValue, EndlessNestingIsAFaultAndNoCrash) {
   EXPECT_EQ(FaultOf(block, "X"), ReadFault::NestedTooDeep);
 }
 
-TEST(GetWordValue, ADivisionByZeroLeavesTheValueInHand) {
-  EXPECT_EQ(Value("X10/0", "X"), 10);
-  EXPECT_EQ(Value("X10+5/0+3", "X"), 15);
+TEST(GetWordValue, ADivisionByZeroLeavesTheLastSpanThatCameToItsEnd) {
+  EXPECT_EQ(Value("X10/0", "X"), 0);
+  EXPECT_EQ(Value("X10+5/0+3", "X"), 0);
+  EXPECT_EQ(Value("X(2+3)*4/0", "X"), 5);
 }
 
 TEST(GetWordValue, UnbalancedBracketsLeaveTheValueInHand) {
