@@ -52,10 +52,14 @@ void Frame::paintEvent(QPaintEvent*) {
   if (line.Text.empty()) return;
   painter.setFont(FontOf(m, TypeStyle::Small));
   const int wide = QFontMetrics(painter.font()).horizontalAdvance(ToQString(line.Text));
-  const QRect gap(m.Px(16), 0, std::min(wide + 2 * m.Gap, width() - m.Px(32)), Rise(m) + 2);
+  // A narrow frame gives its caption all that is between its corners.
+  const bool roomy = wide + 2 * m.Gap + m.Px(32) <= width();
+  const int left = roomy ? m.Px(16) : m.Corner;
+  const int side = roomy ? m.Gap : 2;
+  const QRect gap(left, 0, std::min(wide + 2 * side, width() - 2 * left), Rise(m) + 2);
   painter.fillRect(gap, ToQColor(Background()));
   painter.setPen(ToQColor(Foreground()));
-  PaintLine(painter, gap.adjusted(m.Gap, 0, -m.Gap + 1, 0), line, Alignment::Left);
+  PaintLine(painter, gap.adjusted(side, 0, -side + 1, 0), line, Alignment::Left);
 }
 
 }  // namespace torvane::toolkit
