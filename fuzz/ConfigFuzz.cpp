@@ -5,6 +5,7 @@
 #include "FuzzInput.h"
 #include "core/ColourFile.h"
 #include "core/Directories.h"
+#include "core/KeypadFile.h"
 #include "core/LaserFile.h"
 #include "core/LinkFiles.h"
 #include "core/MachineFiles.h"
@@ -30,6 +31,10 @@ constexpr std::array<Reader, 15> Readers = {
       ReadStationFile(text, system.Stations, system.ActiveStation);
     },
     [](std::string_view text, System&) { (void)ReadLaserNames(text); },
+    [](std::string_view text, System&) {
+      KeypadTable keys;
+      ReadKeypadFile(text, keys);
+    },
     [](std::string_view text, System&) { (void)ReadControlFile(text, "Control.cfg"); },
     [](std::string_view text, System& system) {
       ReadLinkSwitches(text, system.Link.TrioLinkEnabled, system.Link.PollLogEnabled);

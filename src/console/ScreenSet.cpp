@@ -116,7 +116,15 @@ Screen* ScreenSet::Offering(supervision::PollStage stage) const {
 bool ScreenSet::Offers(supervision::PollStage stage) const { return Offering(stage) != nullptr; }
 
 void ScreenSet::RunStage(supervision::PollStage stage) {
-  if (Screen* screen = Offering(stage)) screen->RunStage(stage);
+  std::vector<std::string> names;
+  for (const auto& [name, screen] : screens_) {
+    if (screen->Visible() && screen->Offers(stage)) names.push_back(name);
+  }
+  // A stage waits: the next screen may have gone meanwhile.
+  for (const std::string& name : names) {
+    Screen* screen = Find(name);
+    if (screen != nullptr && screen->Visible()) screen->RunStage(stage);
+  }
 }
 
 void ScreenSet::Retire(Screen& screen) {

@@ -1,5 +1,6 @@
 #include "console/ScreenTable.h"
 
+#include "console/BatchForm.h"
 #include "console/FrontEnd.h"
 #include "console/KeyboardForm.h"
 #include "console/LaserStatusForm.h"
@@ -11,6 +12,7 @@
 #include "console/ShutdownForm.h"
 #include "console/SplashForm.h"
 #include "console/StatusMenuForm.h"
+#include "console/UserForm.h"
 #include "console/ViewProgForm.h"
 #include "console/WarningForm.h"
 #include "core/ScreenNames.h"
@@ -99,6 +101,16 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Title = "LASER",
         .Keys = GlobalKeys::NoSlots},
        Make<LaserStatusForm>},
+      {{.Name = Names::BatchForm,
+        .PanelName = "BatchPanel",
+        .Title = "BATCH",
+        .Keys = GlobalKeys::NoSlots},
+       Make<BatchForm>},
+      {{.Name = Names::UserForm,
+        .PanelName = "UserPanel",
+        .Title = "KEYPAD",
+        .Keys = GlobalKeys::AllButK},
+       Make<UserForm>},
   };
   return Table;
 }

@@ -51,8 +51,15 @@ std::optional<std::string_view> FieldReader::Next() {
   return field;
 }
 
+void FieldReader::SkipLine() {
+  if (lineEnded_) return;
+  rest_.remove_prefix(std::min(rest_.find_first_of("\r\n"), rest_.size()));
+  SkipDivider();
+}
+
 void FieldReader::SkipDivider() {
   const std::size_t length = rest_.starts_with("\r\n") ? 2 : 1;
+  lineEnded_ = !rest_.starts_with(',');
   rest_.remove_prefix(std::min(length, rest_.size()));
 }
 

@@ -49,11 +49,15 @@ class FieldReader {
   /// The next field, nothing at the end of the file.
   std::optional<std::string_view> Next();
 
+  /// Passes over what is left of the line of the last field; nothing where the field ended it.
+  void SkipLine();
+
  private:
   /// Takes what divides two fields: a comma, or one line end.
   void SkipDivider();
 
   std::string_view rest_;
+  bool lineEnded_ = true;  ///< the last field was the last of its line
 };
 
 /// A yes/no field: a "Y" anywhere, in either case.

@@ -114,6 +114,36 @@ void Messages(PictureStage& stage) {
   stage.RunFor(300);
 }
 
+void BatchCounter(PictureStage& stage) {
+  auto& memory = stage.Controller().Memory();
+  memory.SetVariable(82, 7);
+  memory.SetVariable(83, 120);
+  memory.SetVariable(84, 18);
+  memory.SetVariable(85, 5);
+  stage.Type(Key::F4);
+  stage.Type(Key::B);
+  stage.RunFor(300);
+  stage.Snap("BatchForm");
+  stage.Type(Key::S);
+  stage.RunFor(100);
+  stage.Snap("BatchForm", "editing");
+  stage.Type(Key::C);
+  memory.SetVariable(85, 20);
+  stage.RunFor(300);
+  stage.Snap("BatchForm", "more-than-wanted");
+  stage.Type(Key::X);
+  stage.Type(Key::X);
+}
+
+void UserKeys(PictureStage& stage, const char* state) {
+  stage.Type(Key::F5);
+  stage.RunFor(500);
+  stage.Type(Key::D);
+  stage.RunFor(300);
+  stage.Snap("UserForm", state);
+  stage.Type(Key::X);
+}
+
 void Run(PictureStage& stage) {
   auto& machine = stage.Controller().TheMachine();
   machine.CycleStart();
@@ -121,6 +151,7 @@ void Run(PictureStage& stage) {
   stage.Snap("FrontEnd");
   StatusScreens(stage);
   Laser(stage);
+  UserKeys(stage, "running");
   SimulatorPanel panel(stage.Loop(), stage.Controller(), stage.System().Colours);
   panel.DockAt(stage.Desk());
   stage.RunFor(100);
@@ -211,6 +242,8 @@ void PlayScenes(PictureStage& stage) {
   ProgramScreen(stage);
   stage.Select("SHOP", "NEST");
   stage.Snap("FrontEnd", "selected");
+  UserKeys(stage, "");
+  BatchCounter(stage);
   Run(stage);
   Graphics(stage);
   Messages(stage);
