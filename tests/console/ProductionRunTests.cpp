@@ -6,7 +6,21 @@ namespace {
 
 using toolkit::Key;
 
-class ProductionRun : public ConsoleFixture {};
+class ProductionRun : public ConsoleFixture {
+ protected:
+  /// Cycle start at the machine, and the run to its end.
+  void RunToEnd() {
+    Machine().CycleStart();
+    RunFor(200);
+    EXPECT_TRUE(System.State.MachineRunning);
+    for (int i = 0; i < 3000 && System.State.MachineRunning; ++i) RunFor(100);
+    EXPECT_FALSE(System.State.MachineRunning);
+    RunFor(200);
+    EXPECT_EQ(System.TableSent, System.Active().TableLines);
+    EXPECT_EQ(System.State.MachineInError, 0);
+    EXPECT_FALSE(Shows("WarningForm"));
+  }
+};
 
 TEST_F(ProductionRun, AProgramIsNamedOnThePadsSelectedRunAndTheConsoleShutDown) {
   Start();
@@ -46,6 +60,34 @@ TEST_F(ProductionRun, AProgramIsNamedOnThePadsSelectedRunAndTheConsoleShutDown) 
   TypeF(12);
   EXPECT_EQ(Session.Events, (std::vector<std::string>{"end session", "end process"}));
   EXPECT_FALSE(Port->IsOpen());
+}
+
+TEST_F(ProductionRun, ASecondSheetIsCutAfterTheProgramHasBeenSelectedAgain) {
+  Start();
+  for (int sheet = 1; sheet <= 2; ++sheet) {
+    Select("STAR");
+    RunToEnd();
+    EXPECT_EQ(System.Active().BatchCounters.SheetsCompleted, 1)
+        << "a selection begins the count anew";
+  }
+}
+
+TEST_F(ProductionRun, TwoProgramsRunInTurnFromTheirSlots) {
+  Start();
+  Select("GASKET");
+  TypeF(11);
+  RunFor(200);
+  ASSERT_EQ(System.ActiveSlot, 2);
+  Select("STAR");
+  RunToEnd();
+  TypeF(10);
+  RunFor(500);
+  ASSERT_EQ(System.ActiveSlot, 1);
+  RunToEnd();
+  TypeF(11);
+  RunFor(500);
+  RunToEnd();
+  EXPECT_EQ(System.Active().BatchCounters.SheetsCompleted, 2);
 }
 
 }  // namespace
