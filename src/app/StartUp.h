@@ -12,7 +12,7 @@
 
 namespace torvane::app {
 
-/// Shortest time for which the splash screen stands, ms.
+/// Shortest time for which the splash screen shows, ms.
 inline constexpr int SplashMs = 4000;
 
 struct StartUpParts {

@@ -21,7 +21,7 @@ class LineReader {
 
   [[nodiscard]] bool AtEnd() const { return next_ >= lines_.size(); }
 
-  /// The next line as it stands. A file that ends before it is too short: RuntimeFault.
+  /// The next line as it is. A file that ends before it is too short: RuntimeFault.
   std::string_view Required();
 
   /// The next line, nothing at the end of the file.
@@ -29,7 +29,7 @@ class LineReader {
 
   /// The next row of a list, trimmed. Nothing at its end: the marker, an empty line, or the end of
   /// the file, which is tested before the line just read is used, so that a last line without a
-  /// marker behind it is lost.
+  /// marker after it is lost.
   std::optional<std::string_view> Row();
 
  private:

@@ -18,7 +18,7 @@ constexpr const char* ControlFileName = "Control.cfg";
 /// The directory taken where the one of Control.cfg is gone.
 constexpr std::string_view FallbackDirectory = "Quendrel";
 
-/// Made under root when missing, in this order; the parents stand before their children.
+/// Made under root when missing, in this order; the parents are before their children.
 constexpr std::array<const char*, 11> RootDirectories = {
     "Trio",    "Messages", "Messages\\Help", "Data",      "Settings", "Service",
     "RevSubs", "Tools",    "Subs",           "Subs\\One", "Subs\\Two"};

@@ -16,7 +16,7 @@ struct DirectorySet {
   std::string ToolsDirectory;
   std::string MessageDirectory;
   std::string MessageHelpDirectory;
-  std::array<std::string, 3> SubsDirectory;  ///< by slot 1 and 2; 0 stands empty
+  std::array<std::string, 3> SubsDirectory;  ///< by slot 1 and 2; 0 is empty
   std::string ProgramRoot;
   std::string ProgramDirectoryName;  ///< no backslash; may be a drive such as "A:"
   std::string ProgramDirectory;

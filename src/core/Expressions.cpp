@@ -16,7 +16,7 @@ constexpr bool IsExpressionPart(char character) {
          std::string_view("+-*/()").find(character) != std::string_view::npos;
 }
 
-/// The block behind the first `key`, or nothing and false.
+/// The block after the first `key`, or nothing and false.
 bool FindBehind(std::string_view block, std::string_view key, std::string_view& rest) {
   const auto at = block.find(key);
   if (at == std::string_view::npos) return false;
@@ -77,7 +77,7 @@ class SpanWalk {
   }
 
   Calculation result_;
-  std::string waiting_;      ///< operators in the order in which they stand
+  std::string waiting_;      ///< operators in the order in which they are
   std::size_t applied_ = 0;  ///< of them; a second operand always has one in front of it
 };
 
@@ -140,7 +140,7 @@ WordValue ReadDigits(std::string_view text) {
   bool digits = false;
   bool negative = false;
   bool signTaken = false;
-  bool ended = false;  // a sign behind digits ends the number, though not the walk
+  bool ended = false;  // a sign after digits ends the number, though not the walk
   for (const char character : text) {
     if (IsDigit(character)) {
       digits = true;

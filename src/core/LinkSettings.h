@@ -29,7 +29,7 @@ struct LinkSettings {
 
   float Sys1 = 0;
   float Sys2 = 0;
-  double JogMaxSpeed = 0;  ///< behind "SYS(3)" of the parameter file
+  double JogMaxSpeed = 0;  ///< after "SYS(3)" of the parameter file
 };
 
 }  // namespace torvane::core

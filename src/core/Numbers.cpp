@@ -30,7 +30,7 @@ double WholeHalfEven(double magnitude) {
 
 /// The whole number nearest to the exact product of `magnitude` and 10^places, half to even;
 /// `magnitude` times 10^places is below 2^53. The product rounded to a double decides, but where
-/// it stands exactly at a half: there what the rounding of the product lost tells the side.
+/// it is exactly at a half: there what the rounding of the product lost tells the side.
 double ScaledWhole(double magnitude, int places) {
   const double scale = PowersOfTen[static_cast<std::size_t>(places)];
   const double product = magnitude * scale;

@@ -1,4 +1,4 @@
-// The names of the screens, as CurrentForm, the lock and key scripts use them. Each stands here
+// The names of the screens, as CurrentForm, the lock and key scripts use them. Each is here
 // once.
 #pragma once
 

@@ -53,7 +53,7 @@ void LoadMachineData(platform::FileSystem& files, System& system) {
           ReadIfThere(files, directories, directories.DataDirectory + "Profiler.cfg")) {
     ReadProfilerFile(*text, system.Machine);
   }
-  // The list of names begins with the active station's, which only Machine.stn tells.
+  // The list of names begins with the active station's, which only Machine.stn names.
   const auto names = ReadIfThere(files, directories, directories.DataDirectory + "Laser.dat");
   LoadStations(files, directories, system.Stations, system.ActiveStation);
   system.LaserNames = MakeLaserNameList(system.ActiveStation, ReadLaserNames(names.value_or("")));

@@ -11,7 +11,7 @@ namespace torvane::core {
 
 namespace {
 
-/// Fields of a row behind its number.
+/// Fields of a row after its number.
 constexpr std::size_t FieldsBehindNumber = 6;
 
 float Offset(std::string_view text) { return ToSingle(std::fabs(LeadingNumber(text))); }

@@ -10,7 +10,7 @@
 namespace torvane::core {
 
 /// The table and the active station, both cleared first. Rows end at "******", at an empty first
-/// field, at the end of the file or at a number outside 0 to 64; a last row without anything behind
+/// field, at the end of the file or at a number outside 0 to 64; a last row without anything after
 /// it is lost. Offsets are stored without their sign. The last row of a working type (1 to 9) is
 /// the active station.
 void ReadStationFile(std::string_view text, StationTable& stations, Station& active);

@@ -46,8 +46,8 @@ struct System {
   MessageTables Messages;
   ColourTable Colours;
   PlotSettings Plot;
-  std::array<PlotView, 3> Views;          ///< by slot 1 and 2; 0 stands empty
-  std::array<ActiveProgram, 3> Programs;  ///< by slot 1 and 2; 0 stands empty
+  std::array<PlotView, 3> Views;          ///< by slot 1 and 2; 0 is empty
+  std::array<ActiveProgram, 3> Programs;  ///< by slot 1 and 2; 0 is empty
   std::int16_t ActiveSlot = 1;            ///< 1 or 2
   std::int16_t TableSent = 0;             ///< table records of the active slot that have gone out
   ConsoleState Console;

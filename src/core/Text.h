@@ -21,7 +21,7 @@ namespace torvane::core {
 [[nodiscard]] std::string_view AfterColon(std::string_view line);
 /// Left of the last ".", trimmed.
 [[nodiscard]] std::string_view StripExtension(std::string_view name);
-/// Behind the last "/", "\" or ":".
+/// After the last "/", "\" or ":".
 [[nodiscard]] std::string_view NamePart(std::string_view path);
 /// The lines of a text without their ends; CR LF, LF alone and CR alone all end a line. A last
 /// line without an end counts, an empty rest does not. The views point into `text`.

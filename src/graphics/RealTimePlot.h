@@ -13,7 +13,7 @@
 
 namespace torvane::graphics {
 
-/// One segment in its own pen; the plain pen, solid and one pixel wide, stands again behind it.
+/// One segment in its own pen; the plain pen, solid and one pixel wide, is in force again after it.
 /// `style` 0 solid, 2 dotted; a negative one draws nothing. `width` in pixels, from 1.
 void TraceLine(platform::Canvas& canvas, double x1, double y1, double x2, double y2,
                platform::Colour colour, int style, int width);
@@ -69,7 +69,7 @@ class RealTimePlotter final : public supervision::PlotStage {
   core::System& system_;
   DrawingModule& drawing_;
   Links links_;
-  std::array<Trace, 3> traces_;  ///< by slot 1 and 2; 0 stands empty
+  std::array<Trace, 3> traces_;  ///< by slot 1 and 2; 0 is empty
 };
 
 }  // namespace torvane::graphics

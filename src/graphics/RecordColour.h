@@ -20,7 +20,7 @@ enum class PaintMode {
          record.Code == partprogram::RecordCode::ArcProfile;
 }
 
-/// The first row of the colour table that fits the record in this mode. Block skip stands before
+/// The first row of the colour table that fits the record in this mode. Block skip comes before
 /// kerf side and blending.
 [[nodiscard]] core::ColourName RecordColour(const partprogram::DrawRecord& record, PaintMode mode);
 

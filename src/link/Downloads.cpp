@@ -33,7 +33,7 @@ bool Holds(std::string_view text, std::string_view word) {
   return text.find(word) != std::string_view::npos;
 }
 
-/// The plain value behind `key` and the equals sign; -999 where there is none.
+/// The plain value after `key` and the equals sign; -999 where there is none.
 double SystemValue(std::string_view line, std::string_view key) {
   std::string_view rest = core::Trim(line.substr(line.find(key) + key.size()));
   if (rest.starts_with('=')) rest = core::Trim(rest.substr(1));

@@ -12,7 +12,7 @@ namespace torvane::link {
 /// finger sliding off, another screen, a lock, a dialog, the window losing its focus.
 ///
 ///   const auto hold = jog.BeginHold();       // key down
-///   if (refused with a dialog) return;       // the hold may have ended while the dialog stood
+///   if (refused with a dialog) return;       // the hold may have ended while the dialog showed
 ///   jog.Jog(hold, CommandLine::JogXPlus);    // nothing for a hold that has ended
 ///   ...
 ///   jog.Stop();                              // key up, or any other end
@@ -33,11 +33,11 @@ class JogLine {
   [[nodiscard]] Hold BeginHold() { return ++hold_; }
   [[nodiscard]] bool Holds(Hold hold) const { return hold_ == hold; }
 
-  /// Sends a word for a hold that stands, and waits for its prompt. May be called again while the
+  /// Sends a word for a hold under way, and waits for its prompt. May be called again while the
   /// key repeats.
   void Jog(Hold hold, std::string_view word);
 
-  /// Ends whatever hold stands. Returns at once; the stop is on its way.
+  /// Ends whatever hold is under way. Returns at once; the stop is on its way.
   void Stop();
 
   /// A stop is under way, or waits for the line to come back.

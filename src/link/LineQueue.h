@@ -57,7 +57,7 @@ class LineQueue {
 
   /// Notes the line as the last one and writes it with its carriage return.
   void Send(std::string_view line);
-  /// Sleeps until the reply to the line just sent is whole or its time is over. Bytes that stand in
+  /// Sleeps until the reply to the line just sent is whole or its time is over. Bytes that are in
   /// the port belong to it. With `yielding` the time is over, too, when an urgent line comes.
   [[nodiscard]] LineReply Collect(bool yielding);
 
@@ -72,7 +72,7 @@ class LineQueue {
   /// Takes those out who wait with a line that may be withdrawn; it is never sent.
   void Withdraw();
 
-  /// Ends every exchange that stands, as aborted. Later ones go on as ever.
+  /// Ends every exchange under way, as aborted. Later ones go on as ever.
   void AbortAll();
   /// The same, and later ones end at once until `Open`.
   void Close();

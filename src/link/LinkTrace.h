@@ -13,7 +13,7 @@ namespace torvane::link {
 /// Polling.txt may grow to this many bytes; one more and it is put aside.
 inline constexpr std::uint64_t PollLogLimit = 50'000'000;
 
-/// One record of Polling.txt: five lines, the text behind each label from column 15 on.
+/// One record of Polling.txt: five lines, the text after each label from column 15 on.
 [[nodiscard]] std::string PollLogRecord(std::string_view tag, std::string_view query,
                                         std::string_view reply, bool status);
 
@@ -23,8 +23,8 @@ inline constexpr std::uint64_t PollLogLimit = 50'000'000;
 /// The text of the failure dialog.
 [[nodiscard]] std::string FailureText(std::string_view lastComms, std::string_view text);
 
-/// Appends to the files in the service directory as it stands at each call. What cannot be written
-/// is told to the caller and raises nothing: no exchange may fail for the sake of its trace.
+/// Appends to the files in the service directory as it is at each call. What cannot be written
+/// is reported to the caller and raises nothing: no exchange may fail for the sake of its trace.
 class LinkTrace {
  public:
   LinkTrace(platform::FileSystem& files, const core::DirectorySet& directories)

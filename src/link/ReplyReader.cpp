@@ -7,7 +7,7 @@
 namespace torvane::link {
 
 double ReadReplyValue(std::string_view query, std::string_view reply) {
-  constexpr std::size_t BehindEcho = 1;  // the line feed behind the echo
+  constexpr std::size_t BehindEcho = 1;  // the line feed after the echo
   constexpr std::size_t Dropped = 4;     // that line feed and the last three characters
   const std::size_t echo = query.size() + 1;
   if (reply.size() <= echo + Dropped) return 0;

@@ -29,11 +29,11 @@ class LinkScreens : public OperatorDialogs {
 /// The name under which this layer locks the screens.
 inline constexpr std::string_view LinkLockName = "LockAllForms";
 
-/// Who asks, and so what the failure of an exchange leads to. It is told with each exchange:
+/// Who asks, and so what the failure of an exchange leads to. It is given with each exchange:
 /// between two waits somebody else may have asked.
 enum class Asker {
   Operator,  ///< waits for the answer to the failure dialog, and recovers the line then
-  Poll,      ///< goes on at once with zero, the line recovered; the dialog stands beside it
+  Poll,      ///< goes on at once with zero, the line recovered; the dialog is beside it
   Silent,    ///< the same without a dialog and without a record
   End        ///< the last readings of the program: a record, no dialog, and no further attempt
 };
@@ -60,11 +60,11 @@ class Trio {
   /// the controller does not answer; does nothing when it is already false.
   void OpenTrioPort(bool& linkEnabled);
 
-  /// Ends the conversation: exchanges that stand, and all later ones, return at once without a
+  /// Ends the conversation: exchanges under way, and all later ones, return at once without a
   /// report, as if they had failed.
   void CloseTrioPort();
 
-  /// The program ends: exchanges that stand return at once without a report, and only those asked
+  /// The program ends: exchanges under way return at once without a report, and only those asked
   /// for with Asker::End go out from now on. The first of them that fails is the last.
   void BeginEnd();
   /// True from BeginEnd on, until the port is opened again.
@@ -91,7 +91,7 @@ class Trio {
                                          Asker asker = Asker::Operator);
   [[nodiscard]] std::int32_t GetRspnsLng(std::string_view expression,
                                          Asker asker = Asker::Operator);
-  /// `decimals` below 0: as it stands; otherwise rounded before the narrowing.
+  /// `decimals` below 0: as it is; otherwise rounded before the narrowing.
   [[nodiscard]] float GetRspnsSngl(std::string_view expression, int decimals = -1,
                                    Asker asker = Asker::Operator);
 

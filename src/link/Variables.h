@@ -9,7 +9,7 @@
 
 namespace torvane::link {
 
-/// Names as they stand in a query ("? " name) and in an assignment (name "=" number).
+/// Names as they are in a query ("? " name) and in an assignment (name "=" number).
 namespace Variable {
 
 // Status and messages.

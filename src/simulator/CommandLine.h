@@ -23,7 +23,7 @@ class CommandLine {
   explicit CommandLine(ControllerMemory& memory) : memory_(memory) {}
 
   /// Adds bytes; `whole` is called for each line that a carriage return ends. Other control
-  /// characters are dropped, so a line feed behind the carriage return does no harm.
+  /// characters are dropped, so a line feed after the carriage return does no harm.
   void Receive(std::string_view bytes, const std::function<void(const ReceivedLine&)>& whole);
 
   /// What has come of a line so far is dropped.

@@ -13,7 +13,7 @@ struct PowerOnValue {
   double Value;
 };
 
-/// All others stand at 0.
+/// All others are at 0.
 constexpr PowerOnValue PowerOnValues[] = {
     {Vr::JogSpeed, 2000},
     {Vr::JogStep, 10},

@@ -53,7 +53,7 @@ inline constexpr int FeedOverride = 98;  ///< percent, in force
 /// Positions that a line may ask for, in controller units.
 enum class AxisQuantity { Measured, Demand, EndOfMove, FollowingError, Count };
 
-/// Hears what a command line has written. The machine's own changes are not told.
+/// Hears what a command line has written. The machine's own changes are not reported.
 class MemoryListener {
  public:
   virtual ~MemoryListener() = default;
@@ -62,7 +62,7 @@ class MemoryListener {
   /// The restart table was closed: so many lines of the program has the front end sent.
   virtual void RestartMarkWritten(int linesSent) = 0;
   virtual void OutputWritten(int output, double value) = 0;
-  /// The start line of a restart: the slot, and the digits behind its point (empty without one).
+  /// The start line of a restart: the slot, and the digits after its point (empty without one).
   /// False when there is nothing to go on with.
   virtual bool RestartRequested(int slot, std::string_view fraction) = 0;
 };
@@ -70,7 +70,7 @@ class MemoryListener {
 /// Every number outside a range is answered with false or 0: nothing here throws.
 class ControllerMemory {
  public:
-  /// Variables stand at what they hold after switching on.
+  /// Variables are at what they hold after switching on.
   ControllerMemory();
 
   /// Everything as after switching on; the listener stays.

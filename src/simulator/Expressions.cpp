@@ -33,7 +33,7 @@ std::optional<double> Finite(double value) {
   return value;
 }
 
-/// The 32 bits of a whole number; a status word with bit 31 set may stand as a positive number.
+/// The 32 bits of a whole number; a status word with bit 31 set may be given as a positive number.
 std::optional<std::uint32_t> BitsOf(double value) {
   const double whole = std::trunc(value);
   if (whole < std::numeric_limits<std::int32_t>::min() ||

@@ -9,7 +9,7 @@
 
 namespace torvane::simulator {
 
-/// A reader that walks over one command line. Blanks stand anywhere between words; letters count
+/// A reader that walks over one command line. Blanks may be anywhere between words; letters count
 /// alike in both cases. OR binds weakest, then AND, then + and -, then * and /, then a sign.
 class ExpressionReader {
  public:
@@ -60,7 +60,7 @@ class ExpressionReader {
   int depth_ = 0;
 };
 
-/// The value of a whole text, nothing left over behind it.
+/// The value of a whole text, nothing left over after it.
 [[nodiscard]] std::optional<double> Evaluate(std::string_view text, const ControllerMemory& memory);
 
 }  // namespace torvane::simulator

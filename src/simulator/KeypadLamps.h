@@ -1,4 +1,4 @@
-// Variables behind keys of the user keypad that change by themselves too: a fan that follows the
+// Variables of keys of the user keypad that change by themselves too: a fan that follows the
 // beam, and whatever was put on the clock from the panel.
 #pragma once
 

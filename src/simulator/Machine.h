@@ -39,7 +39,7 @@ enum class MachineMode {
 ///
 /// Feed hold lies over every mode: held in a cycle, nothing moves and the run time stands still
 /// until release or cycle start; held in Idle, actions and the cycle start are refused. A program
-/// stop, a missing line and a line not yet received are waits inside Running: the cycle stands open
+/// stop, a missing line and a line not yet received are waits inside Running: the cycle is open
 /// and counts as running, so that the trace of a part is not wiped at each stop. Back in Idle with
 /// VR(91) at 3 the machine goes to RestartWait at once. An error holds a running cycle.
 class Machine final : public MemoryListener {
@@ -47,7 +47,8 @@ class Machine final : public MemoryListener {
   Machine(ControllerMemory& memory, MachineOptions options);
 
   void SetListener(EventListener listener) { listener_ = std::move(listener); }
-  /// Hears every piece of path that a cycle has run; those in hand are told at a hold and a stop.
+  /// Hears every piece of path that a cycle has run; those in hand are reported at a hold and a
+  /// stop.
   void OnPath(PathListener listener) { trace_.SetListener(std::move(listener)); }
 
   /// Lets time pass. The result does not depend on how the time is cut into pieces.
@@ -69,7 +70,7 @@ class Machine final : public MemoryListener {
   /// ".krw"), or at once where it is beyond that in the record. Stands until it strikes or a cycle
   /// comes to its end; a further call takes its place.
   void StopAt(int record, double along);
-  /// Bit 8192 of the status word by itself: a cycle that stands open though nothing runs.
+  /// Bit 8192 of the status word by itself: a cycle that is open though nothing runs.
   void ShowCycleBit(bool on);
   /// References end half-way, with a message, until they are let again.
   void LetReferencesFail(bool fail) { referencesFail_ = fail; }

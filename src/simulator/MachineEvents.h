@@ -73,8 +73,8 @@ struct MachineOptions {
   double ReferenceRate = 6000;
   double SearchSeconds = 1;  ///< on the reference switch of one axis
   double ClampSeconds = 1;
-  double RepositionSeconds = 3;  ///< also for whatever else the rows do not tell
-  double RefusalSeconds = 5;     ///< how long the message of a refusal stands
+  double RepositionSeconds = 3;  ///< also for whatever else the rows do not give
+  double RefusalSeconds = 5;     ///< how long the message of a refusal lasts
   double RollerSeconds = 0.5;    ///< the rollers take to come down
   double LampSeconds = 0.5;      ///< half a blink of the cycle start lamp
   double ServoLag = 0.0005;      ///< following error per speed, s

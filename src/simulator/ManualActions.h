@@ -9,7 +9,7 @@ namespace torvane::simulator {
 
 /// States of the machine that can bar an action.
 namespace Bar {
-inline constexpr unsigned Running = 1;  ///< a cycle stands open
+inline constexpr unsigned Running = 1;  ///< a cycle is open
 inline constexpr unsigned Held = 2;
 inline constexpr unsigned Error = 4;
 }  // namespace Bar

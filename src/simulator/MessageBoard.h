@@ -25,11 +25,11 @@ class MessageBoard {
   void Set(int bit, bool on);
   [[nodiscard]] bool IsSet(int bit) const;
 
-  /// An IO message, 1 to 64, stands until cleared; 0 takes it away.
+  /// An IO message, 1 to 64, lasts until cleared; 0 takes it away.
   void SetCode(int code);
   [[nodiscard]] int Code() const { return code_; }
 
-  /// A bit from the operator panel, which stands until cleared.
+  /// A bit from the operator panel, which lasts until cleared.
   void RaiseBit(int bit);
 
   /// Raises a bit for some seconds.
@@ -43,7 +43,7 @@ class MessageBoard {
 
   void Advance(double seconds);
 
-  /// True while anything stands that the operator must look at; this bars moves and restarts.
+  /// True while there is anything that the operator must look at; this bars moves and restarts.
   [[nodiscard]] bool InError() const;
 
  private:

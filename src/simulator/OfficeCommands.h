@@ -10,7 +10,7 @@
 namespace torvane::simulator {
 
 /// Carries out one line; see OfficeHelp for the words. A file is named by its path in `files`, and
-/// one that cannot be read is told in the answer. Anything unknown changes nothing.
+/// one that cannot be read is reported in the answer. Anything unknown changes nothing.
 [[nodiscard]] OperatorAnswer CarryOutOfficeCommand(std::string_view line, OfficePeer& office,
                                                    const platform::FileSystem& files);
 

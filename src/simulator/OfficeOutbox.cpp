@@ -6,7 +6,7 @@ namespace torvane::simulator {
 
 namespace {
 
-/// Time that a line has stood idle is no room for a later burst, ms.
+/// Time that a line has been idle is no room for a later burst, ms.
 constexpr double LongestBudgetMs = 50;
 /// Bytes of a slow line are handed over in lots of at least so much time, ms.
 constexpr double LeastLotMs = 2;

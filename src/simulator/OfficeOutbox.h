@@ -14,7 +14,7 @@ class OfficeOutbox {
   /// Bits per second, ten to a byte; 0 for a line that takes no time.
   void SetBaud(double baud) { bytesPerMs_ = baud / 10 / 1000; }
 
-  /// Puts bytes behind those that wait, in chunks of `chunk` (0: all at once) with `pauseMs` before
+  /// Puts bytes after those that wait, in chunks of `chunk` (0: all at once) with `pauseMs` before
   /// each but the first.
   void Put(std::string_view bytes, std::size_t chunk = 0, double pauseMs = 0);
   /// Drops all that has not gone.

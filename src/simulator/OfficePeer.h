@@ -17,7 +17,7 @@ namespace torvane::simulator {
 
 /// How the next programs are sent.
 struct OfficeManner {
-  std::string Directory;  ///< of the header; as it stands, good or evil
+  std::string Directory;  ///< of the header; as it is, good or evil
   std::string Name;       ///< likewise; without both there is no header
   bool Preamble = true;
   bool Postamble = true;

@@ -13,7 +13,7 @@ namespace {
 namespace RecordCode = partprogram::RecordCode;
 
 constexpr double PointTolerance = 0.001;  // mm; a row holds its points to four places
-constexpr int FirstRecord = 2;            // behind the header
+constexpr int FirstRecord = 2;            // after the header
 constexpr int NoRecord = -1;              // the code of a damaged record, which no row fits
 
 Position ToPosition(const partprogram::Point3& point) { return {point.X, point.Y, point.Z}; }

@@ -31,7 +31,7 @@ struct PathElement {
 
 class PathFile {
  public:
-  /// The records behind the header. False, with no elements, when the file is missing, cannot be
+  /// The records after the header. False, with no elements, when the file is missing, cannot be
   /// read, or is no whole number of records.
   bool Load(const platform::FileSystem& files, const std::string& path);
 

@@ -37,7 +37,7 @@ struct PathPiece {
 
 using PathListener = std::function<void(const PathPiece&)>;
 
-/// Joins the steps of a run to pieces. A piece is told when the next one begins, or at Flush.
+/// Joins the steps of a run to pieces. A piece is reported when the next one begins, or at Flush.
 class PathTrace {
  public:
   void SetListener(PathListener listener) { listener_ = std::move(listener); }

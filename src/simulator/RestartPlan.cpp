@@ -70,8 +70,8 @@ class Program {
     return index == 0 || all[index - 1].BlockNumber != all[index].BlockNumber;
   }
 
-  /// The N number of the block behind the element's own, as the program ran: the next record that
-  /// another block made, or the next line of the listing behind the last record.
+  /// The N number of the block after the element's own, as the program ran: the next record that
+  /// another block made, or the next line of the listing after the last record.
   [[nodiscard]] int NumberBehind(std::size_t index) const {
     const auto& all = Elements();
     const int own = all[index].BlockNumber;
@@ -107,7 +107,7 @@ double Radius(const PathElement& element) {
   return std::hypot(element.Start.X - element.Centre.X, element.Start.Y - element.Centre.Y);
 }
 
-/// The element is the one whose rest the text tells.
+/// The element is the one whose rest the text gives.
 bool IsSplit(const PathElement& element, const RestartText& text) {
   const RestElement& rest = *text.Rest;
   if (element.Code != (rest.Arc ? RecordCode::ArcProfile : RecordCode::LineProfile)) return false;

@@ -44,7 +44,7 @@ struct RestartQuery {
 };
 
 /// Finds the place. With the rest of an element: the element whose path holds the point, that ends
-/// where the text says, and behind which the block of the number comes. Without: the first record
+/// where the text says, and after which the block of the number comes. Without: the first record
 /// of the block of the number, or of the next block that made one; where several laps fit, those
 /// that begin at the point. Without a number: the first record of a block that begins at the point.
 /// Of several places the one nearest to `ReachedLine` counts, and the later one of two as near.

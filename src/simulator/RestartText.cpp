@@ -8,7 +8,7 @@ namespace torvane::simulator {
 
 namespace {
 
-/// The number behind `letter`, which must stand in the text.
+/// The number after `letter`, which must be in the text.
 std::optional<double> WordOf(std::string_view text, char letter) {
   const auto at = text.find(letter);
   if (at == std::string_view::npos) return std::nullopt;

@@ -16,7 +16,7 @@
 
 namespace torvane::simulator {
 
-/// A variable that stands at a value from switching on.
+/// A variable that is at a value from switching on.
 struct PresetVariable {
   int Number = 0;
   double Value = 0;
@@ -47,7 +47,7 @@ class SimulatedController {
   /// The bytes whose time has come.
   [[nodiscard]] std::string TakeOutput();
 
-  /// Seconds until the next bytes are due, 0 when they are; nothing when no answer stands.
+  /// Seconds until the next bytes are due, 0 when they are; nothing when no answer is due.
   [[nodiscard]] std::optional<double> OutputDueIn() const;
 
   /// Switched off and on again: variables, table and what was under way on the line are gone, the
@@ -58,7 +58,7 @@ class SimulatedController {
   /// lost.
   void SetSilent(bool silent);
   /// The next line that begins with `text`, whatever the case, is refused with "%" and not carried
-  /// out. Several may stand.
+  /// out. There may be several.
   void RefuseNext(std::string_view text) { refusals_.emplace_back(text); }
   /// What is wrong with the storage beside the machine; see FaultyFiles.
   [[nodiscard]] StorageFaults& Storage() { return storage_; }

@@ -10,7 +10,7 @@ namespace torvane::simulator {
 
 namespace {
 
-/// The value behind "=", which ends the line.
+/// The value after "=", which ends the line.
 std::optional<double> Assigned(ExpressionReader& reader) {
   if (!reader.Take('=')) return std::nullopt;
   const auto value = reader.Expression();

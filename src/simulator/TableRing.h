@@ -1,4 +1,4 @@
-// Which rows stand in one slot's ring of table indices, and what line of the program each one is.
+// Which rows are in one slot's ring of table indices, and what line of the program each one is.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@ inline constexpr std::size_t LongestRow = 8;
 
 /// One received row, as it came.
 struct RingRow {
-  int Index = 0;      ///< where its first value stands in the table
+  int Index = 0;      ///< where its first value is in the table
   int Count = 0;      ///< values; more than LongestRow are counted but not kept
   bool Whole = true;  ///< false when another write has gone over a part of it
   std::array<double, LongestRow> Values{};
@@ -24,13 +24,13 @@ struct RingRow {
   }
 };
 
-/// Follows the writer: rows come in the order of their lines, each right behind the one before,
+/// Follows the writer: rows come in the order of their lines, each right after the one before,
 /// and back to the first index when the one before has gone beyond the last. So a line number needs
 /// no place in a row, and what an earlier lap left behind is never taken for new.
 ///
 /// A row at the first index where it is not due begins a program. Where it is due as well (the row
 /// before happens to have gone beyond the last index) it may be either; `Select` settles that, for
-/// the front end always names the table behind the first rows of a program.
+/// the front end always names the table after the first rows of a program.
 class TableRing {
  public:
   TableRing(int firstIndex, int lastIndex);
@@ -41,27 +41,27 @@ class TableRing {
   [[nodiscard]] bool Due(int index) const { return index == DueIndex(); }
 
   /// A row was written. `running` tells that this ring's program runs, so that nothing but the next
-  /// lap can stand at the first index.
+  /// lap can be at the first index.
   void Written(int index, std::span<const double> values, bool running);
 
   /// The front end has named this ring's table: rows since the last possible beginning count
   /// from 1.
   void Select();
-  /// The ring is to go on behind line `line`, whose row ended in front of index `due`: whatever
-  /// stands here is forgotten.
+  /// The ring is to go on after line `line`, whose row ended in front of index `due`: whatever
+  /// is here is forgotten.
   void Resume(int line, int due);
   /// A run begins: an undecided beginning was the next lap.
   void Settle() { mark_ = 0; }
 
-  /// Number of the oldest line that still stands here whole, and of the newest; 0 and 0 when none.
+  /// Number of the oldest line that still is here whole, and of the newest; 0 and 0 when none.
   [[nodiscard]] int OldestLine() const;
   [[nodiscard]] int NewestLine() const { return newest_; }
-  /// A line went missing behind the newest one: what came after it has no known number.
+  /// A line went missing after the newest one: what came after it has no known number.
   [[nodiscard]] bool Broken() const { return broken_; }
   /// Grows when another program begins.
   [[nodiscard]] int Programs() const { return programs_; }
 
-  /// Null when the line does not stand here whole.
+  /// Null when the line is not here whole.
   [[nodiscard]] const RingRow* Row(int line) const;
 
  private:

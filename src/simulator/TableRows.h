@@ -16,7 +16,7 @@ enum class RowType {
   ArcNegative = 2,  ///< X, Y and I, J count from the start
   ArcPositive = 3,
   Settings = 4,      ///< settings stay as they are
-  SettingsPair = 5,  ///< the row behind it is its second half and has no type of its own
+  SettingsPair = 5,  ///< the row after it is its second half and has no type of its own
   Other = 9,
   End = -999
 };

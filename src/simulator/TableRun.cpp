@@ -19,7 +19,7 @@ constexpr int FirstIndex1 = 500;
 constexpr int LastIndex1 = 700;
 constexpr int FirstIndex2 = 750;
 constexpr int LastIndex2 = 950;
-constexpr double HopTolerance = 1e-4;  // mm; nearer than this the machine stands at the start
+constexpr double HopTolerance = 1e-4;  // mm; nearer than this the machine is at the start
 
 struct SettingTarget {
   std::size_t Setting;  ///< index into the settings of a pair
@@ -32,7 +32,7 @@ constexpr SettingTarget SettingTargets[] = {{0, 70}, {1, 71}, {2, 72}, {3, 73}, 
 
 double Degrees(double radians) { return radians * 180.0 / std::numbers::pi; }
 
-/// The arc of a row, from where the machine stands.
+/// The arc of a row, from where the machine is.
 Segment RowArc(const TableRow& row, const Position& from) {
   const Position to{from.X + row.X, from.Y + row.Y, from.Z};
   const Position centre{from.X + row.I, from.Y + row.J, from.Z};

@@ -30,25 +30,25 @@ enum class RowOutcome {
 /// The rows carry where a line starts but not where it ends, so with a root directory the machine
 /// follows the record that the row was made of; without one, or where row and record disagree, it
 /// moves by the rows alone: a line goes to the point of its row, an arc counts from where the
-/// machine stands.
+/// machine is.
 ///
-/// A second run of a program whose first line still stands in the ring starts from there again; a
+/// A second run of a program whose first line still is in the ring starts from there again; a
 /// program that has gone over its own beginning must be sent afresh, and is refused.
 class TableRun {
  public:
   TableRun(ControllerMemory& memory, const MachineOptions& options);
 
-  /// Rows have come. `running`: a cycle of this run stands open.
+  /// Rows have come. `running`: a cycle of this run is open.
   void Written(int index, int count, bool running);
   /// The front end has named a slot's table.
   void Selected(int slot);
 
-  /// Starts at the first line. False when it does not stand in the ring.
+  /// Starts at the first line. False when it is not in the ring.
   bool Begin(int slot);
   /// Goes on with a line. `linesSent` is what the restart table was closed with: lines up to there
   /// that the ring does not hold come from the slot's file, later ones are waited for; 0 where it
-  /// was not told. Settings that stand in front of the line are put in force. Throws RuntimeFault
-  /// where a root directory was told and the file cannot be opened.
+  /// was not given. Settings that are in front of the line are put in force. Throws RuntimeFault
+  /// where a root directory was given and the file cannot be opened.
   void Continue(int slot, const RestartPoint& point, int linesSent);
   /// As after switching on.
   void PowerOn();
@@ -66,9 +66,9 @@ class TableRun {
   /// Block skip level of the line in hand.
   [[nodiscard]] int SkipLevel() const { return skip_; }
   [[nodiscard]] int NewestLine() const { return Ring().NewestLine(); }
-  /// Line whose row and record disagreed, told once; 0 none.
+  /// Line whose row and record disagreed, reported once; 0 none.
   [[nodiscard]] int TakePathRefusal();
-  /// A root directory was told, but the slot's records could not be read.
+  /// A root directory was given, but the slot's records could not be read.
   [[nodiscard]] bool PathMissing() const { return pathMissing_; }
 
  private:
@@ -107,7 +107,7 @@ class TableRun {
   int record_ = 0;
   int skip_ = 0;
   double along_ = 0;  ///< mm of the next element that were cut before a restart
-  /// Where the machine stands before the first line of a restart; gone once it has moved.
+  /// Where the machine is before the first line of a restart; gone once it has moved.
   std::optional<Position> place_;
   std::array<int, 2> reached_{};
   int pathRefusal_ = 0;

@@ -72,9 +72,9 @@ void DescribeOptions(CLI::App& app, CheckOptions& options, Texts& texts) {
                  "Draws the plot to this .png or .svg; of several programs, with the program in "
                  "the name");
   app.add_flag("--kerf", options.PlotKerf, "Draws the compensated path over the plot");
-  app.add_option("--size", texts.Size, "Size of the plot in pixels, 1200x900 unless told");
+  app.add_option("--size", texts.Size, "Size of the plot in pixels, 1200x900 unless given");
   app.add_flag("--json", options.Json, "Prints JSON in place of the report");
-  app.add_flag("--report", options.Report, "Prints Reverse.txt behind each program");
+  app.add_flag("--report", options.Report, "Prints Reverse.txt after each program");
   app.add_option("--jobs", options.Jobs, "Programs checked at once; 0: one a core")
       ->check(CLI::Range(0, 1024))
       ->capture_default_str();

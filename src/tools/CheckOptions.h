@@ -33,7 +33,7 @@ struct CheckOptions {
   int PlotWidth = 1200;               ///< pixels
   int PlotHeight = 900;
   bool Json = false;
-  bool Report = false;  ///< the text of Reverse.txt behind each program
+  bool Report = false;  ///< the text of Reverse.txt after each program
   unsigned Jobs = 0;    ///< threads; 0: one a core
 };
 

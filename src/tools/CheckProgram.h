@@ -31,7 +31,7 @@ struct CheckPlaces {
 };
 
 /// Runs the passes over `<programs root><directory>\<program>.prg`. Whatever goes wrong on the way
-/// stands in the result.
+/// is in the result.
 [[nodiscard]] CheckResult CheckProgram(const Installation& installation,
                                        const CheckOptions& options, const std::string& program,
                                        const CheckPlaces& places, const platform::Clock& clock);

@@ -10,7 +10,7 @@
 
 namespace torvane::tools {
 
-/// A kind of record and how often it stands in the program.
+/// A kind of record and how often it is in the program.
 struct RecordCount {
   std::int16_t Code = 0;
   const char* Name = "";  ///< the name in the record itself

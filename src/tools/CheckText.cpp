@@ -73,7 +73,7 @@ void AddFigures(std::string& text, const CheckResult& result) {
 }
 
 /// What refuses the program first, then the warnings, each in the order of the walk. A message that
-/// comes again and again stands once, over all its blocks.
+/// comes again and again is listed once, over all its blocks.
 void AddErrors(std::string& text, const CheckResult& result) {
   for (const bool critical : {true, false}) {
     std::string_view last;

@@ -8,14 +8,14 @@
 
 namespace torvane::tools {
 
-/// One program: a line with its verdict, what it is and what stands in it, and every error and
+/// One program: a line with its verdict, what it is and what is in it, and every error and
 /// warning with its block. `withReport` adds the text of Reverse.txt.
 [[nodiscard]] std::string ProgramText(const CheckResult& result, bool withReport);
 
 /// One line over all programs.
 [[nodiscard]] std::string SummaryText(const std::vector<CheckResult>& results);
 
-/// The same as one JSON object, indented, with a line end behind it. Lengths in mm.
+/// The same as one JSON object, indented, with a line end after it. Lengths in mm.
 [[nodiscard]] std::string JsonText(const std::vector<CheckResult>& results);
 
 }  // namespace torvane::tools

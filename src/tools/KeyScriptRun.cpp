@@ -155,7 +155,7 @@ struct KeyScriptRun::Actions {
     return true;
   }
 
-  /// A word, what it does, and for a wait what is told when it was in vain.
+  /// A word, what it does, and for a wait what is reported when it was in vain.
   struct Row {
     KeyWord Word;
     bool (*Do)(Run&, const KeyStep&);

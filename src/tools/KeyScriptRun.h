@@ -17,7 +17,7 @@ namespace torvane::tools {
 inline constexpr int ScriptFailed = 4;
 
 /// One step after the other, each from a timer of its own. A step that cannot be done and a wait
-/// that is in vain are told on standard error with the script's name and line; then the program
+/// that is in vain are reported on standard error with the script's name and line; then the program
 /// ends with ScriptFailed.
 class KeyScriptRun {
  public:

@@ -5,7 +5,7 @@
 
 namespace torvane::tools {
 
-/// Starts the console and plays all scenes, one after the other. The installation behind the stage
+/// Starts the console and plays all scenes, one after the other. The installation of the stage
 /// is the example installation with MakeLongNames done to it.
 void PlayScenes(PictureStage& stage);
 

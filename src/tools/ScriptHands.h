@@ -16,7 +16,7 @@ namespace torvane::tools {
 
 /// Every stroke and every press is a job of its own on the loop, as those of a person are events of
 /// their own: nothing here returns only when a screen that it opened has gone. What the pointer
-/// does goes to whatever shows under it. A call gives what stood in its way, nothing when it was
+/// does goes to whatever shows under it. A call gives what was in its way, nothing when it was
 /// done.
 class ScriptHands {
  public:

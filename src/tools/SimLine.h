@@ -9,7 +9,7 @@ namespace torvane::tools {
 /// An open line. Reads and writes never block.
 class SimLine {
  public:
-  /// Makes a pseudo-terminal whose other end stands at `link`. A link of that name is replaced;
+  /// Makes a pseudo-terminal whose other end is at `link`. A link of that name is replaced;
   /// anything else of that name is left alone. Throws RuntimeFault.
   [[nodiscard]] static SimLine OnPseudoTerminal(const std::string& link);
 

@@ -176,7 +176,7 @@ void SimulatorPanel::MakeSpeed() {
   speedText_ = &Make(new toolkit::Label(body_, SpeedCaption(controller_.Speed()), TypeStyle::Bold,
                                         toolkit::Alignment::Right),
                      "SpeedLabel", ColourName::PanelBackground, ColourName::PanelText);
-  // A speed between the steps, as the command line may give it, stands at the step below.
+  // A speed between the steps, as the command line may give it, is at the step below.
   for (std::size_t i = 0; i < Speeds.size(); ++i) {
     if (Speeds[i] <= controller_.Speed()) speed_->SetValue(static_cast<int>(i));
   }

@@ -1,4 +1,4 @@
-// Where everything stands on the simulated machine's panel.
+// Where everything is placed on the simulated machine's panel.
 #include <initializer_list>
 
 #include "tools/SimulatorPanel.h"

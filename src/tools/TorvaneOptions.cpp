@@ -107,7 +107,7 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
   app.add_option("--device", devices, "device of a port, as in 1=/dev/ttyUSB0")
       ->type_name("N=PATH")
       ->allow_extra_args(false);
-  app.add_option("--drive", drives, "folder behind a drive letter, as in A=/media/stick")
+  app.add_option("--drive", drives, "folder of a drive letter, as in A=/media/stick")
       ->type_name("L=PATH")
       ->allow_extra_args(false);
   app.add_flag("--console", options.OwnsMachine,

@@ -1,4 +1,4 @@
-// What the console is told on its command line.
+// The command line of the console.
 #pragma once
 
 #include <map>
