@@ -15,11 +15,11 @@ void ReadLinkSwitches(std::string_view text, bool& linkEnabled, bool& logEnabled
 void ResetLinkTimings(LinkSettings& link);
 
 /// Upper limits of Trio.cfg's times, ms; a larger value becomes its limit. A poll slower than a
-/// second starves a running machine of table lines, and a delay longer than 100 ms after each line
+/// second starves a running machine of table lines, and a delay longer than 50 ms after each line
 /// keeps the screens locked for most of every tick; ten minutes are longer than any reply takes.
 inline constexpr std::int32_t LongestPollMs = 1000;
 inline constexpr std::int32_t LongestReplyMs = 600000;
-inline constexpr std::int32_t LongestCommandDelayMs = 100;
+inline constexpr std::int32_t LongestCommandDelayMs = 50;
 
 /// The nine lines of Trio.cfg, ms and record counts; a shorter text leaves the later ones.
 void ReadLinkTimings(std::string_view text, LinkSettings& link);

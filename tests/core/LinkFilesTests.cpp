@@ -76,7 +76,7 @@ TEST(TrioCfg, TimesBeyondTheirUpperLimitBecomeThatLimit) {
   EXPECT_EQ(link.CommandDelayMs, LongestCommandDelayMs);
   EXPECT_EQ(link.TableFillLines, 32767) << "a count, no time";
   EXPECT_EQ(link.TableLeadLines, 1);
-  EXPECT_EQ(ReadTimings("1000\n1000\n600000\n0\n100\n").CommandDelayMs, 100) << "the limits stand";
+  EXPECT_EQ(ReadTimings("1000\n1000\n600000\n0\n50\n").CommandDelayMs, 50) << "the limits stand";
 }
 
 TEST(TrioCfg, FillsEveryFieldInItsOrder) {
