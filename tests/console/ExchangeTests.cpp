@@ -53,10 +53,10 @@ TEST_F(KeysOnASlowLine, SkipSwitchesAtAnyMomentReachTheControllerOnceAndInOrder)
   SetVariable(simulator::Vr::RunningLine, 77);
   RunFor(1000);
   (void)TakeCommands();
-  rc::check([this] {
+  EXPECT_TRUE(rc::check([this] {
     FlipAfter(*rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 120)));
     ExpectOwnReplies();
-  });
+  }));
 }
 
 TEST_F(KeysOnASlowLine, TheSilentQueryStaysSilentThoughAScreenAsksTheSameMeanwhile) {
