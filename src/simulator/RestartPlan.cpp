@@ -7,6 +7,7 @@
 
 #include "core/General.h"
 #include "core/SlotFiles.h"
+#include "partprogram/Block.h"
 #include "partprogram/DrawRecord.h"
 #include "partprogram/WordValues.h"
 #include "simulator/PathFile.h"
@@ -84,10 +85,9 @@ class Program {
  private:
   void ReadListing(const std::string& bytes) {
     for (std::size_t at = 0; at + ListingSize <= bytes.size(); at += ListingSize) {
-      const std::string text =
-          core::RemoveBlanks(core::UpperCase(std::string_view(bytes).substr(at, ListingSize)));
+      const partprogram::Block block(std::string_view(bytes).substr(at, ListingSize));
       partprogram::ReadFault fault = partprogram::ReadFault::None;
-      const auto word = partprogram::GetWordInteger(text, "N", &fault);
+      const auto word = partprogram::GetWordInteger(block.Text(), "N", &fault);
       const bool number = word.Found && fault == partprogram::ReadFault::None && word.Value > 0;
       numbers_.push_back(number ? static_cast<int>(word.Value) : 0);
     }

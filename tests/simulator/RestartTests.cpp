@@ -4,6 +4,7 @@
 #include <span>
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include "MemoryFiles.h"
 #include "RunRig.h"
@@ -295,6 +296,55 @@ TEST_F(RestartWithFiles, ALineNotYetSentIsWaitedForAtItsNumber) {
   Rig->Run.Advance(1000);
   EXPECT_EQ(Rig->X(), 6000);
   EXPECT_FALSE(Rig->Running());
+}
+
+TEST_F(RestartWithFiles, TheNumberOfABlockIsReadWithoutItsComment) {
+  std::string program;
+  for (int i = 1; i <= 8; ++i) {
+    program += Padded("N" + std::to_string(i * 10) + " G01 X" + std::to_string(i * 100) +
+                      " ! IN N" + std::to_string(90 - i * 10));
+  }
+  Files.Put("R\\Actvprg1.rnd", program);
+  Start("G00 X500 Y0 G40\r\n", "B1.0006R");
+  EXPECT_EQ(Rig->Vr(Vr::RunningLine), 6);
+}
+
+RC_GTEST_PROP(RestartProperty, AnyFilesAndAnyTextLeadSomewhereOrNowhere, ()) {
+  const auto bytes = [] { return *rc::gen::container<std::string>(rc::gen::arbitrary<char>()); };
+  MemoryFiles files;
+  std::vector<partprogram::DrawRecord> records(1);
+  const int count = *rc::gen::inRange(0, 6);
+  for (int i = 0; i < count; ++i) {
+    std::array<char, partprogram::DrawRecordSize> raw{};
+    for (auto& c : raw) c = *rc::gen::arbitrary<char>();
+    auto record = partprogram::DecodeRecord(raw);
+    if (*rc::gen::arbitrary<bool>()) record.Code = partprogram::RecordCode::LineProfile;
+    if (*rc::gen::arbitrary<bool>()) {
+      record.StartPoint = {10, 20, 0};
+      record.EndPoint = {40, 20, 0};
+      record.RecordIndex = static_cast<std::int16_t>(i + 2);
+    }
+    records.push_back(record);
+  }
+  files.Put("R\\Actvprg1.drw", EncodeAll(records));
+  files.Put("R\\Actvprg1.krw", EncodeAll(records));
+  files.Put("R\\Actvprg1.rnd", bytes());
+  files.Put("R\\Actvprg1.tbl", bytes());
+  const bool sound = *rc::gen::arbitrary<bool>();
+  files.Put("R\\Restart.tbx", sound ? "G00 X20 Y20\r\nG01 X40.00 Y20.00\r\n" : bytes());
+  MachineOptions options;
+  options.RootDirectory = "R\\";
+  options.Files = &files;
+  RunRig rig(options);
+  rig.Send("TABLE (" + std::to_string(*rc::gen::inRange(0, 70000)) + ",-999)");
+  rig.Send("VR(91)=3");
+  rig.Run.CycleStart();
+  rig.Run.Advance(2);
+  rig.Send("VR(91)=1");
+  rig.Send("B1" + *rc::gen::element<std::string>("", ".0001", ".32767", ".5") + "R");
+  rig.Run.Advance(1000);
+  rig.Run.Stop();
+  RC_ASSERT(!rig.Running());
 }
 
 TEST_F(RestartWithFiles, DamagedRestartTextsLeadNowhere) {
