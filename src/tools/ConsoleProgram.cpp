@@ -32,6 +32,12 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
       held_(files_),
       drives_(options.Drives),
       machine_(MachineFor(options, loop_, files_)),
+      faultyFiles_(machine_ ? std::make_unique<simulator::FaultyFiles>(
+                                  files_, machine_->Controller().Storage())
+                            : nullptr),
+      faultyDrives_(machine_ ? std::make_unique<simulator::FaultyDrives>(
+                                   drives_, machine_->Controller().Storage())
+                             : nullptr),
       serial_(options.Simulate ? nullptr
                                : std::make_unique<toolkit::QtSerialPort>(loop_, options.Devices)),
       port_(MachinePort()),
@@ -39,12 +45,12 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
       transferSerial_(options.Simulate
                           ? nullptr
                           : std::make_unique<toolkit::QtSerialPort>(loop_, options.Devices)),
-      comms_(system_, loop_, files_, TransferPort()),
+      comms_(system_, loop_, Files(), TransferPort()),
       session_(loop_, options.OwnsMachine,
                [this](std::string_view path) { return files_.NativePath(path); }),
       desk_(loop_),
-      console_({system_, files_, port_, clock_, drives_, desk_}),
-      shutdown_({system_, files_, console_.Trio(), console_.Poll(), comms_, *this, session_}),
+      console_({system_, Files(), port_, clock_, Drives(), desk_}),
+      shutdown_({system_, Files(), console_.Trio(), console_.Poll(), comms_, *this, session_}),
       signalPatience_(loop_.MakeTimer([this] { shutdown_.EndAtOnce(); })),
       signals_([this] { loop_.Post([this] { SignalCame(); }); }) {
   Serve(console_);
@@ -65,9 +71,19 @@ platform::SerialPort& ConsoleProgram::TransferPort() {
   return *transferSerial_;
 }
 
+platform::FileSystem& ConsoleProgram::Files() {
+  if (faultyFiles_) return *faultyFiles_;
+  return files_;
+}
+
+const platform::Drives& ConsoleProgram::Drives() {
+  if (faultyDrives_) return *faultyDrives_;
+  return drives_;
+}
+
 int ConsoleProgram::Run() {
   loop_.Post([this] {
-    app::StartUp({system_, loop_, files_, console_.Trio(), console_.Downloads(), console_.Store(),
+    app::StartUp({system_, loop_, Files(), console_.Trio(), console_.Downloads(), console_.Store(),
                   comms_, *this});
   });
   const int ended = loop_.Run();

@@ -12,6 +12,7 @@
 #include "files/CommsModule.h"
 #include "platform/Clock.h"
 #include "platform/DiskFileSystem.h"
+#include "simulator/StorageFaults.h"
 #include "toolkit/Desk.h"
 #include "toolkit/EndSignals.h"
 #include "toolkit/QtDrives.h"
@@ -68,6 +69,9 @@ class ConsoleProgram final : private ConsoleStart {
 
   [[nodiscard]] platform::SerialPort& MachinePort();
   [[nodiscard]] platform::SerialPort& TransferPort();
+  /// The files and the drives as the console has them.
+  [[nodiscard]] platform::FileSystem& Files();
+  [[nodiscard]] const platform::Drives& Drives();
   void ShowPanel();
   void SignalCame();
 
@@ -79,6 +83,9 @@ class ConsoleProgram final : private ConsoleStart {
   toolkit::QtDrives drives_;
   core::System system_;
   std::unique_ptr<SimulatedMachine> machine_;
+  /// With a simulated machine its panel can make the disks fail; null without.
+  std::unique_ptr<simulator::FaultyFiles> faultyFiles_;
+  std::unique_ptr<simulator::FaultyDrives> faultyDrives_;
   std::unique_ptr<toolkit::QtSerialPort> serial_;
   SentLines port_;
   std::unique_ptr<SimulatedOffice> office_;
