@@ -16,8 +16,11 @@ using toolkit::Key;
 
 namespace {
 
-constexpr double FormWide = 944;
-constexpr double StatusCaptionWide = 288;
+constexpr double FormWide = 984;
+constexpr double OverrideWide = 228;
+constexpr double StatusCaptionWide = 272;
+constexpr double AskedForWide = 56;
+constexpr double ColumnGap = 16;
 
 const std::vector<std::string> FeedKeys = {"- 20 (&1)", "- 5 (&2)", "+ 5 (&3)", "+ 20 (&4)"};
 const std::vector<std::string> PowerKeys = {"- 20 (&5)", "- 5 (&6)", "+ 5 (&7)", "+ 20 (&8)"};
@@ -28,7 +31,7 @@ const std::vector<std::string> StatusCaptions = {
     "AUTO HEAD COMP :", "TIP HEIGHT (mm) :"};
 
 /// Of a line of the status, lower than an entry that is pressed.
-constexpr double StatusHigh = 38;
+constexpr double StatusHigh = 44;
 
 /// Further keys of the feed; the power has none.
 constexpr std::array FurtherFeedKeys = {Key::PageDown, Key::Down, Key::Up, Key::PageUp};
@@ -46,9 +49,11 @@ LaserStatusForm::LaserStatusForm(const ScreenStart& start) : Screen(start) {
                                    [this](int key) { PressPower(key); });
   const Cell status = StatusCells();
   OfferStage(supervision::PollStage::Laser, [this] { Refresh(); });
-  SetGrid(FormWide,
-          Rows({Columns({feed, power}).Spaced(SectionGap), status, AtRight(AddExitButton(Body()))})
-              .Spaced(SectionGap / 2));
+  SetGrid(
+      FormWide,
+      Rows({Columns({feed.Wide(OverrideWide), power.Wide(OverrideWide), status}).Spaced(ColumnGap),
+            AtRight(AddExitButton(Body()))})
+          .Spaced(ColumnGap));
 }
 
 Cell LaserStatusForm::OverrideCells(Override& override, const std::string& name,
@@ -57,39 +62,41 @@ Cell LaserStatusForm::OverrideCells(Override& override, const std::string& name,
                                     const std::function<void(int)>& press) {
   auto& whole = AddFrame(Body(), name + "Frame(0)", heading);
   auto& label = AddLabel(whole, name + "Label", unit);
-  std::vector<Cell> figures;
+  std::vector<Cell> lines = {label};
   const std::array<const char*, 3> captions = {"PROGRAMMED", "ACTUAL", "OVERIDE (%)"};
   for (int i = 0; i < 3; ++i) {
-    const auto index = static_cast<std::size_t>(i);
-    auto& frame = AddFrame(whole, Numbered(name + "Frame", i + 1), captions[index]);
+    auto& frame =
+        AddFrame(whole, Numbered(name + "Frame", i + 1), captions[static_cast<std::size_t>(i)]);
     auto& box = AddValue(frame, Numbered(name + "Box", i + 1));
     override.Boxes.push_back(&box);
-    figures.push_back(Inside(frame, Rows({box})));
+    if (i < 2) {
+      lines.push_back(Inside(frame, Rows({box})));
+      continue;
+    }
+    override.AskedFor = &AddLabel(frame, name + "Wanted", "", Role::Bold, toolkit::TypeStyle::Title,
+                                  toolkit::Alignment::Right);
+    lines.push_back(Inside(frame, Columns({box, Cell(override.AskedFor).Wide(AskedForWide)})));
   }
   const auto buttons = AddButtons(whole, name + "Button", 1, keys, Role::General, press);
-  override.AskedFor = &AddLabel(whole, name + "Wanted", "", Role::Bold, toolkit::TypeStyle::Title,
-                                toolkit::Alignment::Centre);
-  const std::vector<Cell> row = {buttons[0], buttons[1], Cell(override.AskedFor).Wide(64),
-                                 buttons[2], buttons[3]};
   if (name == "Feed") {
     for (std::size_t i = 0; i < FurtherFeedKeys.size(); ++i) {
       AddKey(FurtherFeedKeys[i], *buttons[i]);
     }
   }
-  return Inside(whole, Rows({label, Columns(figures), Columns(row)}));
+  lines.push_back(Columns({buttons[0], buttons[1]}));
+  lines.push_back(Columns({buttons[2], buttons[3]}));
+  return Inside(whole, Rows(lines));
 }
 
 Cell LaserStatusForm::StatusCells() {
   auto& frame = AddFrame(Body(), "StatusFrame", "LASER STATUS");
   const auto labels = AddLabels(frame, "StatusLabel", 1, StatusCaptions);
   status_ = AddValues(frame, "StatusBox", 1, static_cast<int>(StatusCaptions.size()));
-  const auto column = [&](std::size_t from) {
-    std::vector<std::vector<Cell>> rows;
-    for (std::size_t i = from; i < from + 5; ++i)
-      rows.push_back({Cell(labels[i]).High(StatusHigh), Cell(status_[i]).High(StatusHigh)});
-    return Table({StatusCaptionWide, 0}, rows);
-  };
-  return Inside(frame, Columns({column(0), column(5)}).Spaced(SectionGap));
+  std::vector<std::vector<Cell>> rows;
+  for (std::size_t i = 0; i < status_.size(); ++i) {
+    rows.push_back({Cell(labels[i]).High(StatusHigh), Cell(status_[i]).High(StatusHigh)});
+  }
+  return Inside(frame, Table({StatusCaptionWide, 0}, rows));
 }
 
 void LaserStatusForm::PressFeed(int key) {
