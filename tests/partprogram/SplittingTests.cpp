@@ -78,11 +78,11 @@ TEST(ClearSplitCycle, ResetsTheCountersAndDeletesTheFile) {
   core::DirectorySet directories;
   directories.RootDirectory = directory.Path() + "\\";
   SplitCycle split;
-  split.CycleNumber = 5;
-  split.Records[3].Code = 120;
+  split.SplitCurrent = 5;
+  split.SplitRecord.Code = 120;
   ClearSplitCycle(split, files, directories);
-  EXPECT_EQ(split.CycleNumber, 1);
-  EXPECT_EQ(split.Records[3].Code, 0);
+  EXPECT_EQ(split.SplitCurrent, 1);
+  EXPECT_EQ(split.SplitRecord.Code, 0);
   EXPECT_FALSE(directory.Has("SplitCyc.drw"));
   ClearSplitCycle(split, files, directories);  // no file, no fault
 }
