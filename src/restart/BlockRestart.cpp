@@ -12,7 +12,6 @@
 namespace torvane::restart {
 namespace {
 
-constexpr std::size_t ListingRecordSize = 80;
 constexpr int PageRows = 20;
 constexpr int RowsInView = 21;
 

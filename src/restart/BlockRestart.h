@@ -16,6 +16,9 @@
 
 namespace torvane::restart {
 
+/// Bytes of a record of the listing.
+inline constexpr std::size_t ListingRecordSize = 80;
+
 /// What a choice of the restart point works with.
 struct ChoiceParts {
   core::System& System;
