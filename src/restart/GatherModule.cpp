@@ -41,19 +41,18 @@ std::string GatherModule::ReadNoted(const std::string& path) {
   return files_.ReadFile(path);
 }
 
-GatherBodies GatherModule::Bodies(int slot) {
+GatherBodies GatherModule::Bodies(core::Slot slot) {
   GatherBodies bodies;
   const std::string together = core::SlotFile(directories_, slot, "M2");
   if (files_.FileExists(together)) bodies.Together = ReadNoted(together);
   bodies.ReadSub = [this, slot](std::int16_t number) {
-    return ReadNoted(directories_.SubsDirectory[static_cast<std::size_t>(slot)] +
-                     core::IntegerText(number) + ".sub");
+    return ReadNoted(directories_.SubsDirectory[slot] + core::IntegerText(number) + ".sub");
   };
   return bodies;
 }
 
 void GatherModule::GatherToBlock(std::string_view programName, std::string_view directoryName,
-                                 int slot, const GatherTarget& target, GatherState& result) {
+                                 core::Slot slot, const GatherTarget& target, GatherState& result) {
   const std::string report = directories_.ServiceDirectory + "Gather.txt";
   const std::string rest = GatherTextFile(directories_);
   ClearGatherState(result, machine_);

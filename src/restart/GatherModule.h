@@ -8,6 +8,7 @@
 
 #include "core/DirectorySet.h"
 #include "core/MachineData.h"
+#include "core/Slot.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "restart/GatherState.h"
@@ -50,12 +51,12 @@ class GatherModule {
   /// Walks the slot's ".cnv" to the target and puts the state there into `result`. Leaves
   /// Gather.txt and Gather.rep. A required file that is missing is a RuntimeFault, and Gather.txt
   /// then holds what was found up to there.
-  void GatherToBlock(std::string_view programName, std::string_view directoryName, int slot,
+  void GatherToBlock(std::string_view programName, std::string_view directoryName, core::Slot slot,
                      const GatherTarget& target, GatherState& result);
 
  private:
   [[nodiscard]] std::string ReadNoted(const std::string& path);
-  [[nodiscard]] GatherBodies Bodies(int slot);
+  [[nodiscard]] GatherBodies Bodies(core::Slot slot);
 
   platform::FileSystem& files_;
   const core::DirectorySet& directories_;

@@ -9,6 +9,7 @@
 #include "core/LastFile.h"
 #include "core/SettingsModule.h"
 #include "core/SlotFiles.h"
+#include "partprogram/FixedLines.h"
 #include "partprogram/Pipeline.h"
 #include "platform/DiskFileSystem.h"
 #include "platform/NativePaths.h"
@@ -120,7 +121,7 @@ void LoadSlot(const Installation& installation, std::int16_t slot, ReadOnlyFiles
   loaded.SheetY = loaded.Draw.front()[partprogram::Figure::SheetY];
   loaded.Listing = TrimmedLines(files.ReadFile(path("rnd")), ListingRecordSize);
   if (files.FileExists(path("M2"))) loaded.Bodies.Together = files.ReadFile(path("M2"));
-  const auto subs = directories.SubsDirectory[static_cast<std::size_t>(slot)];
+  const auto subs = directories.SubsDirectory[slot];
   loaded.Bodies.ReadSub = [&files, subs](std::int16_t number) {
     return files.ReadFile(subs + MissingSub(number));
   };
