@@ -81,6 +81,7 @@ void GatherForSlot(const ChoiceParts& parts, const GatherTarget& target, GatherS
 void ClearRestart(const ChoiceParts& parts) {
   ClearGatherState(parts.States.RestartState, parts.System.Machine);
   ClearGatherState(parts.States.RestartNextState, parts.System.Machine);
+  parts.States.Block = parts.States.Record = 0;
   partprogram::ClearSplitCycle(parts.Split, parts.Files, parts.System.Directories);
 }
 
@@ -104,6 +105,7 @@ bool BlockRestart::Select(int row) {
   }
   if (row < 0 || static_cast<std::size_t>(row) >= rows_.size()) return false;
   auto& states = parts_.States;
+  states.Block = static_cast<std::int16_t>(row + 1);
   GatherRow(row, states.RestartState);
   if (static_cast<std::size_t>(row) + 1 < rows_.size()) {
     GatherRow(row + 1, states.RestartNextState);

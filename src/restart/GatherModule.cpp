@@ -36,17 +36,24 @@ std::string GatherTextFile(const core::DirectorySet& directories) {
   return directories.RootDirectory + "Gather.rep";
 }
 
-std::string GatherModule::ReadNoted(const std::string& path) {
-  core::NoteLastFile(files_, directories_, path);
-  return files_.ReadFile(path);
+namespace {
+
+std::string ReadNoted(platform::FileSystem& files, const core::DirectorySet& directories,
+                      const std::string& path) {
+  core::NoteLastFile(files, directories, path);
+  return files.ReadFile(path);
 }
 
-GatherBodies GatherModule::Bodies(core::Slot slot) {
+}  // namespace
+
+GatherBodies SlotBodies(platform::FileSystem& files, const core::DirectorySet& directories,
+                        core::Slot slot) {
   GatherBodies bodies;
-  const std::string together = core::SlotFile(directories_, slot, "M2");
-  if (files_.FileExists(together)) bodies.Together = ReadNoted(together);
-  bodies.ReadSub = [this, slot](std::int16_t number) {
-    return ReadNoted(directories_.SubsDirectory[slot] + core::IntegerText(number) + ".sub");
+  const std::string together = core::SlotFile(directories, slot, "M2");
+  if (files.FileExists(together)) bodies.Together = ReadNoted(files, directories, together);
+  bodies.ReadSub = [&files, &directories, slot](std::int16_t number) {
+    return ReadNoted(files, directories,
+                     directories.SubsDirectory[slot] + core::IntegerText(number) + ".sub");
   };
   return bodies;
 }
@@ -59,8 +66,9 @@ void GatherModule::GatherToBlock(std::string_view programName, std::string_view 
   files_.OverwriteFile(report, GatherHead(programName, directoryName, clock_.Now()));
   files_.OverwriteFile(rest, "");
 
-  const std::string converted = ReadNoted(core::SlotFile(directories_, slot, "cnv"));
-  GatherWalk walk(converted, Bodies(slot), machine_);
+  const std::string converted =
+      ReadNoted(files_, directories_, core::SlotFile(directories_, slot, "cnv"));
+  GatherWalk walk(converted, SlotBodies(files_, directories_, slot), machine_);
   GatherResult gathered;
   try {
     gathered = WalkToBlock(walk, target);

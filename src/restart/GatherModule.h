@@ -41,6 +41,11 @@ struct GatherResult {
 /// The name that a restart's further text has: Gather.rep in `RootDirectory`.
 [[nodiscard]] std::string GatherTextFile(const core::DirectorySet& directories);
 
+/// The subroutines of a slot, read as they are called, each noted before it is opened. `files` and
+/// `directories` must outlive them.
+[[nodiscard]] GatherBodies SlotBodies(platform::FileSystem& files,
+                                      const core::DirectorySet& directories, core::Slot slot);
+
 /// The files of a gather.
 class GatherModule {
  public:
@@ -55,9 +60,6 @@ class GatherModule {
                      const GatherTarget& target, GatherState& result);
 
  private:
-  [[nodiscard]] std::string ReadNoted(const std::string& path);
-  [[nodiscard]] GatherBodies Bodies(core::Slot slot);
-
   platform::FileSystem& files_;
   const core::DirectorySet& directories_;
   const core::MachineData& machine_;

@@ -151,6 +151,7 @@ void RestartOperation::Unload() {
   partprogram::ClearSplitCycle(parts_.Split, parts_.Files, system.Directories);
   ClearGatherState(parts_.States.RestartState, system.Machine);
   ClearGatherState(parts_.States.RestartNextState, system.Machine);
+  parts_.States.Block = parts_.States.Record = 0;
   parts_.Files.DeleteFile(GatherTextFile(system.Directories));
   screen_.LockOtherForms(false);
   parts_.Trio.StartPolling(false);

@@ -23,6 +23,8 @@ namespace torvane::restart {
 struct RestartStates {
   GatherState RestartState;
   GatherState RestartNextState;
+  std::int16_t Block = 0;   ///< line of the listing that was chosen, or
+  std::int16_t Record = 0;  ///< record of ".drw" that was chosen on the plot; 0 none
 };
 
 /// RestartForm, as the operation sees it.

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/General.h"
+#include "restart/SlotProgram.h"
 #include "restart/SplitPoint.h"
 
 namespace torvane::restart {
@@ -76,6 +77,30 @@ std::vector<std::string> RestartWords(const Rehearsal& rehearsal, const DrawReco
     words.push_back(std::move(sentence));
   }
   return words;
+}
+
+RestartOutlook OutlookOf(platform::FileSystem& files, const core::System& system,
+                         const RestartStates& states, const DrawRecord& splitRecord) {
+  const SlotProgram program = ReadSlotProgram(files, system.Directories, system.ActiveSlot);
+  const Rehearser rehearser({program.Converted,
+                             program.Bodies,
+                             program.Records(),
+                             program.Listing,
+                             "",
+                             "",
+                             system.ActiveSlot,
+                             system.TableSent,
+                             &system.Machine,
+                             {}});
+  Rehearsal rehearsal;
+  if (states.Record > 0 && static_cast<std::size_t>(states.Record) <= program.Draw.size()) {
+    const bool arc = splitRecord.Code == partprogram::RecordCode::ArcProfile;
+    rehearsal = rehearser.AtRecord(
+        states.Record, splitRecord[arc ? partprogram::Figure::Sweep : partprogram::Figure::Length]);
+  } else {
+    rehearsal = rehearser.AtBlock(states.Block, 0);
+  }
+  return {RestartWords(rehearsal, FirstCut(program.Records(), rehearsal.Entry)), rehearsal.Entry};
 }
 
 }  // namespace torvane::restart

@@ -126,6 +126,7 @@ void VisualRestart::GatherAfterRecord() {
   const std::string text = ListingLine(parts_.Files, parts_.System, next.BlockNumber);
   GatherForSlot(parts_, {text, next.BlockNumber, next.SubBlock}, states.RestartState);
   states.RestartNextState = states.RestartState;
+  states.Record = state_.VisualCurrent;
   states.RestartState.XPosition = parts_.Split.SplitRecord.EndPoint.X;
   states.RestartState.YPosition = parts_.Split.SplitRecord.EndPoint.Y;
 }

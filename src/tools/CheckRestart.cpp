@@ -14,8 +14,8 @@
 #include "platform/DiskFileSystem.h"
 #include "platform/NativePaths.h"
 #include "platform/RuntimeFault.h"
-#include "restart/BlockRestart.h"
 #include "restart/RestartWords.h"
+#include "restart/SlotProgram.h"
 #include "restart/SplitPoint.h"
 #include "tools/CheckPlot.h"
 #include "tools/CheckResult.h"
@@ -26,7 +26,6 @@ namespace torvane::tools {
 namespace {
 
 using partprogram::DrawRecord;
-using restart::ListingRecordSize;
 using restart::Rehearsal;
 using Kind = RestartQuestion::Kind;
 
@@ -38,20 +37,8 @@ struct Loaded {
   float SheetX = 0;
   float SheetY = 0;
   std::int16_t TableLines = 0;
-  std::string Converted;
-  restart::GatherBodies Bodies;
-  std::vector<DrawRecord> Draw;
-  std::vector<DrawRecord> Kerf;
-  std::vector<std::string> Listing;
+  restart::SlotProgram Files;
 };
-
-std::vector<std::string> TrimmedLines(std::string_view bytes, std::size_t size) {
-  std::vector<std::string> lines;
-  for (std::size_t at = 0; at + size <= bytes.size(); at += size) {
-    lines.emplace_back(core::Trim(bytes.substr(at, size)));
-  }
-  return lines;
-}
 
 std::string MissingSub(std::int16_t number) { return core::IntegerText(number) + ".sub"; }
 
@@ -75,12 +62,12 @@ bool LoadProgram(const Installation& installation, const CheckOptions& options,
   loaded.SheetX = slot.SheetX;
   loaded.SheetY = slot.SheetY;
   loaded.TableLines = slot.TableLines;
-  loaded.Converted = std::move(passes.Text.Converted);
-  loaded.Draw = std::move(passes.Conversion.Records);
-  loaded.Kerf = std::move(passes.Kerf);
-  loaded.Listing =
-      TrimmedLines(partprogram::MakeFixedLines(passes.Text.Body, true).Bytes, ListingRecordSize);
-  loaded.Bodies.ReadSub = [subs = std::move(passes.Conversion.Subs)](std::int16_t number) {
+  loaded.Files.Converted = std::move(passes.Text.Converted);
+  loaded.Files.Draw = std::move(passes.Conversion.Records);
+  loaded.Files.Kerf = std::move(passes.Kerf);
+  loaded.Files.Listing =
+      restart::ListingLines(partprogram::MakeFixedLines(passes.Text.Body, true).Bytes);
+  loaded.Files.Bodies.ReadSub = [subs = std::move(passes.Conversion.Subs)](std::int16_t number) {
     const auto found = subs.find(number);
     if (found == subs.end()) throw platform::RuntimeFault(MissingSub(number), "does not exist");
     return found->second;
@@ -88,43 +75,18 @@ bool LoadProgram(const Installation& installation, const CheckOptions& options,
   return true;
 }
 
-std::vector<DrawRecord> ReadRecords(const platform::FileSystem& files, const std::string& path) {
-  const std::string bytes = files.ReadFile(path);
-  if (bytes.empty() || bytes.size() % partprogram::DrawRecordSize != 0) {
-    throw platform::RuntimeFault(path, "is no whole number of records");
-  }
-  std::vector<DrawRecord> records;
-  for (std::size_t at = 0; at < bytes.size(); at += partprogram::DrawRecordSize) {
-    records.push_back(partprogram::DecodeRecord(std::span<const char, partprogram::DrawRecordSize>(
-        bytes.data() + at, partprogram::DrawRecordSize)));
-  }
-  return records;
-}
-
 /// A slot's files as they are.
 void LoadSlot(const Installation& installation, std::int16_t slot, ReadOnlyFiles& files,
               Loaded& loaded) {
-  const auto& directories = installation.Directories;
-  const auto path = [&](std::string_view extension) {
-    return core::SlotFile(directories, slot, extension);
-  };
   core::ActiveProgram program;
-  core::LoadSlotConfig(files, directories, slot, program);
+  core::LoadSlotConfig(files, installation.Directories, slot, program);
   loaded.Directory = program.DirectoryName;
   loaded.Program = program.ProgramName;
   loaded.Slot = slot;
   loaded.TableLines = program.TableLines;
-  loaded.Converted = files.ReadFile(path("cnv"));
-  loaded.Draw = ReadRecords(files, path("drw"));
-  loaded.Kerf = ReadRecords(files, path("krw"));
-  loaded.SheetX = loaded.Draw.front()[partprogram::Figure::SheetX];
-  loaded.SheetY = loaded.Draw.front()[partprogram::Figure::SheetY];
-  loaded.Listing = TrimmedLines(files.ReadFile(path("rnd")), ListingRecordSize);
-  if (files.FileExists(path("M2"))) loaded.Bodies.Together = files.ReadFile(path("M2"));
-  const auto subs = directories.SubsDirectory[slot];
-  loaded.Bodies.ReadSub = [&files, subs](std::int16_t number) {
-    return files.ReadFile(subs + MissingSub(number));
-  };
+  loaded.Files = restart::ReadSlotProgram(files, installation.Directories, slot);
+  loaded.SheetX = loaded.Files.Draw.front()[partprogram::Figure::SheetX];
+  loaded.SheetY = loaded.Files.Draw.front()[partprogram::Figure::SheetY];
 }
 
 std::int16_t FirstFill(const Installation& installation, ReadOnlyFiles& files) {
@@ -160,16 +122,16 @@ class Printer {
 
 void PlotRehearsal(const Installation& installation, const CheckOptions& options,
                    const Loaded& loaded, const Rehearsal& rehearsal) {
-  graphics::ProgramPlot plot{
-      loaded.SheetX,
-      loaded.SheetY,
-      loaded.Draw,
-      options.PlotKerf ? std::span<const DrawRecord>(loaded.Kerf) : std::span<const DrawRecord>(),
-      nullptr,
-      {}};
+  graphics::ProgramPlot plot{loaded.SheetX,
+                             loaded.SheetY,
+                             loaded.Files.Draw,
+                             options.PlotKerf ? std::span<const DrawRecord>(loaded.Files.Kerf)
+                                              : std::span<const DrawRecord>(),
+                             nullptr,
+                             {}};
   if (rehearsal.Entry) {
     const core::MachineData& machine = installation.Machine;
-    plot.Highlighted = restart::FirstCut({loaded.Draw, loaded.Kerf}, rehearsal.Entry);
+    plot.Highlighted = restart::FirstCut({loaded.Files.Draw, loaded.Files.Kerf}, rehearsal.Entry);
     plot.Marks = graphics::RestartMarks{{machine.LoadPositionX, machine.LoadPositionY},
                                         {rehearsal.State.XPosition, rehearsal.State.YPosition},
                                         rehearsal.Entry->Compensated};
@@ -189,11 +151,11 @@ Rehearsal RehearseOne(const restart::Rehearser& rehearser, const RestartQuestion
 }
 
 void RehearseAll(const restart::Rehearser& rehearser, const Loaded& loaded, Printer& printer) {
-  for (std::size_t block = 1; block <= loaded.Listing.size(); ++block) {
+  for (std::size_t block = 1; block <= loaded.Files.Listing.size(); ++block) {
     printer.Print(rehearser.AtBlock(static_cast<std::int16_t>(block), 0));
   }
-  for (std::size_t i = 1; i < loaded.Draw.size(); ++i) {
-    const DrawRecord& record = loaded.Draw[i];
+  for (std::size_t i = 1; i < loaded.Files.Draw.size(); ++i) {
+    const DrawRecord& record = loaded.Files.Draw[i];
     if (!restart::CanSplit(record) || record.BeamState1.On == 0) continue;
     printer.Print(rehearser.AtRecord(static_cast<std::int16_t>(i + 1), std::nullopt));
   }
@@ -228,10 +190,10 @@ int RunRestartCheck(const Installation& installation, const CheckOptions& option
   }
   const std::int16_t sent =
       question.Sent ? *question.Sent : std::min(FirstFill(installation, files), loaded.TableLines);
-  const restart::RecordPair records{loaded.Draw, loaded.Kerf};
-  const restart::Rehearser rehearser({loaded.Converted, loaded.Bodies, records, loaded.Listing,
-                                      loaded.Program, loaded.Directory, loaded.Slot, sent,
-                                      &installation.Machine, clock.Now()});
+  const restart::RecordPair records{loaded.Files.Draw, loaded.Files.Kerf};
+  const restart::Rehearser rehearser({loaded.Files.Converted, loaded.Files.Bodies, records,
+                                      loaded.Files.Listing, loaded.Program, loaded.Directory,
+                                      loaded.Slot, sent, &installation.Machine, clock.Now()});
   Printer printer(options, records, streams.Out);
   if (question.Asked == Kind::All) {
     RehearseAll(rehearser, loaded, printer);
