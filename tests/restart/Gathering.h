@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "core/MachineData.h"
-#include "partprogram/Passes.h"
+#include "partprogram/ConvertModule.h"
 #include "partprogram/Pipeline.h"
+#include "partprogram/ReverseModule.h"
 #include "partprogram/Walker.h"
 #include "platform/RuntimeFault.h"
 #include "restart/GatherModule.h"
