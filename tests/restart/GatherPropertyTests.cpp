@@ -82,7 +82,7 @@ RC_GTEST_PROP(GatherWalk, StandsWhereTheRecordsOfItsBlockBegin, ()) {
   const auto text = partprogram::MakeIntermediateFiles(Gathering::Join(lines), gathering.Machine);
   const core::Station station;
   const auto converted = partprogram::RunConversion(
-      {text.Converted, "A", "B", 1, &gathering.Machine, &station, platform::LocalTime{}});
+      {text.Converted, "A", "B", &gathering.Machine, &station, platform::LocalTime{}});
   std::set<std::pair<int, int>> seen;
   for (const DrawRecord& record : converted.Records) {
     const bool moves = record.Code == RecordCode::Move || record.Code == RecordCode::LineProfile ||

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "partprogram/FixedLines.h"
+#include "partprogram/Pipeline.h"
 #include "restart/Rehearsal.h"
 #include "restart/RestartWords.h"
 #include "restart/SlotProgram.h"
