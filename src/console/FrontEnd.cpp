@@ -55,7 +55,7 @@ void FrontEnd::MakePlot() {
         Screens().RestoreFormOrder();
       })();
     });
-    plotBoxes_[slot] = box;
+    plotBoxes_[Slot(slot)] = box;
   }
 }
 

@@ -105,9 +105,7 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   void PressProgramButtons(bool pressed) override;
   void SetPathKeys(const PathCaptions& captions) override;
   void FocusPathKey() override { pathButtons_[0]->SetFocus(); }
-  [[nodiscard]] platform::Canvas& PlotCanvasOf(core::Slot slot) override {
-    return PlotBox(slot).Canvas();
-  }
+  [[nodiscard]] platform::Canvas& PlotCanvasOf(int slot) override { return PlotBox(slot).Canvas(); }
   void SetStatusLine(const std::string& text) override { statusPanel_->SetCaption(text); }
   void SetShutdownCaption(const char* caption) override { shutdownButton_->SetCaption(caption); }
   void RefreshScreen() override;

@@ -109,6 +109,6 @@ struct RestartLineSet {
   std::vector<std::string> AtStart;   ///< at the operator's cycle start
   std::vector<std::string> OnCancel;  ///< at CANCEL instead
 };
-[[nodiscard]] RestartLineSet RestartLineSetOf(const RestartContent& content, core::Slot slot);
+[[nodiscard]] RestartLineSet RestartLineSetOf(const RestartContent& content, std::int16_t slot);
 
 }  // namespace torvane::restart

@@ -38,15 +38,15 @@ std::vector<std::string> ListingLines(std::string_view bytes) {
 }
 
 SlotProgram ReadSlotProgram(platform::FileSystem& files, const core::DirectorySet& directories,
-                            core::Slot slot) {
+                            int slot) {
   const auto path = [&](std::string_view extension) {
     return core::SlotFile(directories, slot, extension);
   };
   SlotProgram program;
-  program.Converted = files.ReadFile(path(core::Extension::Converted));
-  program.Draw = ReadRecords(files, path(core::Extension::Draw));
-  program.Kerf = ReadRecords(files, path(core::Extension::Kerf));
-  program.Listing = ListingLines(files.ReadFile(path(core::Extension::Listing)));
+  program.Converted = files.ReadFile(path("cnv"));
+  program.Draw = ReadRecords(files, path("drw"));
+  program.Kerf = ReadRecords(files, path("krw"));
+  program.Listing = ListingLines(files.ReadFile(path("rnd")));
   program.Bodies = SlotBodies(files, directories, slot);
   return program;
 }

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "core/DirectorySet.h"
-#include "core/Slot.h"
 #include "partprogram/DrawRecord.h"
 #include "platform/FileSystem.h"
 #include "restart/Rehearsal.h"
@@ -25,7 +24,7 @@ struct SlotProgram {
 
 /// `files` must outlive the program: subroutines are read as they are called.
 [[nodiscard]] SlotProgram ReadSlotProgram(platform::FileSystem& files,
-                                          const core::DirectorySet& directories, core::Slot slot);
+                                          const core::DirectorySet& directories, int slot);
 
 /// The lines of a listing's fixed records, trimmed.
 [[nodiscard]] std::vector<std::string> ListingLines(std::string_view bytes);

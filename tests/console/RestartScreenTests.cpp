@@ -118,7 +118,7 @@ TEST_F(RestartScreens, WhileItWaitsF2IsDeadAndF9Works) {
   TypeF(9);
   EXPECT_TRUE(Shows("MessageForm"));
   TypeF(10);
-  EXPECT_EQ(System.ActiveSlot.Number(), 1);
+  EXPECT_EQ(System.ActiveSlot, 1);
 }
 
 TEST_F(RestartScreens, TheVisualRestartByKeysAlone) {

@@ -95,13 +95,13 @@ struct RestartBench : supervision::Bench {
     ASSERT_EQ(result.Outcome, partprogram::PassOutcome::Good);
     partprogram::WriteSlotFiles(Files, System.Directories, static_cast<std::int16_t>(slot), result);
     Temp.Put(Name(slot, "cfg"), "PLATE\r\n");
-    System.ActiveSlot = slot;
+    System.ActiveSlot = static_cast<std::int16_t>(slot);
     core::ActiveProgram& program = System.Active();
     partprogram::FillSlot(result, program);
     program.ProgramName = "PLATE";
     program.DirectoryName = "SHOP";
     program.Selected = true;
-    core::PlotView& view = System.Views[slot];
+    core::PlotView& view = System.Views[static_cast<std::size_t>(slot)];
     view = {};
     view.Corner1X = -10;
     view.Corner1Y = 1510;
