@@ -4,6 +4,7 @@
 // counter "segments" is the same in both, so the ratio of their times is the figure that counts: at
 // most 2 on the canvas of the screen. The counting canvas shows what is left when lines cost
 // nothing.
+#include <cmath>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -129,6 +130,24 @@ void LoadPlot(benchmark::State& state) {
   state.counters["records"] = House().System.Programs[1].DrawRecords;
 }
 
+/// One tenth of the sheet in view: what lies outside is not drawn. At most 16 ms.
+template <typename Surface>
+void ZoomedToATenth(benchmark::State& state) {
+  const int width = static_cast<int>(state.range(0));
+  Surface surface(width, width * 3 / 4);
+  platform::Canvas& canvas = surface;
+  graphics::DrawingModule drawing(House().System, House().Files(), {&canvas, &canvas});
+  drawing.LoadPlot(1);
+  core::PlotView& view = House().System.Views[1];
+  const core::PlotView fit = view;
+  const float share = std::sqrt(0.1F);
+  view.Corner2X = fit.Corner1X + (fit.Corner2X - fit.Corner1X) * share;
+  view.Corner1Y = fit.Corner2Y + (fit.Corner1Y - fit.Corner2Y) * share;
+  view.ViewZoomed = true;
+  for (auto _ : state) drawing.LoadPlot(1);
+  view = fit;
+}
+
 template <typename Surface>
 void PlainLines(benchmark::State& state) {
   const int width = static_cast<int>(state.range(0));
@@ -146,6 +165,7 @@ void PlainLines(benchmark::State& state) {
 BENCHMARK(LoadPlot<CountingCanvas>)->Arg(800)->Unit(benchmark::kMicrosecond);
 BENCHMARK(PlainLines<CountingCanvas>)->Arg(800)->Unit(benchmark::kMicrosecond);
 #ifdef TORVANE_WITH_TOOLKIT
+BENCHMARK(ZoomedToATenth<ScreenCanvas>)->Arg(800)->Arg(1400)->Unit(benchmark::kMicrosecond);
 BENCHMARK(LoadPlot<ScreenCanvas>)->Arg(800)->Arg(1400)->Unit(benchmark::kMicrosecond);
 BENCHMARK(PlainLines<ScreenCanvas>)->Arg(800)->Arg(1400)->Unit(benchmark::kMicrosecond);
 #endif

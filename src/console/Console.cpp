@@ -14,6 +14,9 @@ Console::Console(const ConsoleParts& parts)
       change_(programs_, store_),
       selection_(programs_, store_, split_, parts.Clock),
       entries_(parts.System, parts.Files, parts.Drives, screens_),
+      gather_(parts.Files, parts.System.Directories, parts.System.Machine, parts.Clock),
+      blocks_(Choice()),
+      visual_(Choice(), *this),
       services_{parts.System,
                 parts.Files,
                 parts.Drives,
@@ -26,6 +29,10 @@ Console::Console(const ConsoleParts& parts)
                 screens_.Messages(),
                 entries_,
                 selection_,
+                blocks_,
+                visual_,
+                restartPoint_,
+                split_,
                 screens_.EntryPads(),
                 *this,
                 exits_} {
@@ -107,6 +114,26 @@ void Console::CloseRequested() {
   HandleFunctionKey(toolkit::Key::F12);
 }
 
+restart::ChoiceParts Console::Choice() {
+  return {parts_.System, parts_.Files, screens_, gather_, restartPoint_, split_};
+}
+
+void Console::PaintRecord(const partprogram::DrawRecord& record, bool highlighted) {
+  if (!drawing_) return;
+  drawing_->DrawPlotRecord(
+      parts_.System.ActiveSlot, record,
+      highlighted ? graphics::PaintMode::Highlight : graphics::PaintMode::Background);
+}
+
+void Console::EnableSplit(bool enabled) {
+  constexpr int SplitButton = 5;
+  screens_.Main().PathButton(SplitButton).SetEnabled(enabled);
+}
+
+void Console::LeaveGraphics() { screens_.Main().Modes().LeaveGraphics(); }
+
+void Console::OpenRestartForm() { screens_.Set().Open(core::ScreenNames::RestartForm); }
+
 void Console::HandleFunctionKey(toolkit::Key key) {
   if (parts_.System.ShuttingDown) return;  // the main screen has gone, and is not to come again
   const KeyAction action = FunctionKeyAction(key, parts_.System.Console);
@@ -132,8 +159,9 @@ void Console::HandleFunctionKey(toolkit::Key key) {
     case KeyCommand::FlipKerf:
       return main.FlipKerf();
     case KeyCommand::LeaveGraphics:
-    case KeyCommand::LeaveRestart:
       return main.Modes().LeaveGraphics();
+    case KeyCommand::LeaveRestart:
+      return main.Modes().Cancel();
     case KeyCommand::PathButton:
       main.PathButton(action.Number).Press();
       return;

@@ -13,6 +13,9 @@
 #include "partprogram/SplittingModule.h"
 #include "platform/Clock.h"
 #include "platform/Drives.h"
+#include "restart/BlockRestart.h"
+#include "restart/GatherModule.h"
+#include "restart/VisualRestart.h"
 #include "supervision/ActiveStore.h"
 #include "supervision/PollTrio.h"
 #include "supervision/ProgramChange.h"
@@ -33,7 +36,9 @@ struct ConsoleParts {
 
 /// Made before the start-up begins. `Open` comes after the colours have been read: only then are
 /// there screens with the right faces.
-class Console final : public supervision::PlotStage, private FrontEndActions {
+class Console final : public supervision::PlotStage,
+                      private FrontEndActions,
+                      private restart::VisualScreens {
  public:
   explicit Console(const ConsoleParts& parts);
   ~Console() override;
@@ -74,6 +79,14 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   void LimitsButtonChanged(bool pressed) override;
   void RedrawPlot(int slot) override;
 
+  [[nodiscard]] restart::ChoiceParts Choice();
+
+  // restart::VisualScreens
+  void PaintRecord(const partprogram::DrawRecord& record, bool highlighted) override;
+  void EnableSplit(bool enabled) override;
+  void LeaveGraphics() override;
+  void OpenRestartForm() override;
+
   ConsoleParts parts_;
   ConsoleExits exits_;
   ConsoleScreens screens_;
@@ -86,6 +99,10 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   partprogram::SplitCycle split_;
   supervision::ProgramSelection selection_;
   supervision::ProgramEntries entries_;
+  restart::RestartStates restartPoint_;
+  restart::GatherModule gather_;
+  restart::BlockRestart blocks_;
+  restart::VisualRestart visual_;
   ConsoleServices services_;
   std::unique_ptr<graphics::DrawingModule> drawing_;
   std::unique_ptr<graphics::RealTimePlotter> plotter_;

@@ -14,6 +14,16 @@ class OperatorDialogs;
 class Trio;
 }  // namespace torvane::link
 
+namespace torvane::partprogram {
+struct SplitCycle;
+}  // namespace torvane::partprogram
+
+namespace torvane::restart {
+class BlockRestart;
+class VisualRestart;
+struct RestartStates;
+}  // namespace torvane::restart
+
 namespace torvane::supervision {
 class MessageList;
 class Poll;
@@ -48,6 +58,10 @@ struct ConsoleServices {
   supervision::MessageList& Messages;
   supervision::ProgramEntries& Entries;
   supervision::ProgramSelection& Selection;
+  restart::BlockRestart& Blocks;
+  restart::VisualRestart& Visual;
+  restart::RestartStates& RestartPoint;
+  partprogram::SplitCycle& Split;
   Pads& EntryPads;
   FrontEndActions& MainActions;
   const ConsoleExits& Exits;

@@ -21,7 +21,7 @@ constexpr double HairlineShare = 0.5;
 }  // namespace
 
 FrontEnd::FrontEnd(const ScreenStart& start)
-    : Screen(start), actions_(Services().MainActions), modes_(System(), *this) {
+    : Screen(start), actions_(Services().MainActions), modes_(System(), *this, Services().Visual) {
   SetUpFrontEnd();
 }
 
@@ -49,6 +49,12 @@ void FrontEnd::MakePlot() {
     box->SetFocusable(true);
     graphics::SetUpPlotBox(box->Canvas(), Colours());
     box->OnRedraw(Guard([this, slot] { actions_.RedrawPlot(slot); }));
+    box->OnPlotUp([this, slot](const toolkit::PlotPointerEvent& event) {
+      Guard([this, slot, event] {
+        modes_.PlotMouseUp(slot, event.X, event.Y);
+        Screens().RestoreFormOrder();
+      })();
+    });
     plotBoxes_[Slot(slot)] = box;
   }
 }
@@ -125,7 +131,8 @@ void FrontEnd::MakeGraphicsKeys() {
   pathRow_ = &AddPanel(*keyStrip_, "PathButtonPanel", PanelStyle::Body, Role::Panel);
   for (int index = 1; index <= 6; ++index) {
     pathButtons_[Index(index)] =
-        &AddButton(*pathRow_, Numbered("PathButton", index), "", Role::General, Press([] {}));
+        &AddButton(*pathRow_, Numbered("PathButton", index), "", Role::General,
+                   Press([this, index] { modes_.PlotKey(index); }));
   }
 }
 
@@ -203,6 +210,19 @@ void FrontEnd::EnableGraphicsKeys(bool enabled) {
 
 void FrontEnd::ShowProgramButtons(bool shown) {
   for (auto* button : programButtons_) button->SetVisible(shown);
+}
+
+void FrontEnd::PressProgramButtons(bool pressed) {
+  if (pressed) return ShowActiveSlot(System().ActiveSlot);
+  for (auto* button : programButtons_) button->SetDown(false, toolkit::Events::Silent);
+}
+
+void FrontEnd::SetPathKeys(const PathCaptions& captions) {
+  for (std::size_t i = 0; i < captions.size(); ++i) {
+    pathButtons_[i]->SetCaption(captions[i]);
+    pathButtons_[i]->SetVisible(*captions[i] != '\0');
+    pathButtons_[i]->SetEnabled(true);
+  }
 }
 
 void FrontEnd::RefreshScreen() { Screens().Desk().Refresh(); }

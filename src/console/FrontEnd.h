@@ -77,7 +77,7 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   /// ShutdownButton: the shutdown question, or out of the graphics state or its mode.
   void ShutdownPressed();
   void OpenMessages();
-  /// PathButton 1 to 6, for the modes that steer the plot.
+  /// PathButton 1 to 6, of the modes that steer the plot.
   [[nodiscard]] toolkit::Button& PathButton(int index) { return *pathButtons_[Index(index)]; }
   [[nodiscard]] toolkit::Button& GraphicsButton(int index) {
     return *graphicsButtons_[Index(index)];
@@ -102,6 +102,10 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   void EnableGraphicsKeys(bool enabled) override;
   void ShowFigures(bool shown) override { positionBox_->SetVisible(shown); }
   void ShowProgramButtons(bool shown) override;
+  void PressProgramButtons(bool pressed) override;
+  void SetPathKeys(const PathCaptions& captions) override;
+  void FocusPathKey() override { pathButtons_[0]->SetFocus(); }
+  [[nodiscard]] platform::Canvas& PlotCanvasOf(int slot) override { return PlotBox(slot).Canvas(); }
   void SetStatusLine(const std::string& text) override { statusPanel_->SetCaption(text); }
   void SetShutdownCaption(const char* caption) override { shutdownButton_->SetCaption(caption); }
   void RefreshScreen() override;

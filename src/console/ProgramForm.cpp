@@ -4,9 +4,11 @@
 
 #include "console/ConsoleServices.h"
 #include "console/EntryMode.h"
+#include "console/FrontEnd.h"
 #include "console/ScreenSet.h"
 #include "core/General.h"
 #include "core/ScreenNames.h"
+#include "restart/BlockRestart.h"
 
 namespace torvane::console {
 
@@ -56,8 +58,8 @@ std::vector<toolkit::Button*> ProgramForm::SideKeys() {
       {"EditButton", "&EDIT", &ProgramForm::EditPressed, core::ScreenNames::EditProgForm},
       {"SearchButton", "SEA&RCH", &ProgramForm::SearchPressed, core::ScreenNames::SearchForm},
       {"ListsButton", "&LISTS", &ProgramForm::ListsPressed, core::ScreenNames::ProgListForm},
-      {"RestartButton(1)", "&BLOCK RESTART", &ProgramForm::RestartPressed, nullptr},
-      {"RestartButton(2)", "&VISUAL RESTART", &ProgramForm::RestartPressed, nullptr},
+      {"RestartButton(1)", "&BLOCK RESTART", &ProgramForm::BlockRestartPressed, nullptr},
+      {"RestartButton(2)", "&VISUAL RESTART", &ProgramForm::VisualRestartPressed, nullptr},
   }};
   std::vector<toolkit::Button*> keys;
   for (const SideKey& key : Keys) {
@@ -112,8 +114,25 @@ void ProgramForm::SearchPressed() {
 
 void ProgramForm::ListsPressed() { Screens().Open(core::ScreenNames::ProgListForm); }
 
-void ProgramForm::RestartPressed() {
-  if (!entries_.RestartAvailable(Screens().System().ActiveSlot)) Screens().Desk().Beep();
+/// Only a slot with all its files can be restarted, whatever stands in the boxes.
+bool ProgramForm::RestartReady() {
+  if (restart::RestartFilesExist(Services().Files, System())) return true;
+  Screens().Desk().Beep();
+  return false;
+}
+
+void ProgramForm::BlockRestartPressed() {
+  if (!RestartReady()) return;
+  Screens().ShowModal(core::ScreenNames::BlockStartForm);
+  Unload();
+}
+
+void ProgramForm::VisualRestartPressed() {
+  if (!RestartReady()) return;
+  if (auto* main = Screens().Find<FrontEnd>(core::ScreenNames::FrontEnd)) {
+    main->Modes().BeginVisualRestart();
+  }
+  Unload();
 }
 
 bool ProgramForm::OtherKey(const toolkit::KeyStroke& stroke) {

@@ -26,7 +26,10 @@ class ProgramForm final : public Screen {
   void EditPressed();
   void SearchPressed();
   void ListsPressed();
-  void RestartPressed();
+  /// RestartButton 1: at a block, 2: on the plot.
+  void BlockRestartPressed();
+  void VisualRestartPressed();
+  [[nodiscard]] bool RestartReady();
 
   supervision::ProgramEntries& entries_;
   supervision::ProgramSelection& selection_;

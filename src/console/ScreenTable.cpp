@@ -1,6 +1,7 @@
 #include "console/ScreenTable.h"
 
 #include "console/BatchForm.h"
+#include "console/BlockStartForm.h"
 #include "console/FrontEnd.h"
 #include "console/KeyboardForm.h"
 #include "console/LaserStatusForm.h"
@@ -8,6 +9,7 @@
 #include "console/NumberForm.h"
 #include "console/PositionForms.h"
 #include "console/ProgramForm.h"
+#include "console/RestartForm.h"
 #include "console/SetupForm.h"
 #include "console/ShutdownForm.h"
 #include "console/SplashForm.h"
@@ -50,6 +52,8 @@ ScreenTraits Pad(const char* name, const char* panel, const char* title) {
   return traits;
 }
 
+constexpr KeyMask BlockStartKeys = GlobalKeys::NoSlots.Without({toolkit::Key::F1});
+
 ScreenTraits WarningTraits() {
   ScreenTraits traits = Dialog(Names::WarningForm, "WarningPanel", supervision::WarningHeader);
   traits.Accelerators = false;
@@ -80,6 +84,18 @@ const std::vector<ScreenRow>& ScreenTable() {
        Make<MessageForm>},
       {{.Name = Names::ProgramForm, .PanelName = "ProgramPanel", .Title = "PROGRAM"},
        Make<ProgramForm>},
+      {{.Name = Names::BlockStartForm,
+        .PanelName = "BlockStartPanel",
+        .Title = "BLOCK RESTART",
+        .Keys = BlockStartKeys,
+        .Current = false},
+       Make<BlockStartForm>},
+      {{.Name = Names::RestartForm,
+        .PanelName = "RestartPanel",
+        .Title = "RESTART",
+        .Keys = KeyMask{toolkit::Key::F2, toolkit::Key::F9},
+        .LocksOthers = true},
+       Make<RestartForm>},
       {{.Name = Names::StatusMenuForm, .PanelName = "StatusPanel", .Title = "STATUS"},
        Make<StatusMenuForm>},
       {{.Name = Names::XYPositionForm, .PanelName = "PositionPanel", .Title = "POSITION"},

@@ -4,6 +4,7 @@
 
 #include "graphics/PlotModel.h"
 #include "graphics/RecordPainter.h"
+#include "graphics/RestartMarks.h"
 #include "graphics/SheetPainter.h"
 #include "platform/VectorState.h"
 
@@ -34,6 +35,10 @@ void DrawProgram(platform::Canvas& canvas, const core::ColourTable& colours,
   DrawSheet(canvas, colours, true, machine.ClampCount == 0, plot.SheetX, plot.SheetY);
   DrawPath(canvas, colours, plot.Programmed);
   DrawPath(canvas, colours, plot.Compensated);
+  if (plot.Highlighted != nullptr) {
+    DrawPlotRecord(canvas, colours, *plot.Highlighted, PaintMode::Highlight);
+  }
+  if (plot.Marks) ShowRestartMarks(canvas, *plot.Marks, IconSizeOf(view));
 }
 
 }  // namespace torvane::graphics

@@ -36,6 +36,10 @@ constexpr std::array<OverlayColours, static_cast<std::size_t>(Overlay::Count)> S
     {Overlay::IconShape, ColourName::ProfilerMovementIcon, std::nullopt},
     {Overlay::IconLine1, ColourName::ProfilerMovementIcon, std::nullopt},
     {Overlay::IconLine2, ColourName::ProfilerMovementIcon, std::nullopt},
+    {Overlay::TravelLine1, ColourName::RealTimeMovement, std::nullopt},
+    {Overlay::TravelLine2, ColourName::RealTimeMovement, std::nullopt},
+    {Overlay::EntryLine1, ColourName::HighlightedDrawing, std::nullopt},
+    {Overlay::EntryLine2, ColourName::HighlightedDrawing, std::nullopt},
 }};
 
 }  // namespace

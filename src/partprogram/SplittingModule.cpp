@@ -10,6 +10,9 @@ namespace {
 
 constexpr int Places = 2;
 
+/// Stations from this type on turn their tool with the path.
+constexpr std::int16_t AngleKeepingType = 10;
+
 void AppendWord(std::string& block, std::string_view letter, double value) {
   block += letter;
   core::AppendNumber(block, value, Places);
@@ -50,12 +53,18 @@ void ReverseLineRecord(DrawRecord& record) {
 
 void ReverseArcRecord(DrawRecord& record) {
   SwapEnds(record);
-  record[Figure::StartAngle] =
-      Normalised(static_cast<double>(record[Figure::StartAngle]) + record[Figure::Sweep]);
-  record[Figure::ToolStartAngle] =
-      Normalised(static_cast<double>(record[Figure::ToolStartAngle]) + record[Figure::ToolSweep]);
+  const double start = record[Figure::StartAngle];
+  const double toolStart = record[Figure::ToolStartAngle];
+  record[Figure::StartAngle] = Normalised(start + record[Figure::Sweep]);
+  record[Figure::ToolStartAngle] = Normalised(toolStart + record[Figure::ToolSweep]);
   for (const Figure figure : {Figure::Sweep, Figure::SecondRadius, Figure::ToolSweep}) {
     record[figure] = static_cast<float>(0.0 - record[figure]);
+  }
+  if (record.BeamState1.On != 0 && record.BeamState1.StationType >= AngleKeepingType) {
+    record.BeamState1.Angle =
+        Normalised(record.BeamState1.Angle + record[Figure::StartAngle] - start);
+    record[Figure::ToolAngle] =
+        Normalised(record[Figure::ToolAngle] + record[Figure::ToolStartAngle] - toolStart);
   }
   FinishRecord(record);
 }

@@ -1,7 +1,6 @@
 // Turns an element back into G-code text for a restart, and clears the working state of a split.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <string>
 
@@ -26,11 +25,14 @@ void ReverseArcRecord(DrawRecord& record);
 /// The block of an element turned about: a line or an arc by its code; empty for any other.
 [[nodiscard]] std::string WriteElementBlock(DrawRecord record, std::int16_t yDirection);
 
-/// Working state of a split.
+/// The element with which a restart goes on, and what of it is still to be cut.
 struct SplitCycle {
-  std::array<DrawRecord, 4> Records{};
-  std::int16_t CycleNumber = 1;
-  std::int16_t RecordCount = 0;
+  DrawRecord RestartRecord;  ///< copy of the record that was chosen; blank: none
+  DrawRecord SplitRecord;    ///< its rest, turned about: from its end to the split point
+  float SplitStep = 0;       ///< step of the split point: mm in a line, degrees in an arc
+  std::int16_t SplitCount = 0;
+  std::int16_t SplitPrevious = 0;
+  std::int16_t SplitCurrent = 1;
 };
 
 /// Back to the start, and "SplitCyc.drw" deleted from the directory of the active programs. Runs

@@ -27,6 +27,10 @@ enum class Overlay {
   IconShape,
   IconLine1,
   IconLine2,
+  TravelLine1,
+  TravelLine2,
+  EntryLine1,
+  EntryLine2,
   Count
 };
 

@@ -36,6 +36,10 @@ constexpr std::array<Shape, static_cast<std::size_t>(Overlay::Count)> Shapes = {
     Shape::RoundedSquare,  // IconShape
     Shape::Segment,        // IconLine1
     Shape::Segment,        // IconLine2
+    Shape::Segment,        // TravelLine1
+    Shape::Segment,        // TravelLine2
+    Shape::Segment,        // EntryLine1
+    Shape::Segment,        // EntryLine2
 };
 
 /// Far outside any canvas, near enough for the painter's numbers.

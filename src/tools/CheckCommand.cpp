@@ -12,6 +12,7 @@
 #include "platform/PlainNames.h"
 #include "platform/RuntimeFault.h"
 #include "tools/CheckProgram.h"
+#include "tools/CheckRestart.h"
 #include "tools/CheckText.h"
 #include "tools/WorkPool.h"
 
@@ -141,7 +142,13 @@ int RunCheckCommand(const CheckOptions& options, const platform::Clock& clock,
       installation.Machine.LoadPositionX = options.Load->X;
       installation.Machine.LoadPositionY = options.Load->Y;
     }
+    if (options.Restart.Active > 0) {
+      return RunRestartCheck(installation, options, clock, streams);
+    }
     const auto programs = FindPrograms(files, installation.Directories, options);
+    if (options.Restart.Asked != RestartQuestion::Kind::None) {
+      return RunRestartCheck(installation, options, clock, streams);
+    }
     const auto results = CheckAll(installation, options, programs, clock, streams);
     Print(options, results, streams.Out);
     return StatusOf(results);

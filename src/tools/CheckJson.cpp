@@ -5,28 +5,22 @@
 
 #include "core/General.h"
 #include "tools/CheckText.h"
+#include "tools/JsonValues.h"
 
 namespace torvane::tools {
 
 namespace {
 
-QString Text(std::string_view latin1) {
-  return QString::fromLatin1(latin1.data(), static_cast<qsizetype>(latin1.size()));
-}
-
-/// The single's own shortest number: 12.3 stays 12.3.
-double Number(float value) { return core::LeadingNumber(core::NumberText(value, -1)); }
-
 QJsonArray Clamps(const core::ActiveProgram& slot) {
   QJsonArray clamps;
-  for (const float clamp : slot.Clamps) clamps.append(Number(clamp));
+  for (const float clamp : slot.Clamps) clamps.append(JsonNumber(clamp));
   return clamps;
 }
 
 QJsonObject Kinds(const CheckCounts& counts) {
   QJsonObject kinds;
   for (const auto& kind : counts.Programmed) {
-    if (kind.Count > 0) kinds[Text(kind.Name)] = kind.Count;
+    if (kind.Count > 0) kinds[JsonText(kind.Name)] = kind.Count;
   }
   return kinds;
 }
@@ -35,8 +29,8 @@ QJsonArray Errors(const CheckResult& result) {
   QJsonArray errors;
   for (const auto& error : result.Errors) {
     errors.append(QJsonObject{{"level", error.Critical ? "critical" : "warning"},
-                              {"message", Text(core::Trim(error.Message))},
-                              {"block", Text(error.Block)},
+                              {"message", JsonText(core::Trim(error.Message))},
+                              {"block", JsonText(error.Block)},
                               {"blockNumber", error.BlockNumber}});
   }
   return errors;
@@ -48,21 +42,21 @@ const char* Verdict(const CheckResult& result) {
 }
 
 QJsonObject Program(const CheckResult& result) {
-  QJsonObject object{{"directory", Text(result.Directory)},
-                     {"program", Text(result.Program)},
+  QJsonObject object{{"directory", JsonText(result.Directory)},
+                     {"program", JsonText(result.Program)},
                      {"verdict", Verdict(result)}};
-  if (!result.Good()) object["reason"] = Text(RefusalText(result));
+  if (!result.Good()) object["reason"] = JsonText(RefusalText(result));
   if (!result.Fault.empty()) return object;
   const auto& slot = result.Slot;
-  object["material"] = Text(slot.Material);
-  object["sheet"] = QJsonArray{Number(slot.SheetX), Number(slot.SheetY)};
+  object["material"] = JsonText(slot.Material);
+  object["sheet"] = QJsonArray{JsonNumber(slot.SheetX), JsonNumber(slot.SheetY)};
   object["clamps"] = Clamps(slot);
   object["imperial"] = slot.Imperial;
-  object["kerfWidth"] = Number(slot.KerfWidth);
-  object["loadY"] = Number(slot.LoadY);
+  object["kerfWidth"] = JsonNumber(slot.KerfWidth);
+  object["loadY"] = JsonNumber(slot.LoadY);
   object["cutLength"] = core::RoundPlaces(result.Counts.CutLength, 4);
-  object["moveLength"] = Number(slot.Totals.MoveLength);
-  object["profileTotal"] = Number(slot.Totals.ProfileLength);
+  object["moveLength"] = JsonNumber(slot.Totals.MoveLength);
+  object["profileTotal"] = JsonNumber(slot.Totals.ProfileLength);
   object["programmedRecords"] = slot.DrawRecords;
   object["compensatedRecords"] = slot.KerfRecords;
   object["recordsByKind"] = Kinds(result.Counts);

@@ -54,10 +54,80 @@ std::string ProgramName(const std::string& argument) {
 struct Texts {
   std::string Load;
   std::string Size;
+  std::string Restart;
+  std::string Remaining;
 };
 
+/// "14", "14:3" or "all".
+void ReadRestartBlock(const std::string& text, RestartQuestion& question) {
+  question.Asked = RestartQuestion::Kind::Block;
+  if (text == "all") {
+    question.Asked = RestartQuestion::Kind::All;
+    return;
+  }
+  const bool whole = text.find(':') == std::string::npos
+                         ? ReadWhole(text, question.Block)
+                         : ReadPair(text, ':', question.Block, question.SubBlock);
+  if (!whole || question.Block < 1 || question.SubBlock < 0) {
+    throw WrongUse(
+        "--restart takes a block, a block and a line of its subroutine, or all, such as "
+        "14 or 14:3, not " +
+        text);
+  }
+}
+
+/// "12.5" or "whole".
+void ReadRemaining(const std::string& text, RestartQuestion& question) {
+  if (text == "whole") return;
+  double remaining = 0;
+  if (!ReadWhole(text, remaining) || !std::isfinite(remaining) || remaining <= 0) {
+    throw WrongUse("--remaining takes mm of a line, degrees of an arc, or whole, not " + text);
+  }
+  question.Remaining = remaining;
+}
+
+void DescribeRestart(CLI::App& app, RestartQuestion& question, Texts& texts) {
+  app.add_option("--restart", texts.Restart,
+                 "Rehearses a restart at this block (BLOCK or BLOCK:SUB), or at all");
+  auto* const record =
+      app.add_option("--restart-record", question.Record,
+                     "Rehearses a restart inside the line or arc of this compensated record")
+          ->check(CLI::Range(2, 32767));
+  app.add_option("--remaining", texts.Remaining,
+                 "What of it is still to be cut: mm, degrees of an arc, or whole")
+      ->needs(record);
+  app.add_option("--sent", question.Sent, "Table lines that the controller has received")
+      ->check(CLI::Range(0, 32767));
+  app.add_option("--active", question.Active, "Takes the files of this slot as they are")
+      ->check(CLI::Range(1, 2));
+}
+
+void FinishRestart(const Texts& texts, CheckOptions& options) {
+  RestartQuestion& question = options.Restart;
+  if (question.Record > 0) question.Asked = RestartQuestion::Kind::Record;
+  if (!texts.Restart.empty()) {
+    if (question.Record > 0) throw WrongUse("--restart and --restart-record exclude each other");
+    ReadRestartBlock(texts.Restart, question);
+  }
+  if (!texts.Remaining.empty()) ReadRemaining(texts.Remaining, question);
+  const bool asked = question.Asked != RestartQuestion::Kind::None;
+  if (!asked && (question.Active > 0 || question.Sent)) {
+    throw WrongUse("--active and --sent go with --restart or --restart-record");
+  }
+  if (question.Active > 0) {
+    if (!options.Directory.empty()) throw WrongUse("--active takes no directory and no program");
+    return;
+  }
+  if (options.Directory.empty()) throw WrongUse("DIRECTORY is required");
+  if (!asked) return;
+  if (options.Programs.size() != 1) throw WrongUse("a restart is rehearsed for one program");
+  if (question.Asked == RestartQuestion::Kind::All && !options.Plot.empty()) {
+    throw WrongUse("--plot takes one restart, not all");
+  }
+}
+
 void DescribeOptions(CLI::App& app, CheckOptions& options, Texts& texts) {
-  app.add_option("DIRECTORY", options.Directory, "Directory under the programs root")->required();
+  app.add_option("DIRECTORY", options.Directory, "Directory under the programs root");
   app.add_option("PROGRAM", options.Programs, "Programs of it; without any, all of them");
   app.add_option("--root", options.Root, "The installation: the folder with Control.cfg")
       ->capture_default_str();
@@ -78,7 +148,10 @@ void DescribeOptions(CLI::App& app, CheckOptions& options, Texts& texts) {
   app.add_option("--jobs", options.Jobs, "Programs checked at once; 0: one a core")
       ->check(CLI::Range(0, 1024))
       ->capture_default_str();
-  app.footer("Exit status: 0 every program is good, 1 at least one is refused, 2 wrong use.");
+  DescribeRestart(app, options.Restart, texts);
+  app.footer(
+      "Exit status: 0 every program is good, 1 at least one is refused or the block of a restart "
+      "was not met, 2 wrong use.");
 }
 
 }  // namespace
@@ -109,6 +182,7 @@ CheckOptions ReadCheckOptions(std::vector<std::string> arguments, std::string& h
   }
   options.Directory = platform::ToSystemName(options.Directory);
   for (auto& program : options.Programs) program = ProgramName(program);
+  FinishRestart(texts, options);
   if (!texts.Load.empty()) options.Load = ReadLoadPoint(texts.Load);
   if (!texts.Size.empty()) ReadPictureSize(texts.Size, options);
   if (!options.Plot.empty() && !IsPictureName(options.Plot)) {

@@ -21,6 +21,18 @@ struct LoadPoint {
   float Y = 0;
 };
 
+/// A restart to rehearse.
+struct RestartQuestion {
+  enum class Kind : std::uint8_t { None, Block, Record, All };
+  Kind Asked = Kind::None;
+  std::int16_t Block = 0;           ///< line of the main file
+  std::int16_t SubBlock = 0;        ///< line of the subroutine, 0 in the main file
+  std::int16_t Record = 0;          ///< of ".krw"
+  std::optional<double> Remaining;  ///< mm or degrees still to be cut; without it the whole element
+  std::optional<std::int16_t> Sent;  ///< table lines that have gone out; without it the first fill
+  std::int16_t Active = 0;           ///< 1 or 2: the slot's files as they are; 0: a part program
+};
+
 struct CheckOptions {
   std::string Root = ".";             ///< native directory that holds Control.cfg
   std::string Directory;              ///< name under the programs root, Latin-1
@@ -35,6 +47,7 @@ struct CheckOptions {
   bool Json = false;
   bool Report = false;  ///< the text of Reverse.txt after each program
   unsigned Jobs = 0;    ///< threads; 0: one a core
+  RestartQuestion Restart;
 };
 
 /// A question that cannot be answered, in one plain sentence.

@@ -53,6 +53,27 @@ RC_GTEST_PROP(PlotOfManyRecords, DrawsEachAsItIsDrawnAlone, ()) {
   RC_ASSERT(together.Calls() == alone.Calls());
 }
 
+RC_GTEST_PROP(PlotOfManyRecords, WhatIsClippedHasNoPointInTheView, ()) {
+  const DrawRecord record = AnyRecord();
+  core::PlotView view;
+  view.Corner1X = *rc::gen::inRange(-500, 500);
+  view.Corner2X = view.Corner1X + static_cast<float>(*rc::gen::inRange(1, 400));
+  view.Corner1Y = *rc::gen::inRange(-500, 500);
+  view.Corner2Y = view.Corner1Y + static_cast<float>(*rc::gen::inRange(-400, 400));
+  if (MayShow(record, view)) return;
+  RecordingCanvas canvas(800, 600);
+  DrawPlotRecord(canvas, {}, record, PaintMode::Background);
+  for (const auto& line : canvas.CallsOf(platform::CanvasCallKind::Line)) {
+    for (int i = 0; i <= 20; ++i) {
+      const double x = line.X1 + (line.X2 - line.X1) * i / 20;
+      const double y = line.Y1 + (line.Y2 - line.Y1) * i / 20;
+      RC_ASSERT(!(x > view.Corner1X && x < view.Corner2X &&
+                  y > std::min(view.Corner1Y, view.Corner2Y) &&
+                  y < std::max(view.Corner1Y, view.Corner2Y)));
+    }
+  }
+}
+
 RC_GTEST_PROP(PlotOfManyRecords, FromAFileIsThatOfTheRecords, ()) {
   const auto count = *rc::gen::inRange(1, 40);
   std::vector<DrawRecord> records = {testing::SheetRecord()};

@@ -63,6 +63,20 @@ TEST(ReverseRecord, NegatesTheSideOfALineAndNotOfAnArc) {
   EXPECT_EQ(arc[Figure::Sweep], -90);
 }
 
+TEST(ReverseRecord, AToolThatTurnsWithItsArcKeepsItsAngleToThePath) {
+  DrawRecord arc = Arc(90);
+  arc.BeamState1.On = -1;
+  arc.BeamState1.Angle = 5;
+  arc[Figure::ToolAngle] = 7;
+  DrawRecord other = arc;
+  arc.BeamState1.StationType = 10;
+  ReverseArcRecord(arc);
+  EXPECT_EQ(arc.BeamState1.Angle, 95) << "five degrees off the new start, as off the old one";
+  EXPECT_EQ(arc[Figure::ToolAngle], 7);
+  ReverseArcRecord(other);
+  EXPECT_EQ(other.BeamState1.Angle, 5);
+}
+
 TEST(ReverseRecord, TwiceIsTheSameElement) {
   DrawRecord arc = Arc(90);
   ReverseArcRecord(arc);
@@ -78,11 +92,11 @@ TEST(ClearSplitCycle, ResetsTheCountersAndDeletesTheFile) {
   core::DirectorySet directories;
   directories.RootDirectory = directory.Path() + "\\";
   SplitCycle split;
-  split.CycleNumber = 5;
-  split.Records[3].Code = 120;
+  split.SplitCurrent = 5;
+  split.SplitRecord.Code = 120;
   ClearSplitCycle(split, files, directories);
-  EXPECT_EQ(split.CycleNumber, 1);
-  EXPECT_EQ(split.Records[3].Code, 0);
+  EXPECT_EQ(split.SplitCurrent, 1);
+  EXPECT_EQ(split.SplitRecord.Code, 0);
   EXPECT_FALSE(directory.Has("SplitCyc.drw"));
   ClearSplitCycle(split, files, directories);  // no file, no fault
 }
