@@ -3,7 +3,10 @@
 #include "console/FrontEnd.h"
 #include "console/KeyboardForm.h"
 #include "console/LaserStatusForm.h"
+#include "console/LoadForm.h"
+#include "console/MachineForm.h"
 #include "console/MessageForm.h"
+#include "console/MoveForm.h"
 #include "console/NumberForm.h"
 #include "console/PositionForms.h"
 #include "console/ProgramForm.h"
@@ -13,6 +16,7 @@
 #include "console/StatusMenuForm.h"
 #include "console/ViewProgForm.h"
 #include "console/WarningForm.h"
+#include "console/XYJogForm.h"
 #include "core/ScreenNames.h"
 #include "supervision/WarningBox.h"
 
@@ -78,6 +82,17 @@ const std::vector<ScreenRow>& ScreenTable() {
        Make<MessageForm>},
       {{.Name = Names::ProgramForm, .PanelName = "ProgramPanel", .Title = "PROGRAM"},
        Make<ProgramForm>},
+      {{.Name = Names::MachineForm, .PanelName = "MachinePanel", .Title = "MACHINE"},
+       Make<MachineForm>},
+      {{.Name = Names::LoadForm, .PanelName = "LoadPanel", .Title = "LOAD POSITION"},
+       Make<LoadForm>},
+      {{.Name = Names::MoveForm, .PanelName = "MovePanel", .Title = "MOVE", .SwallowsTyping = true},
+       Make<MoveForm>},
+      {{.Name = Names::XYJogForm,
+        .PanelName = "JogPanel",
+        .Title = "X Y  JOG",
+        .Keys = GlobalKeys::AllButK},
+       Make<XYJogForm>},
       {{.Name = Names::StatusMenuForm, .PanelName = "StatusPanel", .Title = "STATUS"},
        Make<StatusMenuForm>},
       {{.Name = Names::XYPositionForm, .PanelName = "PositionPanel", .Title = "POSITION"},

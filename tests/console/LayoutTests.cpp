@@ -65,7 +65,8 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
   const QRect keys(0, plot.Bottom(), Desk->width(), Desk->height() - plot.Bottom());
   for (const char* name :
        {"ProgramForm", "StatusMenuForm", "XYPositionForm", "AuxPositionForm", "ViewProgForm",
-        "SetupForm", "LaserStatusForm", "MessageForm", "NumberForm", "KeyboardForm"}) {
+        "SetupForm", "LaserStatusForm", "MachineForm", "LoadForm", "MoveForm", "XYJogForm",
+        "MessageForm", "NumberForm", "KeyboardForm"}) {
     ASSERT_TRUE(Screens().Show(name)) << name;
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);

@@ -105,7 +105,7 @@ TEST_F(MainScreen, FiguresHandTheFocusBack) {
 }
 
 TEST_F(MainScreen, KeysOfScreensThatTheMachineDoesNotHaveDoNothing) {
-  for (const int key : {3, 5, 6}) TypeF(key);
+  for (const int key : {5, 6}) TypeF(key);
   Type(Key::K);
   EXPECT_EQ(Screens().VisibleNames(), std::vector<std::string>{"FrontEnd"});
   EXPECT_EQ(CurrentForm(), "");
