@@ -9,6 +9,7 @@
 #include "graphics/DrawingModule.h"
 #include "graphics/RealTimePlot.h"
 #include "link/Downloads.h"
+#include "link/JogLine.h"
 #include "link/Trio.h"
 #include "partprogram/SplittingModule.h"
 #include "platform/Clock.h"
@@ -92,6 +93,7 @@ class Console final : public supervision::PlotStage,
   ConsoleScreens screens_;
   link::Trio trio_;
   link::Downloads downloads_;
+  link::JogLine jog_;
   supervision::Poll poll_;
   supervision::ProgramParts programs_;
   supervision::ActiveStore store_;

@@ -10,6 +10,7 @@
 
 namespace torvane::link {
 class Downloads;
+class JogLine;
 class OperatorDialogs;
 class Trio;
 }  // namespace torvane::link
@@ -52,6 +53,7 @@ struct ConsoleServices {
   const platform::Clock& Clock;
   link::Trio& Trio;
   link::Downloads& Downloads;
+  link::JogLine& Jog;
   supervision::Poll& Poll;
   link::OperatorDialogs& Dialogs;
   supervision::WarningBox& Warning;

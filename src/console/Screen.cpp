@@ -29,6 +29,7 @@ Screen::Screen(const ScreenStart& start)
   });
   form_.OnKeyUp([this](const KeyStroke& stroke) { Guard([&] { KeyUp(stroke); })(); });
   if (traits_.SwallowsTyping) form_.OnKeyPress([](char) { return '\0'; });
+  form_.OnHandsOff([this] { HandsOff(); });
   form_.OnActivate(Guard([this] { Activate(); }));
   form_.OnUnload(Guard([this] { Leave(); }));
 }

@@ -184,6 +184,9 @@ class Screen {
   /// A key was let go, once a key, never for the repeats of a held one; also when the screen or
   /// the window went from under it.
   virtual void KeyUp(const toolkit::KeyStroke& stroke);
+  /// What the operator holds here can no longer be relied upon: the screen was locked or left,
+  /// another one or a dialog came over it, the window lost the keys. Must not wait.
+  virtual void HandsOff() {}
   /// It is going; CurrentForm is put right after it.
   virtual void Unloaded() {}
   /// Places the controls: the grid of the body, unless a screen has a form of its own.

@@ -5,7 +5,10 @@
 #include "console/FrontEnd.h"
 #include "console/KeyboardForm.h"
 #include "console/LaserStatusForm.h"
+#include "console/LoadForm.h"
+#include "console/MachineForm.h"
 #include "console/MessageForm.h"
+#include "console/MoveForm.h"
 #include "console/NumberForm.h"
 #include "console/PositionForms.h"
 #include "console/ProgramForm.h"
@@ -17,6 +20,7 @@
 #include "console/UserForm.h"
 #include "console/ViewProgForm.h"
 #include "console/WarningForm.h"
+#include "console/XYJogForm.h"
 #include "core/ScreenNames.h"
 #include "supervision/WarningBox.h"
 
@@ -96,6 +100,17 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Keys = KeyMask{toolkit::Key::F2, toolkit::Key::F9},
         .LocksOthers = true},
        Make<RestartForm>},
+      {{.Name = Names::MachineForm, .PanelName = "MachinePanel", .Title = "MACHINE"},
+       Make<MachineForm>},
+      {{.Name = Names::LoadForm, .PanelName = "LoadPanel", .Title = "LOAD POSITION"},
+       Make<LoadForm>},
+      {{.Name = Names::MoveForm, .PanelName = "MovePanel", .Title = "MOVE", .SwallowsTyping = true},
+       Make<MoveForm>},
+      {{.Name = Names::XYJogForm,
+        .PanelName = "JogPanel",
+        .Title = "X Y  JOG",
+        .Keys = GlobalKeys::AllButK},
+       Make<XYJogForm>},
       {{.Name = Names::StatusMenuForm, .PanelName = "StatusPanel", .Title = "STATUS"},
        Make<StatusMenuForm>},
       {{.Name = Names::XYPositionForm, .PanelName = "PositionPanel", .Title = "POSITION"},

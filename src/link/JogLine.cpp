@@ -36,7 +36,12 @@ void JogLine::SendStops() {
       asker = Asker::Poll;
       continue;
     }
-    if (trio_.Ending()) return;
+    if (trio_.Ending()) {
+      // The program's last word to the machine, once.
+      if (asker != Asker::End)
+        static_cast<void>(trio_.DownloadUrgent(CommandLine::StopJog, Asker::End));
+      return;
+    }
     // One dialog for one failure of the line, however often the stop has to be repeated.
     asker = Asker::Silent;
     trio_.Loop().WaitUntil(

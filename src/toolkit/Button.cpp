@@ -2,11 +2,33 @@
 
 #include <QPainter>
 #include <QPointer>
+#include <QPolygonF>
+#include <algorithm>
 
 #include "toolkit/KeyMarks.h"
 #include "toolkit/Theme.h"
 
 namespace torvane::toolkit {
+
+namespace {
+
+/// A triangle as high as half of the room, that points the way.
+void PaintArrow(QPainter& painter, const QRect& room, ArrowFace arrow, Colour ink) {
+  constexpr double QuarterTurn = 90;
+  constexpr int FirstTurned = static_cast<int>(ArrowFace::Right);
+  const double half = std::min(room.width(), room.height()) / 3.0;
+  const QPolygonF triangle({{half, 0}, {-half / 2, -half}, {-half / 2, half}});
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing, true);
+  painter.translate(QRectF(room).center());
+  painter.rotate(-QuarterTurn * (static_cast<int>(arrow) - FirstTurned));
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ToQColor(ink));
+  painter.drawPolygon(triangle);
+  painter.restore();
+}
+
+}  // namespace
 
 Button::Button(QWidget* parent, std::string caption)
     : Control(parent), caption_(std::move(caption)), lines_(ParseCaption(caption_)) {
@@ -17,6 +39,11 @@ void Button::SetCaption(std::string caption) {
   if (caption == caption_) return;
   caption_ = std::move(caption);
   lines_ = ParseCaption(caption_);
+  update();
+}
+
+void Button::SetArrow(ArrowFace arrow) {
+  arrow_ = arrow;
   update();
 }
 
@@ -73,8 +100,13 @@ void Button::paintEvent(QPaintEvent*) {
   const int drop = sinks ? m.Edge / 2 : -m.Edge / 2;
   const int side = m.Gap / 2 + m.Ring;
   painter.setRenderHint(QPainter::Antialiasing, false);
-  PaintCaption(painter, rect().adjusted(side, drop, -side, drop), lines_,
-               Enabled() ? Foreground() : Faded(Foreground(), Background()), m);
+  const QRect room = rect().adjusted(side, drop, -side, drop);
+  const Colour ink = Enabled() ? Foreground() : Faded(Foreground(), Background());
+  if (arrow_ == ArrowFace::None) {
+    PaintCaption(painter, room, lines_, ink, m);
+  } else {
+    PaintArrow(painter, room, arrow_, ink);
+  }
   const int mark = m.Px(20);
   const int inset = m.Ring + m.Px(4);
   const QRect corner(width() - inset - mark, height() - inset - mark, mark, mark);

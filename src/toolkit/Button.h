@@ -6,6 +6,9 @@
 
 namespace torvane::toolkit {
 
+/// The way that the arrow on a key points; its caption goes.
+enum class ArrowFace { None, Right, Up, Left, Down };
+
 /// Whether a change by the program tells the handlers.
 enum class Events { Fire, Silent };
 
@@ -35,6 +38,8 @@ class Button : public Control {
   void SetLit(bool lit);
   [[nodiscard]] bool Lit() const { return lit_; }
 
+  void SetArrow(ArrowFace arrow);
+
   void OnClick(std::function<void()> handler) { click_ = std::move(handler); }
 
   /// A click by the program: nothing when the button is hidden or disabled. Returns whether it was
@@ -61,6 +66,7 @@ class Button : public Control {
 
  private:
   std::string caption_;
+  ArrowFace arrow_ = ArrowFace::None;
   CaptionText lines_;
   std::function<void()> click_;
   KeyMark mark_ = KeyMark::None;

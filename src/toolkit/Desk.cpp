@@ -238,6 +238,7 @@ void Desk::Activate(Form& form) {
 void Desk::SetActive(Form* form) {
   if (active_ == form) return;
   Form* const before = std::exchange(active_, form);
+  if (before) before->HandsOff();
   if (before && before->Focused()) before->Focused()->FocusChanged(false);
   if (form && form->Focused()) form->Focused()->FocusChanged(true);
 }
@@ -278,6 +279,10 @@ void Desk::Hidden(Form& form) {
   if (Form* top = TopForm()) Activate(*top);
 }
 
+void Desk::HandsOff() {
+  if (active_) active_->HandsOff();
+}
+
 void Desk::ReleaseAllKeys() {
   while (!held_.empty()) ReleaseKey(KeyStroke(held_.begin()->first));
 }
@@ -291,7 +296,10 @@ bool Desk::event(QEvent* event) {
       event->accept();
       return true;
     case QEvent::WindowDeactivate:
-      loop_.Start([this] { ReleaseAllKeys(); });
+      loop_.Start([this] {
+        HandsOff();
+        ReleaseAllKeys();
+      });
       break;
     default:
       break;

@@ -49,6 +49,8 @@ class Desk : public QWidget {
   /// then. When the last has gone the form below has the keys again, without being activated anew.
   void ShowModal(Form& form);
   [[nodiscard]] bool IsModal(const Form& form) const;
+  /// Nothing that is held on the form in front counts any longer; before the program ends.
+  void HandsOff();
   /// The modal form on top, null if none stands.
   [[nodiscard]] Form* ModalForm() const;
 

@@ -41,6 +41,7 @@ void Form::Raise() { desk_.RaiseInStack(*this); }
 void Form::Hide() {
   if (!visible_) return;
   const QPointer<Form> self(this);
+  HandsOff();
   desk_.ReleaseKeysOf(*this);
   if (!self || !visible_) return;
   ClosePopup();
@@ -71,12 +72,17 @@ bool Form::Active() const { return desk_.ActiveForm() == this; }
 void Form::SetEnabled(bool enabled) {
   if (enabled_ == enabled) return;
   enabled_ = enabled;
+  if (!enabled_) HandsOff();
   if (!enabled_ || waiting_.empty()) return;
   desk_.Loop().Post([self = QPointer<Form>(this), jobs = std::exchange(waiting_, {})] {
     for (const auto& job : jobs) {
       if (self) self->WhenEnabled(job);
     }
   });
+}
+
+void Form::HandsOff() {
+  if (const auto handler = handsOff_) handler();
 }
 
 void Form::WhenEnabled(std::function<void()> job) {

@@ -69,6 +69,11 @@ class Form : public QWidget {
   /// Once a key, when it is let go (never for the repeats of a held key).
   void OnKeyUp(std::function<void(const KeyStroke&)> handler) { keyUp_ = std::move(handler); }
 
+  /// What the operator holds on this form can no longer be relied upon: it was disabled or hidden,
+  /// another form came to the front, a dialog too, or the window lost the keys. Must not wait.
+  void OnHandsOff(std::function<void()> handler) { handsOff_ = std::move(handler); }
+  void HandsOff();
+
   void OnLayout(std::function<void(const Metrics&)> layout);
   void Relayout();
 
@@ -143,6 +148,7 @@ class Form : public QWidget {
   std::function<void()> closePopup_;
   std::function<void()> activate_;
   std::function<void()> unload_;
+  std::function<void()> handsOff_;
   std::function<bool(const KeyStroke&)> keyDown_;
   std::function<char(char)> keyPress_;
   std::function<void(const KeyStroke&)> keyUp_;

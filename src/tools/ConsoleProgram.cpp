@@ -109,6 +109,7 @@ void ConsoleProgram::ShutDown() { shutdown_.ShutdownSystem(true); }
 void ConsoleProgram::SignalCame() {
   if (signalPatience_->Active()) return shutdown_.EndAtOnce();
   signalPatience_->Start(SignalPatienceMs);
+  desk_.HandsOff();
   shutdown_.ShutdownSystem(false);
 }
 

@@ -1,0 +1,237 @@
+// Machine, load position, move: by keys alone, with the lines to the controller.
+#include "ConsoleFixture.h"
+
+namespace torvane::tests {
+namespace {
+
+using toolkit::Key;
+using Words = std::vector<std::string>;
+
+constexpr int RunningBit = 16384;
+constexpr int FeedholdBit = 2048;
+constexpr int CycleBit = 8192;
+constexpr int ErrorBit = 4096;
+constexpr int RollerBit = 131072;
+
+class MachineScreens : public ConsoleFixture {
+ protected:
+  void Open() {
+    Start();
+    TypeF(3);
+    ASSERT_TRUE(Shows("MachineForm"));
+    TakeCommands();
+  }
+  /// The status word as the controller's program would hold it, taken over by a tick.
+  void SetStatus(int bits) {
+    System.State.StatusWord = bits;
+    System.State.MachineRunning = (bits & RunningBit) != 0;
+    System.State.MachineFeedhold = (bits & FeedholdBit) != 0;
+    System.State.MachineCycleBit = (bits & CycleBit) != 0;
+    System.State.MachineInError = static_cast<std::int16_t>(bits & ErrorBit);
+  }
+  void Digit(int number) { Type(static_cast<Key>('0' + number)); }
+  std::string BoxText(const std::string& screen, const std::string& name) {
+    auto* box = Control<toolkit::EntryBox>(screen, name);
+    return box == nullptr ? "(no such box)" : box->Text();
+  }
+};
+
+TEST_F(MachineScreens, TheTextsAreTheSystemsOwn) {
+  Open();
+  EXPECT_EQ(LabelText("MachineForm", "FeedBox"), "100");
+  EXPECT_EQ(Caption("MachineForm", "ReferenceButton(0)"), "REFERENCE &ALL");
+  EXPECT_EQ(Caption("MachineForm", "ReferenceButton(1)"), "REF &X");
+  EXPECT_EQ(Caption("MachineForm", "FeedButton(1)"), "- 20 (&1)");
+  EXPECT_EQ(Caption("MachineForm", "ExitButton"), "&EXIT");
+  auto* frame = Control<toolkit::Frame>("MachineForm", "FeedFrame");
+  ASSERT_NE(frame, nullptr);
+  EXPECT_EQ(frame->Caption(), "FEED OVERIDE");
+}
+
+TEST_F(MachineScreens, XReferencesXAndOnlyELeaves) {
+  Open();
+  Type(Key::X);
+  EXPECT_TRUE(Shows("MachineForm"));
+  EXPECT_EQ(TakeCommands(), Words{"VR(48)=11"});
+  Type(Key::E);
+  EXPECT_FALSE(Shows("MachineForm"));
+  EXPECT_EQ(CurrentForm(), "");
+}
+
+TEST_F(MachineScreens, EachReferenceKeySendsItsWordAndTheFocusGoesHome) {
+  Open();
+  for (const Key key : {Key::A, Key::X, Key::Y, Key::Z}) Type(key);
+  EXPECT_EQ(TakeCommands(), (Words{"VR(48)=10", "VR(48)=11", "VR(48)=12", "VR(48)=13"}));
+  EXPECT_EQ(Focus("MachineForm"), "ReferenceButton(0)");
+}
+
+TEST_F(MachineScreens, AReferenceWhileTheCycleStandsIsRefused) {
+  Open();
+  SetStatus(CycleBit);
+  EXPECT_EQ(Answered(Key::O, [this] { Type(Key::A); }),
+            "\nCan Not Reference\nWhile Machine Is Running Or In Feedhold !");
+  EXPECT_EQ(TakeCommands(), Words{});
+  EXPECT_TRUE(Shows("MachineForm"));
+}
+
+TEST_F(MachineScreens, RollersSendWhenTheOperatorSwitchesAndNotWhenThePollDoes) {
+  Open();
+  Type(Key::R);
+  EXPECT_EQ(TakeCommands(),
+            (Words{"VR(19)=VR(19) OR 131072", "VR(17)=VR(17) OR 32", "OP(8,VR(9))"}));
+  EXPECT_TRUE(Down("MachineForm", "RollerButton"));
+  RunFor(300);
+  Type(Key::R);
+  EXPECT_EQ(TakeCommands(), Words{"VR(17)=VR(17)-32"});
+  RunFor(300);
+  TakeCommands();
+  SetVariable(19, RollerBit);
+  RunFor(200);
+  EXPECT_TRUE(System.State.RollersOn);
+  EXPECT_TRUE(Down("MachineForm", "RollerButton"));
+  SetVariable(19, 0);
+  RunFor(200);
+  EXPECT_FALSE(Down("MachineForm", "RollerButton"));
+  EXPECT_EQ(TakeCommands(), Words{});
+}
+
+TEST_F(MachineScreens, FeedKeysSendTheClampedValueAndWorkInARun) {
+  Open();
+  System.State.FeedOverride = 95;
+  Type(Key::E);
+  System.State.FeedOverride = 95;
+  TypeF(3);
+  SetStatus(RunningBit);
+  Digit(4);
+  Type(Key::PageUp);
+  Digit(2);
+  Type(Key::Down);
+  Type(Key::PageDown);
+  Type(Key::Up);
+  EXPECT_EQ(TakeCommands(), (Words{"VR(68)=100", "VR(68)=100", "VR(68)=95", "VR(68)=90",
+                                   "VR(68)=70", "VR(68)=75"}));
+  EXPECT_EQ(LabelText("MachineForm", "FeedAsked"), "75");
+}
+
+TEST_F(MachineScreens, TheBoxFollowsThePollAndTheWorkingValueDoesNot) {
+  Open();
+  Digit(1);
+  EXPECT_EQ(TakeCommands(), Words{"VR(68)=80"});
+  SetVariable(98, 40);
+  SetVariable(68, 40);
+  RunFor(300);
+  EXPECT_EQ(LabelText("MachineForm", "FeedBox"), LabelText("FrontEnd", "StatusBox(5)"));
+  Digit(1);
+  EXPECT_EQ(TakeCommands(), Words{"VR(68)=60"});
+}
+
+TEST_F(MachineScreens, TheDoorsOpenTheirScreens) {
+  Open();
+  struct Row {
+    Key Opens;
+    const char* Screen;
+    Key Leaves;
+  };
+  for (const Row& row : {Row{Key::L, "LoadForm", Key::X}, Row{Key::M, "MoveForm", Key::X},
+                         Row{Key::J, "XYJogForm", Key::X}}) {
+    Type(row.Opens);
+    EXPECT_TRUE(Shows(row.Screen)) << row.Screen;
+    EXPECT_EQ(CurrentForm(), row.Screen);
+    Type(row.Leaves);
+    EXPECT_FALSE(Shows(row.Screen)) << row.Screen;
+  }
+}
+
+// ---- load position ----
+
+TEST_F(MachineScreens, LoadPositionsComeFromTheControllerAtEveryFronting) {
+  Open();
+  SetVariable(86, 12.345);
+  SetVariable(87, 100);
+  SetVariable(88, -3);
+  SetVariable(89, 0.5);
+  Type(Key::L);
+  EXPECT_EQ(BoxText("LoadForm", "LoadBox(1)"), "12.35");
+  EXPECT_EQ(BoxText("LoadForm", "LoadBox(2)"), "100.00");
+  EXPECT_EQ(BoxText("LoadForm", "LoadBox(3)"), "-3.00");
+  EXPECT_EQ(BoxText("LoadForm", "LoadBox(4)"), "0.50");
+  EXPECT_EQ(Focus("LoadForm"), "ExitButton");
+  EXPECT_EQ(LabelText("LoadForm", "LoadLabel(3)"), "X :  &3");
+  Type(Key::X);
+  SetVariable(88, 44);
+  Type(Key::L);
+  EXPECT_EQ(BoxText("LoadForm", "LoadBox(3)"), "44.00");
+}
+
+TEST_F(MachineScreens, TheArrayKeepsTheExactValueUntilAPadWritesTheRoundedOneBack) {
+  Open();
+  SetVariable(86, 12.3456);
+  Type(Key::L);
+  Type(Key::A);
+  EXPECT_EQ(TakeCommands().at(0), "VR(86)=12.3456");
+  ThenType(Key::Escape);
+  Then([this] { Control<toolkit::Button>("NumberForm", "ExitButton")->Press(); });
+  Digit(1);
+  RunFor(100);
+  EXPECT_FALSE(Shows("NumberForm"));
+  EXPECT_EQ(BoxText("LoadForm", "LoadBox(1)"), "12.35");
+  Type(Key::A);
+  EXPECT_EQ(TakeCommands().at(0), "VR(86)=12.35");
+}
+
+TEST_F(MachineScreens, ABoxOpensTheNumberPadAndSendsNothingYet) {
+  Open();
+  Type(Key::L);
+  ThenTypeText("1250/2+13.5");
+  ThenType(Key::Enter);
+  Digit(3);
+  RunFor(100);
+  EXPECT_EQ(BoxText("LoadForm", "LoadBox(3)"), "638.5");
+  EXPECT_EQ(TakeCommands(), Words{});
+  EXPECT_EQ(Focus("LoadForm"), "ExitButton");
+  Type(Key::B);
+  const Words sent = TakeCommands();
+  ASSERT_EQ(sent.size(), 3U);
+  EXPECT_EQ(sent[0], "VR(88)=638.5");
+  EXPECT_EQ(sent[2], "VR(48)=18");
+}
+
+TEST_F(MachineScreens, ALoadInARunSendsTheValuesAndWarns) {
+  Open();
+  SetVariable(86, 1);
+  SetVariable(87, 2);
+  Type(Key::L);
+  SetStatus(RunningBit);
+  EXPECT_EQ(Answered(Key::O, [this] { Type(Key::A); }),
+            "\nCan Not Move\nWhile Machine Is Running Or In Feedhold !");
+  EXPECT_EQ(TakeCommands(), (Words{"VR(86)=1", "VR(87)=2"}));
+  EXPECT_TRUE(Shows("LoadForm"));
+}
+
+// ---- move ----
+
+TEST_F(MachineScreens, AMoveBeginsAtThePresentPosition) {
+  Open();
+  System.State.XPosition = 10.126F;
+  System.State.YPosition = -2;
+  System.State.ZPosition = 3;
+  Type(Key::M);
+  EXPECT_EQ(LabelText("MoveForm", "MoveLabel(1)"), "X  POSITION :  &1");
+  EXPECT_EQ(BoxText("MoveForm", "MoveBox(1)"), "10.13");
+  EXPECT_EQ(BoxText("MoveForm", "MoveBox(2)"), "-2.00");
+  EXPECT_EQ(Focus("MoveForm"), "MoveButton");
+  Type(Key::M);
+  EXPECT_EQ(TakeCommands(), (Words{"VR(22)=10.13", "VR(23)=-2", "VR(95)=3", "VR(48)=15"}));
+}
+
+TEST_F(MachineScreens, AMoveWithAnErrorSendsNothing) {
+  Open();
+  Type(Key::M);
+  SetStatus(ErrorBit);
+  EXPECT_EQ(Answered(Key::O, [this] { Type(Key::M); }),
+            "\nCan Not Move\nWhile Machine Is Running Or In Feedhold !");
+  EXPECT_EQ(TakeCommands(), Words{});
+}
+
+}  // namespace
+}  // namespace torvane::tests
