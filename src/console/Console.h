@@ -6,6 +6,7 @@
 
 #include "console/ConsoleScreens.h"
 #include "console/ConsoleServices.h"
+#include "console/ReceiveLamp.h"
 #include "graphics/DrawingModule.h"
 #include "graphics/RealTimePlot.h"
 #include "link/Downloads.h"
@@ -29,6 +30,7 @@ struct ConsoleParts {
   const platform::Clock& Clock;
   const platform::Drives& Drives;
   toolkit::Desk& Desk;
+  files::CommsModule& Comms;
 };
 
 /// Made before the start-up begins. `Open` comes after the colours have been read: only then are
@@ -87,6 +89,7 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   supervision::ProgramSelection selection_;
   supervision::ProgramEntries entries_;
   ConsoleServices services_;
+  ReceiveLamp receiveLamp_;
   std::unique_ptr<graphics::DrawingModule> drawing_;
   std::unique_ptr<graphics::RealTimePlotter> plotter_;
 };

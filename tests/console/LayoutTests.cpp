@@ -65,7 +65,7 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
   const QRect keys(0, plot.Bottom(), Desk->width(), Desk->height() - plot.Bottom());
   for (const char* name : {"ProgramForm", "StatusMenuForm", "XYPositionForm", "AuxPositionForm",
                            "ViewProgForm", "SetupForm", "BatchForm", "UserForm", "LaserStatusForm",
-                           "MessageForm", "NumberForm", "KeyboardForm"}) {
+                           "MessageForm", "NumberForm", "KeyboardForm", "SendForm"}) {
     ASSERT_TRUE(Screens().Show(name)) << name;
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);
