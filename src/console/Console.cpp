@@ -37,7 +37,11 @@ Console::Console(const ConsoleParts& parts)
                 split_,
                 screens_.EntryPads(),
                 *this,
-                exits_} {
+                exits_,
+                parts.Comms},
+      receiveLamp_(parts.Desk.Loop(), parts.Comms, [this](const std::string& text) {
+        if (FrontEnd* shown = screens_.LoadedMain()) shown->ShowReceiveLamp(text);
+      }) {
   screens_.Set().Serve(services_);
   // From the loop: the question waits, and the window system's own event must not wait under it.
   parts.Desk.OnCloseRequest([this] { parts_.Desk.Loop().Post([this] { CloseRequested(); }); });

@@ -6,6 +6,7 @@
 
 #include "console/ConsoleScreens.h"
 #include "console/ConsoleServices.h"
+#include "console/ReceiveLamp.h"
 #include "graphics/DrawingModule.h"
 #include "graphics/RealTimePlot.h"
 #include "link/Downloads.h"
@@ -33,6 +34,7 @@ struct ConsoleParts {
   const platform::Clock& Clock;
   const platform::Drives& Drives;
   toolkit::Desk& Desk;
+  files::CommsModule& Comms;
 };
 
 /// Made before the start-up begins. `Open` comes after the colours have been read: only then are
@@ -106,6 +108,7 @@ class Console final : public supervision::PlotStage,
   restart::BlockRestart blocks_;
   restart::VisualRestart visual_;
   ConsoleServices services_;
+  ReceiveLamp receiveLamp_;
   std::unique_ptr<graphics::DrawingModule> drawing_;
   std::unique_ptr<graphics::RealTimePlotter> plotter_;
 };

@@ -8,6 +8,10 @@
 #include "platform/Drives.h"
 #include "platform/FileSystem.h"
 
+namespace torvane::files {
+class CommsModule;
+}  // namespace torvane::files
+
 namespace torvane::link {
 class Downloads;
 class JogLine;
@@ -67,6 +71,7 @@ struct ConsoleServices {
   Pads& EntryPads;
   FrontEndActions& MainActions;
   const ConsoleExits& Exits;
+  files::CommsModule& Comms;
 };
 
 }  // namespace torvane::console

@@ -28,6 +28,10 @@ FrontEnd::FrontEnd(const ScreenStart& start)
 void FrontEnd::SetUpFrontEnd() {
   Window().SetColours(Colours()[ColourName::PlotBackground], Colours()[ColourName::Text]);
   header_ = &AddPanel(Window(), "HeaderPanel", PanelStyle::Title, Role::Header, FrontEndHeader);
+  receiveLamp_ =
+      &AddLabel(*header_, "ReceiveLamp", "", Role::OkMessage, TypeStyle::Bold, Alignment::Centre);
+  receiveLamp_->SetFilled(true);
+  receiveLamp_->SetVisible(false);
   MakePlot();
   MakePositions();
   textPanel_ = &AddPanel(Window(), "TextPanel", PanelStyle::Text, Role::Entry);
@@ -148,6 +152,11 @@ void FrontEnd::BringPlotForward(int slot) {
   PlotBox(3 - slot).SetVisible(false);
   SetHome(PlotBox(slot));
   FocusHome();
+}
+
+void FrontEnd::ShowReceiveLamp(const std::string& text) {
+  receiveLamp_->SetText(text);
+  receiveLamp_->SetVisible(!text.empty());
 }
 
 void FrontEnd::SetPositionText(int index, const std::string& text) {

@@ -51,6 +51,8 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
 
   /// PositionText 1 to 6.
   void SetPositionText(int index, const std::string& text);
+  /// The lamp in the header that tells of data on the second port; an empty text puts it off.
+  void ShowReceiveLamp(const std::string& text);
   [[nodiscard]] const std::string& PositionText(int index) const;
 
   [[nodiscard]] std::uint32_t MessageBackground() const { return messageButton_->Background(); }
@@ -125,6 +127,7 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   FrontEndActions& actions_;
   PlotModes modes_;
   toolkit::Panel* header_ = nullptr;
+  toolkit::Label* receiveLamp_ = nullptr;
   toolkit::Panel* mainPanel_ = nullptr;
   toolkit::Panel* figureField_ = nullptr;  ///< what shows of PositionBox's place without it
   toolkit::Panel* positionBox_ = nullptr;

@@ -12,6 +12,7 @@ using toolkit::Metrics;
 
 namespace {
 
+constexpr int ReceiveLampWidth = 256;
 constexpr int MainKeys = 7;
 /// Widths of the program keys and of the last two keys, in main keys.
 constexpr double ProgramKeyShare = 1.5;
@@ -24,6 +25,8 @@ constexpr int GraphicsKeys = 6;
 void FrontEnd::Layout(const Metrics& metrics) {
   Area rest = Window().Inside();
   header_->Place(toolkit::TakeTop(rest, metrics.TitleHeight));
+  Area title = Area{0, 0, header_->width(), header_->height()}.Inset(metrics.Gap);
+  receiveLamp_->Place(toolkit::TakeRight(title, metrics.Px(ReceiveLampWidth)));
   const Area strip = toolkit::TakeBottom(rest, KeyStripHeight(metrics));
   keyStrip_->Place(strip);
   LayoutKeys({0, 0, strip.Width, strip.Height}, metrics);

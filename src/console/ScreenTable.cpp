@@ -13,6 +13,7 @@
 #include "console/PositionForms.h"
 #include "console/ProgramForm.h"
 #include "console/RestartForm.h"
+#include "console/SendForm.h"
 #include "console/SetupForm.h"
 #include "console/ShutdownForm.h"
 #include "console/SplashForm.h"
@@ -127,6 +128,12 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Title = "PROGRAM INFORMATION",
         .Keys = GlobalKeys::NoSlots},
        Make<SetupForm>},
+      {{.Name = Names::SendForm,
+        .PanelName = "SendPanel",
+        .Title = "RS232 COMMS - SEND PROGRAM",
+        .Parent = Names::FileHandleForm,
+        .SwallowsTyping = true},
+       Make<SendForm>},
       {{.Name = Names::LaserStatusForm,
         .PanelName = "StatusPanel",
         .Title = "LASER",

@@ -49,7 +49,7 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
       session_(loop_, options.OwnsMachine,
                [this](std::string_view path) { return files_.NativePath(path); }),
       desk_(loop_),
-      console_({system_, Files(), port_, clock_, Drives(), desk_}),
+      console_({system_, Files(), port_, clock_, Drives(), desk_, comms_}),
       shutdown_({system_, Files(), console_.Trio(), console_.Poll(), comms_, *this, session_}),
       signalPatience_(loop_.MakeTimer([this] { shutdown_.EndAtOnce(); })),
       signals_([this] { loop_.Post([this] { SignalCame(); }); }) {

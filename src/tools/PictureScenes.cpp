@@ -3,6 +3,8 @@
 #include <filesystem>
 
 #include "console/EntryMode.h"
+#include "core/ScreenNames.h"
+#include "toolkit/ListBox.h"
 #include "toolkit/PickBox.h"
 #include "tools/SimulatorPanel.h"
 
@@ -91,6 +93,27 @@ void Laser(PictureStage& stage) {
   stage.Type(static_cast<Key>('1'));
   stage.Type(Key::X);
   stage.RunFor(300);
+}
+
+void Transfer(PictureStage& stage) {
+  stage.Office().Obey("name FROM-OFFICE");
+  stage.Office().Obey("send Programs\\SHOP\\NEST.prg");
+  stage.RunFor(1500);
+  stage.Snap("FrontEnd", "receiving");
+  stage.RunFor(12000);
+  stage.Screens().Open(core::ScreenNames::SendForm);
+  if (auto* list = dynamic_cast<toolkit::ListBox*>(ControlOf(stage, "SendForm", "FileList"))) {
+    list->PressLine(3);
+    list->PressLine(5);
+  }
+  stage.Snap("SendForm");
+  stage.Loop().After(1500, [&stage] {
+    stage.Snap("SendForm", "sending");
+    stage.Type(Key::A);
+    stage.Loop().After(100, [&stage] { stage.Type(Key::A); });
+  });
+  stage.Type(Key::O);
+  stage.RunFor(2000);
 }
 
 void Messages(PictureStage& stage) {
@@ -246,6 +269,7 @@ void PlayScenes(PictureStage& stage) {
   BatchCounter(stage);
   Run(stage);
   Graphics(stage);
+  Transfer(stage);
   Messages(stage);
   LongNames(stage);
   Dialogs(stage);

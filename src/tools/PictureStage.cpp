@@ -24,7 +24,7 @@ PictureStage::PictureStage(const std::string& installation, PictureOptions optio
       office_(loop_, files_),
       comms_(system_, loop_, files_, office_.Port()),
       desk_(loop_),
-      console_({system_, files_, machine_.Port(), clock_, drives_, desk_}),
+      console_({system_, files_, machine_.Port(), clock_, drives_, desk_, comms_}),
       shutdown_({system_, files_, console_.Trio(), console_.Poll(), comms_, *this, end_}) {
   Serve(console_);
 }

@@ -57,6 +57,7 @@ class PictureStage : private ConsoleStart {
   [[nodiscard]] console::Console& Console() { return console_; }
   [[nodiscard]] console::ScreenSet& Screens() { return console_.Screens().Set(); }
   [[nodiscard]] simulator::SimulatedController& Controller() { return machine_.Controller(); }
+  [[nodiscard]] SimulatedOffice& Office() { return office_; }
   [[nodiscard]] toolkit::Desk& Desk() { return desk_; }
   [[nodiscard]] platform::VirtualLoop& Loop() { return loop_; }
   [[nodiscard]] const core::System& System() const { return system_; }

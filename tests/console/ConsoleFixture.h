@@ -67,7 +67,7 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
     Office = std::make_unique<tools::SimulatedOffice>(Loop, *Files);
     Comms = std::make_unique<files::CommsModule>(System, Loop, *Files, Office->Port());
     TheConsole = std::make_unique<console::Console>(
-        console::ConsoleParts{System, *Files, *Port, Clock, Drives, *Desk});
+        console::ConsoleParts{System, *Files, *Port, Clock, Drives, *Desk, *Comms});
     Serve(*TheConsole);
     End = std::make_unique<app::Shutdown>(app::ShutdownParts{
         System, *Files, TheConsole->Trio(), TheConsole->Poll(), *Comms, *this, Session});

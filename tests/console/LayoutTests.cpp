@@ -66,7 +66,7 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
   for (const char* name :
        {"ProgramForm", "StatusMenuForm", "XYPositionForm", "AuxPositionForm", "ViewProgForm",
         "SetupForm", "BatchForm", "UserForm", "LaserStatusForm", "MachineForm", "LoadForm",
-        "MoveForm", "XYJogForm", "MessageForm", "NumberForm", "KeyboardForm"}) {
+        "MoveForm", "XYJogForm", "MessageForm", "NumberForm", "KeyboardForm", "SendForm"}) {
     ASSERT_TRUE(Screens().Show(name)) << name;
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);

@@ -118,13 +118,23 @@ void EndToEnd::StartMachine(int speed, const std::vector<std::string>& faults) {
   ASSERT_TRUE(Machine.WaitFor("listening", StartMs));
 }
 
+void EndToEnd::StartOffice() {
+  const std::string settings = Place("installation/Control.cms");
+  std::filesystem::copy(SourceTree() / "examples" / "transfer" / "Office.cms", settings,
+                        std::filesystem::copy_options::overwrite_existing);
+  Office.Start(TORVANE_OFFICE_PROGRAM, {"--pty", Place("office"), "--settings", settings, "--log",
+                                        Place("office.txt"), "--baud", "115200"});
+  ASSERT_TRUE(Office.WaitFor("listening", StartMs));
+}
+
 void EndToEnd::StartConsole(const std::string& script) {
   Directory.Put("keys.txt", script);
   StartConsoleWith({"--keys", Place("keys.txt")});
 }
 
 void EndToEnd::StartConsoleWith(const std::vector<std::string>& arguments) {
-  std::vector<std::string> all = {"--device", "1=" + Place("line"), "--window", "1024x768"};
+  std::vector<std::string> all = {
+      "--device", "1=" + Place("line"), "--device", "2=" + Place("office"), "--window", "1024x768"};
   all.insert(all.end(), arguments.begin(), arguments.end());
   all.push_back(Place("installation"));
   Console.Start(TORVANE_PROGRAM, all);

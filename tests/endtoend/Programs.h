@@ -53,6 +53,8 @@ class EndToEnd : public ::testing::Test {
 
   /// The simulated machine on its line, so many times faster than time. `faults` as for --fault.
   void StartMachine(int speed, const std::vector<std::string>& faults = {});
+  /// The office on the second port, both with the example port file for an office.
+  void StartOffice();
   /// The console with its script; the pictures stand in the directory of the test.
   void StartConsole(const std::string& script);
 
@@ -68,6 +70,7 @@ class EndToEnd : public ::testing::Test {
 
   test::TempDirectory Directory;
   RunningProgram Machine{"torvane-sim"};
+  RunningProgram Office{"torvane-office"};
   RunningProgram Console{"torvane"};
 };
 
