@@ -2,6 +2,17 @@
 
 namespace torvane::console {
 
+namespace {
+
+/// Waits for one turn of the loop: what stood in it has run when this returns.
+void LetOthersRun(platform::EventLoop& loop) {
+  const auto turned = std::make_shared<bool>(false);
+  loop.Post([turned] { *turned = true; });
+  loop.WaitUntil([turned] { return *turned; });
+}
+
+}  // namespace
+
 Console::Console(const ConsoleParts& parts)
     : parts_(parts),
       screens_(parts.System, parts.Desk, [this](toolkit::Key key) { HandleFunctionKey(key); }),
@@ -14,6 +25,8 @@ Console::Console(const ConsoleParts& parts)
       change_(programs_, store_),
       selection_(programs_, store_, split_, parts.Clock),
       entries_(parts.System, parts.Files, parts.Drives, screens_),
+      fileWork_{parts.System, parts.Files, parts.Drives, screens_,
+                [&loop = parts.Desk.Loop()] { LetOthersRun(loop); }},
       services_{parts.System,
                 parts.Files,
                 parts.Drives,
@@ -28,7 +41,9 @@ Console::Console(const ConsoleParts& parts)
                 selection_,
                 screens_.EntryPads(),
                 *this,
-                exits_} {
+                exits_,
+                fileWork_,
+                tasks_} {
   screens_.Set().Serve(services_);
   // From the loop: the question waits, and the window system's own event must not wait under it.
   parts.Desk.OnCloseRequest([this] { parts_.Desk.Loop().Post([this] { CloseRequested(); }); });

@@ -6,6 +6,7 @@
 
 #include "console/ConsoleScreens.h"
 #include "console/ConsoleServices.h"
+#include "console/FileTasks.h"
 #include "graphics/DrawingModule.h"
 #include "graphics/RealTimePlot.h"
 #include "link/Downloads.h"
@@ -86,6 +87,8 @@ class Console final : public supervision::PlotStage, private FrontEndActions {
   partprogram::SplitCycle split_;
   supervision::ProgramSelection selection_;
   supervision::ProgramEntries entries_;
+  files::FileParts fileWork_;
+  FileTasks tasks_;
   ConsoleServices services_;
   std::unique_ptr<graphics::DrawingModule> drawing_;
   std::unique_ptr<graphics::RealTimePlotter> plotter_;

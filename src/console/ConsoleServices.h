@@ -8,6 +8,10 @@
 #include "platform/Drives.h"
 #include "platform/FileSystem.h"
 
+namespace torvane::files {
+struct FileParts;
+}  // namespace torvane::files
+
 namespace torvane::link {
 class Downloads;
 class OperatorDialogs;
@@ -25,6 +29,7 @@ class WarningBox;
 namespace torvane::console {
 
 class FrontEndActions;
+struct FileTasks;
 class Pads;
 
 /// The ways out, given by the program that owns the console. Both return after everything is
@@ -51,6 +56,8 @@ struct ConsoleServices {
   Pads& EntryPads;
   FrontEndActions& MainActions;
   const ConsoleExits& Exits;
+  const files::FileParts& FileWork;
+  FileTasks& Tasks;
 };
 
 }  // namespace torvane::console

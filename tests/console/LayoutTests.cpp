@@ -63,9 +63,11 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
   const toolkit::Area plot = console::PlotArea(Desk->Measures());
   const QRect figures(plot.Right(), 0, Desk->width() - plot.Right(), Desk->height());
   const QRect keys(0, plot.Bottom(), Desk->width(), Desk->height() - plot.Bottom());
-  for (const char* name : {"ProgramForm", "StatusMenuForm", "XYPositionForm", "AuxPositionForm",
-                           "ViewProgForm", "SetupForm", "BatchForm", "UserForm", "LaserStatusForm",
-                           "MessageForm", "NumberForm", "KeyboardForm"}) {
+  for (const char* name :
+       {"ProgramForm", "StatusMenuForm", "XYPositionForm", "AuxPositionForm", "ViewProgForm",
+        "SetupForm", "BatchForm", "UserForm", "LaserStatusForm", "MessageForm", "NumberForm",
+        "KeyboardForm", "ProgListForm", "SearchForm", "EditProgForm", "FileHandleForm", "FileForm",
+        "DirectoryForm"}) {
     ASSERT_TRUE(Screens().Show(name)) << name;
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);
