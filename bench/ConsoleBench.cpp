@@ -13,6 +13,7 @@
 
 #include "core/ScreenNames.h"
 #include "toolkit/Application.h"
+#include "toolkit/PickBox.h"
 #include "tools/ConsoleProgram.h"
 #include "tools/ProgramGenerator.h"
 
@@ -25,7 +26,9 @@ double Milliseconds(Clock::duration span) {
   return std::chrono::duration<double, std::milli>(span).count();
 }
 
-/// A copy of the example installation with two programs near the 16-bit counts.
+constexpr const char* LongProgram = "TWENTY-THOUSAND";
+
+/// A copy of the example installation with two programs near the 16-bit counts, and a long text.
 std::string MakeInstallation() {
   const auto folder =
       std::filesystem::path("/dev/shm") / ("torvane-bench-" + std::to_string(getpid()));
@@ -35,6 +38,8 @@ std::string MakeInstallation() {
     std::ofstream(folder / "Programs" / "SHOP" / (std::string(name) + ".prg"), std::ios::binary)
         << tools::GenerateProgram({.Profiles = 3000});
   }
+  std::ofstream text(folder / "Programs" / "SHOP" / (std::string(LongProgram) + ".prg"));
+  for (int line = 0; line < 20000; ++line) text << "N" << line << " G01 X" << line << ".25 Y-7\r\n";
   return folder.string();
 }
 
@@ -69,10 +74,35 @@ void WaitMs(toolkit::QtLoop& loop, int ms) {
   loop.WaitUntil([&over] { return over; });
 }
 
+/// From a key press to the last pixel, ms.
+double KeyMs(toolkit::Desk& desk, toolkit::Key key) {
+  const auto start = Clock::now();
+  desk.TypeKey(toolkit::KeyStroke(key));
+  desk.Refresh();
+  return Milliseconds(Clock::now() - start);
+}
+
+/// The editor on a program of 20,000 lines: its opening, and its slowest step.
+void MeasureEditor(benchmark::State& state, tools::ConsoleProgram& program) {
+  auto& desk = program.Desk();
+  desk.TypeKey(toolkit::KeyStroke(toolkit::Key::F1));
+  auto* form = program.Console().Screens().Set().Find(core::ScreenNames::ProgramForm);
+  dynamic_cast<toolkit::PickBox*>(form->Window().Find("ProgramCombo"))->SetText(LongProgram);
+  state.counters["editor_open_ms"] = KeyMs(desk, toolkit::Key::E);
+  double slowest = 0;
+  for (const auto key : {toolkit::Key::W, toolkit::Key::Down, toolkit::Key::N, toolkit::Key::U}) {
+    for (int step = 0; step < 50; ++step) slowest = std::max(slowest, KeyMs(desk, key));
+  }
+  state.counters["editor_step_ms"] = slowest;
+  desk.TypeKey(toolkit::KeyStroke(toolkit::Key::C));
+  desk.TypeKey(toolkit::KeyStroke(toolkit::Key::X));
+}
+
 /// A key that opens a screen and one that closes it, each from the press to the last pixel.
 void Measure(benchmark::State& state, tools::ConsoleProgram& program) {
   auto& desk = program.Desk();
   program.System().ActiveSlot = 1;
+  MeasureEditor(state, program);
   const double first = [&] {
     const auto start = Clock::now();
     program.Console().Selection().SelectProgram("SHOP", "LARGE-1");
@@ -90,10 +120,7 @@ void Measure(benchmark::State& state, tools::ConsoleProgram& program) {
   for (auto _ : state) {
     WaitMs(program.Loop(), 7 + static_cast<int>(times.size() * 13 % 50));
     const auto key = times.size() % 2 == 0 ? toolkit::Key::F9 : toolkit::Key::X;
-    const auto start = Clock::now();
-    desk.TypeKey(toolkit::KeyStroke(key));
-    desk.Refresh();
-    const double ms = Milliseconds(Clock::now() - start);
+    const double ms = KeyMs(desk, key);
     times.push_back(ms);
     state.SetIterationTime(ms / 1000);
   }

@@ -2,6 +2,17 @@
 
 namespace torvane::console {
 
+namespace {
+
+/// Waits for one turn of the loop: what stood in it has run when this returns.
+void LetOthersRun(platform::EventLoop& loop) {
+  const auto turned = std::make_shared<bool>(false);
+  loop.Post([turned] { *turned = true; });
+  loop.WaitUntil([turned] { return *turned; });
+}
+
+}  // namespace
+
 Console::Console(const ConsoleParts& parts)
     : parts_(parts),
       screens_(parts.System, parts.Desk, [this](toolkit::Key key) { HandleFunctionKey(key); }),
@@ -18,6 +29,8 @@ Console::Console(const ConsoleParts& parts)
       gather_(parts.Files, parts.System.Directories, parts.System.Machine, parts.Clock),
       blocks_(Choice()),
       visual_(Choice(), *this),
+      fileWork_{parts.System, parts.Files, parts.Drives, screens_,
+                [&loop = parts.Desk.Loop()] { LetOthersRun(loop); }},
       services_{parts.System,
                 parts.Files,
                 parts.Drives,
@@ -38,7 +51,9 @@ Console::Console(const ConsoleParts& parts)
                 screens_.EntryPads(),
                 *this,
                 exits_,
-                parts.Comms},
+                parts.Comms,
+                fileWork_,
+                tasks_},
       receiveLamp_(parts.Desk.Loop(), parts.Comms, [this](const std::string& text) {
         if (FrontEnd* shown = screens_.LoadedMain()) shown->ShowReceiveLamp(text);
       }) {

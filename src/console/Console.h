@@ -6,6 +6,7 @@
 
 #include "console/ConsoleScreens.h"
 #include "console/ConsoleServices.h"
+#include "console/FileTasks.h"
 #include "console/ReceiveLamp.h"
 #include "graphics/DrawingModule.h"
 #include "graphics/RealTimePlot.h"
@@ -107,6 +108,8 @@ class Console final : public supervision::PlotStage,
   restart::GatherModule gather_;
   restart::BlockRestart blocks_;
   restart::VisualRestart visual_;
+  files::FileParts fileWork_;
+  FileTasks tasks_;
   ConsoleServices services_;
   ReceiveLamp receiveLamp_;
   std::unique_ptr<graphics::DrawingModule> drawing_;

@@ -10,6 +10,7 @@
 
 namespace torvane::files {
 class CommsModule;
+struct FileParts;
 }  // namespace torvane::files
 
 namespace torvane::link {
@@ -40,6 +41,7 @@ class WarningBox;
 namespace torvane::console {
 
 class FrontEndActions;
+struct FileTasks;
 class Pads;
 
 /// The ways out, given by the program that owns the console. Both return after everything is
@@ -72,6 +74,8 @@ struct ConsoleServices {
   FrontEndActions& MainActions;
   const ConsoleExits& Exits;
   files::CommsModule& Comms;
+  const files::FileParts& FileWork;
+  FileTasks& Tasks;
 };
 
 }  // namespace torvane::console

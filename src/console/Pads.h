@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,11 +27,14 @@ class Pads {
   /// The key pad. After CANCEL the initial text comes back.
   [[nodiscard]] std::string EnterText(std::string_view initialText, int mode);
 
+  /// The same, with nothing after CANCEL.
+  [[nodiscard]] std::optional<std::string> AskText(std::string_view initialText, int mode);
+
   /// What the last call puts in and takes out; for the screen of its pad, which is made then.
   [[nodiscard]] const std::shared_ptr<PadEntry>& Entry() const { return entry_; }
 
  private:
-  std::string Enter(const char* screen, std::string_view initialText, int mode);
+  PadEntry Enter(const char* screen, std::string_view initialText, int mode);
 
   ScreenSet& screens_;
   std::shared_ptr<PadEntry> entry_ = std::make_shared<PadEntry>();

@@ -12,7 +12,7 @@ void ShowPrograms(toolkit::ListBox& list, const files::ProgramList& programs);
 /// Fills a list of directories and sets its line.
 void ShowDirectories(toolkit::ListBox& list, const files::ListContent& directories);
 
-/// Bytes, and the day and time of the last change; a tab between them.
+/// Bytes and the day of the last change, a tab between them: narrow, so that names stay whole.
 [[nodiscard]] std::string DetailsOf(const platform::FileEntry& file);
 
 }  // namespace torvane::console

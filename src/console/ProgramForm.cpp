@@ -4,10 +4,13 @@
 
 #include "console/ConsoleServices.h"
 #include "console/EntryMode.h"
+#include "console/FileTasks.h"
 #include "console/FrontEnd.h"
 #include "console/ScreenSet.h"
 #include "core/General.h"
 #include "core/ScreenNames.h"
+#include "files/Lists.h"
+#include "files/Questions.h"
 #include "restart/BlockRestart.h"
 
 namespace torvane::console {
@@ -82,7 +85,12 @@ void ProgramForm::Loaded() {
 }
 
 void ProgramForm::DirectoryChanged() {
-  auto programs = entries_.ChangeDirectory(directoryCombo_->Text());
+  std::optional<std::vector<std::string>> programs;
+  // Control.cfg is written: a disk that cannot take it must not end the console under a run.
+  (void)files::CarryOut(Services().FileWork, files::FaultRule::IsAWarning, [&] {
+    programs = entries_.ChangeDirectory(directoryCombo_->Text());
+    return files::Ending::Closes;
+  });
   // A name that stands for no directory (yet) has no programs; the program's name is left to go
   // with it.
   programCombo_->SetItems(programs.value_or(std::vector<std::string>()));
@@ -100,16 +108,42 @@ void ProgramForm::SelectPressed() {
   selection_.SelectProgram(directoryCombo_->Text(), programCombo_->Text());
 }
 
+void ProgramForm::TakeSelected(SelectedProgram selected) {
+  selectedProgram_ = std::move(selected);
+  const auto& [directory, name] = selectedProgram_;
+  const auto& parts = Services().FileWork;
+  const auto take = [](toolkit::PickBox& box, const files::ListContent& content,
+                       const std::string& text) {
+    box.SetItems(content.Items);
+    box.SetCurrent(content.Index);
+    if (content.Index < 0) box.SetText(text);
+  };
+  take(*programCombo_, files::FillProgramList(parts, directory, name, files::SelectMode::Named),
+       name);
+  take(*directoryCombo_,
+       files::FillDirectoryList(parts, directory, false, true, files::SelectMode::Named),
+       directory);
+}
+
 void ProgramForm::EditPressed() {
-  // The way there makes directories and files: not before there is an editor to open them.
-  if (!Screens().Known(core::ScreenNames::EditProgForm)) return;
-  if (entries_.PrepareEdit(directoryCombo_->Text(), programCombo_->Text()))
-    Screens().Open(core::ScreenNames::EditProgForm);
+  (void)files::CarryOut(Services().FileWork, files::FaultRule::IsAWarning, [this] {
+    PrepareEdit();
+    return files::Ending::Closes;
+  });
+}
+
+void ProgramForm::PrepareEdit() {
+  auto target = entries_.PrepareEdit(directoryCombo_->Text(), programCombo_->Text());
+  if (!target || !Visible()) return;
+  Services().Tasks.Edit = {target->Title, target->Directory, target->Path};
+  Screens().Open(core::ScreenNames::EditProgForm);
 }
 
 void ProgramForm::SearchPressed() {
-  if (entries_.PrepareSearch(directoryCombo_->Text(), programCombo_->Text()))
-    Screens().Open(core::ScreenNames::SearchForm);
+  const auto words = entries_.PrepareSearch(directoryCombo_->Text(), programCombo_->Text());
+  if (!words || !Visible()) return;
+  Services().Tasks.Search = {words->Directory, words->Program};
+  Screens().Open(core::ScreenNames::SearchForm);
 }
 
 void ProgramForm::ListsPressed() { Screens().Open(core::ScreenNames::ProgListForm); }

@@ -9,9 +9,19 @@
 
 namespace torvane::console {
 
+/// What the lists and the search hand back.
+struct SelectedProgram {
+  std::string Directory;
+  std::string Name;
+};
+
 class ProgramForm final : public Screen {
  public:
   explicit ProgramForm(const ScreenStart& start);
+
+  /// Fills both lists for the program that was chosen elsewhere and takes its names into the boxes,
+  /// though no list may show them; nothing of it counts as a change by the operator.
+  void TakeSelected(SelectedProgram selected);
 
  private:
   [[nodiscard]] Cell NameCells();
@@ -23,6 +33,7 @@ class ProgramForm final : public Screen {
   /// The name of a box on the key pad; false when it is the same as before.
   bool EnterName(toolkit::PickBox& box);
   void SelectPressed();
+  void PrepareEdit();
   void EditPressed();
   void SearchPressed();
   void ListsPressed();
@@ -35,6 +46,7 @@ class ProgramForm final : public Screen {
   supervision::ProgramSelection& selection_;
   toolkit::PickBox* directoryCombo_ = nullptr;
   toolkit::PickBox* programCombo_ = nullptr;
+  SelectedProgram selectedProgram_;
 };
 
 }  // namespace torvane::console

@@ -2,6 +2,10 @@
 
 #include "console/BatchForm.h"
 #include "console/BlockStartForm.h"
+#include "console/DirectoryForm.h"
+#include "console/EditProgForm.h"
+#include "console/FileForm.h"
+#include "console/FileHandleForm.h"
 #include "console/FrontEnd.h"
 #include "console/KeyboardForm.h"
 #include "console/LaserStatusForm.h"
@@ -11,8 +15,10 @@
 #include "console/MoveForm.h"
 #include "console/NumberForm.h"
 #include "console/PositionForms.h"
+#include "console/ProgListForm.h"
 #include "console/ProgramForm.h"
 #include "console/RestartForm.h"
+#include "console/SearchForm.h"
 #include "console/SendForm.h"
 #include "console/SetupForm.h"
 #include "console/ShutdownForm.h"
@@ -63,6 +69,24 @@ ScreenTraits WarningTraits() {
   ScreenTraits traits = Dialog(Names::WarningForm, "WarningPanel", supervision::WarningHeader);
   traits.Accelerators = false;
   traits.LiveWhileLocked = true;
+  return traits;
+}
+
+/// The lists, the search and the editor: the operator stays in them until he has done.
+ScreenTraits ProgramChild(const char* name, const char* panel, const char* title) {
+  ScreenTraits traits{.Name = name, .PanelName = panel, .Title = title};
+  traits.Parent = Names::ProgramForm;
+  traits.LocksOthers = true;
+  traits.SwallowsTyping = true;
+  return traits;
+}
+
+ScreenTraits EditorTraits() {
+  ScreenTraits traits = ProgramChild(Names::EditProgForm, "EditProgPanel", "PROGRAM EDIT");
+  traits.SwallowsTyping = false;
+  // A program in the editor cannot be left for the program screens.
+  traits.Keys = {toolkit::Key::K,  toolkit::Key::F2, toolkit::Key::F3, toolkit::Key::F4,
+                 toolkit::Key::F6, toolkit::Key::F7, toolkit::Key::F9, toolkit::Key::F12};
   return traits;
 }
 
@@ -149,6 +173,17 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Title = "KEYPAD",
         .Keys = GlobalKeys::AllButK},
        Make<UserForm>},
+      {ProgramChild(Names::ProgListForm, "ProgramPanel", "PROGRAMS"), Make<ProgListForm>},
+      {ProgramChild(Names::SearchForm, "SearchPanel", "SEARCH"), Make<SearchForm>},
+      {EditorTraits(), Make<EditProgForm>},
+      {{.Name = Names::FileHandleForm, .PanelName = "FilePanel", .Title = "FILE HANDLING"},
+       Make<FileHandleForm>},
+      {{.Name = Names::FileForm, .PanelName = "FilePanel", .Parent = Names::FileHandleForm},
+       Make<FileForm>},
+      {{.Name = Names::DirectoryForm,
+        .PanelName = "DirectoryPanel",
+        .Parent = Names::FileHandleForm},
+       Make<DirectoryForm>},
   };
   return Table;
 }

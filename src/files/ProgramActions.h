@@ -42,10 +42,11 @@ inline constexpr std::array<ProgramActionRow, 5> ProgramActionRows = {{
 /// What is selected and entered on the screen.
 struct ProgramActionRequest {
   ProgramAction Action = ProgramAction::None;
-  std::string Directory;                   ///< entry of the first directory list
-  std::vector<std::string> Programs;       ///< selected, in the order of the list
-  std::string NewName = {};                ///< of the box
-  std::optional<std::string> Destination;  ///< entry of the second directory list, if any
+  std::string Directory;              ///< entry of the first directory list
+  std::vector<std::string> Programs;  ///< selected, in the order of the list
+  std::string NewName = {};           ///< of the box
+  std::optional<std::string> Destination =
+      std::nullopt;  ///< entry of the second directory list, if any
 };
 
 /// Carries an action out, with all its refusals, questions and its report. A fault of the disk ends

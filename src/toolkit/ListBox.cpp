@@ -116,6 +116,11 @@ void ListBox::SetTopLine(int index) {
   update();
 }
 
+void ListBox::SetBarHidden(bool hidden) {
+  barHidden_ = hidden;
+  ItemsChanged();
+}
+
 void ListBox::SetStyle(TypeStyle style) {
   style_ = style;
   update();
@@ -304,7 +309,7 @@ void ListBox::MetricsChanged() { PlaceChanged(); }
 
 void ListBox::ItemsChanged() {
   const int beyond = Count() - VisibleLines();
-  bar_.SetVisible(beyond > 0);
+  bar_.SetVisible(beyond > 0 && !barHidden_);
   bar_.SetRange(beyond, VisibleLines());
   SetTopLine(top_);
 }
@@ -357,7 +362,9 @@ void ListBox::paintEvent(QPaintEvent*) {
   QFont font = FontOf(m, style_);
   const int row = RowHeight();
   font.setPixelSize(std::min(font.pixelSize(), std::max(8, row * 5 / 6)));
-  painter.setFont(font);
+  // Columns are in the small type, and so is a name that they leave too little room for.
+  const QFont narrow = FontOf(m, TypeStyle::Body);
+  painter.setFont(narrow);
   const std::vector<int> columns = ColumnWidths(painter);
   const int right = bar_.Visible() ? bar_.x() : width() - m.Hairline;
   const Colour text = Enabled() ? Foreground() : Faded(Foreground(), Background());
@@ -368,7 +375,12 @@ void ListBox::paintEvent(QPaintEvent*) {
     if (marked) painter.fillRect(place, ToQColor(text));
     painter.setPen(ToQColor(marked ? Background() : text));
     QRect rest = place.adjusted(m.Px(10), 0, -m.Px(10), 0);
-    PaintDetails(painter, rest, line, columns);
+    if (!details_.empty()) {
+      painter.setFont(narrow);
+      PaintDetails(painter, rest, line, columns);
+    }
+    const bool fits = QFontMetrics(font).horizontalAdvance(ToQString(Text(line))) <= rest.width();
+    painter.setFont(fits || details_.empty() ? font : narrow);
     PaintLine(painter, rest, {Text(line), -1}, Alignment::Left);
     if (mode_ != Selection::Multiple || line != current_ || !HasFocus()) continue;
     painter.drawRect(place.adjusted(2, 2, -3, -3));

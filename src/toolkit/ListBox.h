@@ -46,6 +46,8 @@ class ListBox : public Control {
   /// The first line in view, kept within the list.
   void SetTopLine(int index);
   [[nodiscard]] int TopLine() const { return top_; }
+  /// Without a scroll bar of its own, for lists that share one.
+  void SetBarHidden(bool hidden);
   /// Entry by default; Mono for the text of programs.
   void SetStyle(TypeStyle style);
 
@@ -102,6 +104,7 @@ class ListBox : public Control {
   int current_ = -1;
   int top_ = 0;
   int fixedLines_ = 0;
+  bool barHidden_ = false;
   TypeStyle style_ = TypeStyle::Entry;
   int pressY_ = -1;
   int pressTop_ = 0;

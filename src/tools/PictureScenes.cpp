@@ -1,5 +1,6 @@
 #include "tools/PictureScenes.h"
 
+#include <chrono>
 #include <filesystem>
 
 #include "console/EntryMode.h"
@@ -201,6 +202,72 @@ void Run(PictureStage& stage) {
   stage.RunFor(500);
 }
 
+/// A name into one of the two boxes of the program screen.
+void SetName(PictureStage& stage, const char* box, const char* name) {
+  if (auto* combo = dynamic_cast<toolkit::PickBox*>(ControlOf(stage, "ProgramForm", box)))
+    combo->SetText(name);
+}
+
+void ListsAndSearch(PictureStage& stage) {
+  stage.Type(Key::F1);
+  stage.Type(Key::L);
+  stage.Type(Key::Down);
+  stage.Snap("ProgListForm");
+  stage.Type(Key::V);
+  stage.Snap("ProgListForm", "view");
+  stage.Type(Key::O);
+  stage.Type(Key::C);
+  SetName(stage, "DirectoryCombo", "");
+  SetName(stage, "ProgramCombo", "e");
+  stage.Type(Key::R);
+  stage.RunFor(100);
+  stage.Type(Key::Down);
+  stage.Snap("SearchForm");
+  stage.Type(Key::C);
+}
+
+void Editor(PictureStage& stage) {
+  SetName(stage, "DirectoryCombo", "SHOP");
+  SetName(stage, "ProgramCombo", "NEST");
+  stage.Type(Key::E);
+  stage.Type(Key::Down);
+  stage.Snap("EditProgForm", "fresh");
+  stage.Type(Key::W);
+  stage.Type(Key::D);
+  stage.Snap("EditProgForm");
+  stage.Type(Key::C);
+  stage.Type(Key::X);
+}
+
+void MarkSome(PictureStage& stage) {
+  for (int line = 0; line < 3; ++line) {
+    stage.Type(Key::Space);
+    stage.Type(Key::Down);
+  }
+}
+
+void FileActions(PictureStage& stage) {
+  struct Row {
+    char Number;
+    const char* Screen;
+    const char* State;  ///< empty for the picture of the documents
+  };
+  constexpr Row Rows[] = {{'1', "FileForm", "delete"},      {'2', "FileForm", "rename"},
+                          {'3', "FileForm", "copy-as"},     {'4', "FileForm", ""},
+                          {'5', "FileForm", "copy-to"},     {'6', "DirectoryForm", "create"},
+                          {'7', "DirectoryForm", "delete"}, {'8', "DirectoryForm", ""}};
+  stage.Type(Key::F6);
+  stage.Snap("FileHandleForm");
+  for (const Row& row : Rows) {
+    stage.Type(static_cast<Key>(row.Number));
+    if (row.Screen == std::string("FileForm")) MarkSome(stage);
+    stage.Snap(row.Screen, row.State);
+    stage.Type(Key::C);
+    stage.RunFor(50);
+  }
+  stage.Type(Key::X);
+}
+
 void Graphics(PictureStage& stage) {
   stage.Type(Key::F7);
   stage.Type(Key::K);
@@ -257,6 +324,11 @@ void MakeLongNames(const std::string& folder) {
   namespace fs = std::filesystem;
   const fs::path shop = fs::path(folder) / "Programs" / "SHOP";
   fs::copy_file(shop / "GASKET.prg", shop / (std::string(LongName) + ".prg"));
+  // The lists show dates: the same ones in every picture.
+  const std::chrono::system_clock::time_point noon =
+      std::chrono::sys_days{std::chrono::year{2026} / 3 / 4} + std::chrono::hours{12};
+  for (const auto& file : fs::recursive_directory_iterator(fs::path(folder) / "Programs"))
+    fs::last_write_time(file.path(), fs::file_time_type::clock::from_sys(noon));
 }
 
 void PlayScenes(PictureStage& stage) {
@@ -267,6 +339,9 @@ void PlayScenes(PictureStage& stage) {
   stage.Snap("FrontEnd", "selected");
   UserKeys(stage, "");
   BatchCounter(stage);
+  ListsAndSearch(stage);
+  Editor(stage);
+  FileActions(stage);
   Run(stage);
   Graphics(stage);
   Transfer(stage);

@@ -17,12 +17,12 @@
 #include "core/System.h"
 #include "platform/Clock.h"
 #include "platform/DiskFileSystem.h"
-#include "platform/Drives.h"
 #include "platform/RuntimeFault.h"
 #include "platform/SessionEnd.h"
 #include "platform/VirtualLoop.h"
 #include "simulator/SimulatedController.h"
 #include "simulator/SimulatedPort.h"
+#include "support/LooseDrives.h"
 #include "support/QtEnvironment.h"
 #include "support/SourceTree.h"
 #include "support/TempDirectory.h"
@@ -42,12 +42,6 @@ class RecordedEnd final : public platform::SessionEnd {
   void EndProcess() override { Events.emplace_back("end process"); }
 
   std::vector<std::string> Events;
-};
-
-class NoDrives final : public platform::Drives {
- public:
-  [[nodiscard]] std::vector<std::string> List() const override { return {}; }
-  [[nodiscard]] bool Ready(std::string_view) const override { return false; }
 };
 
 class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
@@ -184,7 +178,7 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
   test::TempDirectory Directory;
   platform::VirtualLoop Loop;
   platform::FixedClock Clock{{2026, 3, 4, 5, 6, 7}};
-  NoDrives Drives;
+  test::LooseDrives Drives;
   core::System System;
   RecordedEnd Session;
   std::vector<std::string> Lines;

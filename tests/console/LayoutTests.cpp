@@ -64,9 +64,11 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
   const QRect figures(plot.Right(), 0, Desk->width() - plot.Right(), Desk->height());
   const QRect keys(0, plot.Bottom(), Desk->width(), Desk->height() - plot.Bottom());
   for (const char* name :
-       {"ProgramForm", "StatusMenuForm", "XYPositionForm", "AuxPositionForm", "ViewProgForm",
-        "SetupForm", "BatchForm", "UserForm", "LaserStatusForm", "MachineForm", "LoadForm",
-        "MoveForm", "XYJogForm", "MessageForm", "NumberForm", "KeyboardForm", "SendForm"}) {
+       {"ProgramForm",    "StatusMenuForm", "XYPositionForm", "AuxPositionForm", "ViewProgForm",
+        "SetupForm",      "BatchForm",      "UserForm",       "LaserStatusForm", "MachineForm",
+        "LoadForm",       "MoveForm",       "XYJogForm",      "MessageForm",     "NumberForm",
+        "KeyboardForm",   "SendForm",       "ProgListForm",   "SearchForm",      "EditProgForm",
+        "FileHandleForm", "FileForm",       "DirectoryForm"}) {
     ASSERT_TRUE(Screens().Show(name)) << name;
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);

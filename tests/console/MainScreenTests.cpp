@@ -104,8 +104,8 @@ TEST_F(MainScreen, FiguresHandTheFocusBack) {
   EXPECT_EQ(Focus("FrontEnd"), "PlotBox(1)");
 }
 
-TEST_F(MainScreen, KeysOfScreensThatTheMachineDoesNotHaveDoNothing) {
-  TypeF(6);
+TEST_F(MainScreen, TheEighthFunctionKeyDoesNothing) {
+  TypeF(8);
   EXPECT_EQ(Screens().VisibleNames(), std::vector<std::string>{"FrontEnd"});
   EXPECT_EQ(CurrentForm(), "");
 }

@@ -200,14 +200,6 @@ TEST_F(ProgramScreen, WithoutAnyLaserSettingsAProgramStillSelects) {
   EXPECT_FALSE(Files->FileExists("Actvprg1.lsr"));
 }
 
-TEST_F(ProgramScreen, TheWaysToScreensThatAreNotThereMakeNothing) {
-  EnterName(Key::P, "BRANDNEW");
-  Type(Key::E);
-  Type(Key::L);
-  EXPECT_FALSE(Files->FileExists(".\\Programs\\SHOP\\BRANDNEW.prg"));
-  EXPECT_EQ(CurrentForm(), "ProgramForm");
-}
-
 TEST_F(ProgramScreen, EditAsksBeforeItMakesADirectory) {
   Screens().Register(
       TrialRow({.Name = "EditProgForm", .Title = "PROGRAM EDIT", .Parent = "ProgramForm"}));

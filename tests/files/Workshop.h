@@ -14,8 +14,8 @@
 #include "core/System.h"
 #include "files/FileParts.h"
 #include "platform/DiskFileSystem.h"
-#include "platform/Drives.h"
 #include "supervision/OperatorDialogs.h"
+#include "support/LooseDrives.h"
 #include "support/TempDirectory.h"
 
 namespace torvane::files {
@@ -50,26 +50,11 @@ class WrittenDialogs final : public supervision::OperatorDialogs {
   std::vector<std::string> Shown() { return std::exchange(Log, {}); }
 };
 
-/// Drives that answer, or do so only from a later test on.
-class LooseDrives final : public platform::Drives {
- public:
-  std::vector<std::string> Present;
-  std::map<std::string, int> ReadyAt;  ///< the test from which on a drive answers, 1 is the first
-  mutable std::map<std::string, int> Tests;
-
-  [[nodiscard]] std::vector<std::string> List() const override { return Present; }
-  [[nodiscard]] bool Ready(std::string_view drive) const override {
-    const std::string name(drive);
-    const auto row = ReadyAt.find(name);
-    return row != ReadyAt.end() && ++Tests[name] >= row->second;
-  }
-};
-
 struct Workshop {
   test::TempDirectory Temp;
   platform::DiskFileSystem Disk{Temp.Path(), {{'C', Temp.Path()}}};
   core::System System;
-  LooseDrives Drives;
+  test::LooseDrives Drives;
   WrittenDialogs Dialogs;
   int Breaths = 0;
   FileParts Parts{System, Disk, Drives, Dialogs, [this] { ++Breaths; }};
