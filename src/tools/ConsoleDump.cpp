@@ -230,6 +230,11 @@ QJsonValue Cursor(const toolkit::RasterCanvas& canvas) {
   return QJsonArray{(cross.From.X + cross.To.X) / 2, (cross.From.Y + cross.To.Y) / 2};
 }
 
+QJsonValue Marked(const ScriptStage& stage) {
+  const int record = stage.MarkedRecord ? stage.MarkedRecord() : 0;
+  return record > 0 ? QJsonValue(record) : QJsonValue(QJsonValue::Null);
+}
+
 QJsonValue Plot(const ScriptStage& stage) {
   toolkit::PlotCanvas* const plot = ShownPlot(stage);
   if (plot == nullptr) return QJsonValue::Null;
@@ -241,7 +246,7 @@ QJsonValue Plot(const ScriptStage& stage) {
                      {"view", QJsonArray{from.X, from.Y, to.X, to.Y}},
                      {"zoomed", stage.System.Views[static_cast<std::size_t>(slot)].ViewZoomed},
                      {"cursor", Cursor(canvas)},
-                     {"marked", QJsonValue::Null}};
+                     {"marked", Marked(stage)}};
 }
 
 }  // namespace

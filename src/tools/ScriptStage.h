@@ -23,6 +23,9 @@ struct ScriptStage {
   simulator::SimulatedController* Machine = nullptr;  ///< null without --simulate
   /// Ends the program as the operator's &OK does, with that exit status unless it is 0.
   std::function<void(int status)> ShutDown;
+  /// The number of the record that a visual restart has highlighted, 0 for none; empty where there
+  /// are no such restarts.
+  std::function<int()> MarkedRecord = {};
 };
 
 /// The form of that name that shows, the front one first; null if there is none.

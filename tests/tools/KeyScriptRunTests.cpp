@@ -397,6 +397,19 @@ TEST_F(ScriptTest, ADumpOfTheConsoleHasStateAndPlot) {
   EXPECT_EQ(Named(dump["forms"], "FrontEnd")["x"], 0);
 }
 
+TEST_F(ScriptTest, ADumpTellsTheCrossAndTheRecordOfARestart) {
+  Start();
+  auto& canvas = Main().PlotBox(System.ActiveSlot).Canvas();
+  canvas.Scale({0, 100}, {200, 0});
+  canvas.SetOverlay(platform::Overlay::CrossLine1, {{40, 30}, {60, 30}, true});
+  auto stage = Stage();
+  stage.MarkedRecord = [] { return 12; };
+  const auto plot = Parsed(tools::ConsoleDump(stage))["plot"];
+  EXPECT_EQ(plot["cursor"], (QJsonArray{50, 30}));
+  EXPECT_EQ(plot["marked"], 12);
+  EXPECT_EQ(plot["view"], (QJsonArray{0, 100, 200, 0}));
+}
+
 TEST_F(ScriptTest, AModalScreenIsToldSo) {
   Start();
   Then([this] {
