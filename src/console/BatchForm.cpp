@@ -5,6 +5,7 @@
 #include "console/ConsoleServices.h"
 #include "console/EntryMode.h"
 #include "core/General.h"
+#include "core/SlotFiles.h"
 #include "supervision/BatchCount.h"
 #include "supervision/PollTrio.h"
 
@@ -92,6 +93,7 @@ void BatchForm::ShowRecord(const core::Batch& batch) {
 
 void BatchForm::Activated() {
   if (Editing()) return;  // the pad has closed: what was entered stays
+  ShowRecord(System().Active().BatchCounters);
   Services().Poll.RefreshBatch(link::Asker::Operator);
   if (Visible() && !Editing()) ShowRecord(System().Active().BatchCounters);
 }
@@ -114,8 +116,15 @@ void BatchForm::TakeSettings() {
     return;
   }
   ShowRecord(*batch);
-  supervision::StoreBatch(System(), Services().Files, Services().Downloads, *batch);
+  Store(*batch);
   ShowEditing(false);
+}
+
+void BatchForm::Store(const core::Batch& batch) {
+  const std::string path =
+      core::SlotFile(System().Directories, System().ActiveSlot, core::Extension::BatchCounters);
+  if (supervision::StoreBatch(System(), Services().Files, Services().Downloads, batch)) return;
+  Warn("Batch Counters Are Not Saved !", path);
 }
 
 void BatchForm::ClearPressed() {
@@ -125,7 +134,7 @@ void BatchForm::ClearPressed() {
     return;
   }
   ShowRecord({});
-  supervision::StoreBatch(System(), Services().Files, Services().Downloads, {});
+  Store({});
 }
 
 }  // namespace torvane::console

@@ -21,6 +21,7 @@ class BatchForm final : public Screen {
   void SetPressed();
   void ClearPressed();
   void TakeSettings();
+  void Store(const core::Batch& batch);
   [[nodiscard]] double ValueOf(int index) const;
   [[nodiscard]] toolkit::EntryBox& Box(int index) const {
     return *boxes_[static_cast<std::size_t>(index - 1)];

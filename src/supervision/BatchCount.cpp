@@ -2,6 +2,7 @@
 
 #include "core/General.h"
 #include "core/SlotFiles.h"
+#include "platform/RuntimeFault.h"
 
 namespace torvane::supervision {
 
@@ -20,11 +21,17 @@ std::optional<core::Batch> BatchOf(double partsPerSheet, double partsRequired,
   return batch;
 }
 
-void StoreBatch(core::System& system, platform::FileSystem& files, link::Downloads& downloads,
+bool StoreBatch(core::System& system, platform::FileSystem& files, link::Downloads& downloads,
                 const core::Batch& batch) {
   system.Active().BatchCounters = batch;
-  core::SaveBatch(files, system.Directories, system.ActiveSlot, batch);
+  bool saved = true;
+  try {
+    core::SaveBatch(files, system.Directories, system.ActiveSlot, batch);
+  } catch (const platform::RuntimeFault&) {
+    saved = false;  // a full disk must not end the console while the machine cuts
+  }
   downloads.DownBatch(batch);
+  return saved;
 }
 
 }  // namespace torvane::supervision

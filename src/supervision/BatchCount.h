@@ -16,7 +16,8 @@ namespace torvane::supervision {
                                                  double sheetsCompleted);
 
 /// Puts the counters into the slot in force, its file and the controller, in this order. Waits.
-void StoreBatch(core::System& system, platform::FileSystem& files, link::Downloads& downloads,
-                const core::Batch& batch);
+/// False where the file can not be written: the controller counts all the same.
+[[nodiscard]] bool StoreBatch(core::System& system, platform::FileSystem& files,
+                              link::Downloads& downloads, const core::Batch& batch);
 
 }  // namespace torvane::supervision

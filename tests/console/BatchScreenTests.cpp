@@ -188,6 +188,18 @@ TEST_F(BatchScreen, ClearAsksNothing) {
   EXPECT_EQ(Directory.Get("Actvprg1.btc"), "0\r\n0\r\n0\r\n0\r\n0\r\n******\r\n");
 }
 
+TEST_F(BatchScreen, AFileThatCanNotBeWrittenIsAWarningThatNamesIt) {
+  Open();
+  Directory.MakeDirectory("Actvprg1.btc");
+  Type(Key::C);
+  RunFor(300);
+  EXPECT_EQ(Warning(), "\nBatch Counters Are Not Saved !\n.\\Actvprg1.btc");
+  Type(Key::O);
+  RunFor(100);
+  EXPECT_TRUE(Shows("BatchForm"));
+  EXPECT_EQ(TakeCommands(), (Words{"VR(82)=0", "VR(83)=0", "VR(84)=0", "VR(85)=0"}));
+}
+
 TEST_F(BatchScreen, SheetsToGoChangesItsColourAtZeroAndBelow) {
   SetVariable(82, 5);
   SetVariable(83, 20);

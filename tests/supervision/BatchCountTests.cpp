@@ -55,12 +55,20 @@ RC_GTEST_PROP(BatchOf, TheSheetsAreTheFewestThatHoldTheParts, ()) {
 TEST(StoreBatch, GoesIntoTheRecordTheFileAndTheController) {
   Bench bench;
   bench.System.ActiveSlot = 2;
-  StoreBatch(bench.System, bench.Files, bench.Downloads, {7, 20, 3, 1, 2});
+  EXPECT_TRUE(StoreBatch(bench.System, bench.Files, bench.Downloads, {7, 20, 3, 1, 2}));
   EXPECT_EQ(bench.System.Programs[2].BatchCounters.SheetsToGo, 2);
   EXPECT_EQ(bench.Temp.Get("Actvprg2.btc"), "7\r\n20\r\n3\r\n1\r\n2\r\n******\r\n");
   EXPECT_EQ(bench.Sent(), (Lines{"VR(82)=7", "VR(83)=20", "VR(84)=3", "VR(85)=1"}))
       << "what is to go is never sent";
   EXPECT_FALSE(bench.Temp.Has("Actvprg1.btc"));
+}
+
+TEST(StoreBatch, AFileThatCanNotBeWrittenKeepsNothingFromTheController) {
+  Bench bench;
+  bench.Temp.MakeDirectory("Actvprg1.btc");  // a directory of the file's name
+  EXPECT_FALSE(StoreBatch(bench.System, bench.Files, bench.Downloads, {7, 20, 3, 1, 2}));
+  EXPECT_EQ(bench.System.Programs[1].BatchCounters.SheetsToGo, 2);
+  EXPECT_EQ(bench.Sent(), (Lines{"VR(82)=7", "VR(83)=20", "VR(84)=3", "VR(85)=1"}));
 }
 
 }  // namespace
