@@ -10,8 +10,8 @@
 #include "TransferRig.h"
 #include "core/PrefixMatcher.h"
 #include "files/ReceivedProgram.h"
-#include "link/MemoryFiles.h"
 #include "support/Faults.h"
+#include "support/MemoryFiles.h"
 
 namespace torvane::files {
 namespace {
@@ -359,7 +359,7 @@ using Outcome = std::map<std::string, std::string, std::less<>>;
 Outcome OutcomeOf(const core::TransferSettings& settings, std::string_view stream,
                   const std::vector<std::size_t>& chunks) {
   core::System system;
-  link::MemoryFiles files;
+  tests::MemoryFiles files;
   system.Comms = settings;
   system.Directories.ProgramRoot = "P\\";
   system.Directories.ProgramDirectoryName = "SHOP";

@@ -13,7 +13,7 @@
 #include "graphics/DrawingModule.h"
 #include "partprogram/DrawRecord.h"
 #include "platform/RecordingCanvas.h"
-#include "platform/RuntimeFault.h"
+#include "support/MemoryFiles.h"
 
 namespace torvane::graphics::testing {
 
@@ -23,77 +23,7 @@ using platform::CanvasCallKind;
 using platform::Overlay;
 using platform::RecordingCanvas;
 
-/// Files in memory. `Log` holds "open NAME", "write NAME" and "read N" in order.
-class MemoryFiles final : public platform::FileSystem {
- public:
-  std::map<std::string, std::string> Files;
-  mutable std::vector<std::string> Log;
-
-  [[nodiscard]] bool FileExists(std::string_view path) const override {
-    return Files.contains(std::string(path));
-  }
-  [[nodiscard]] bool DirectoryExists(std::string_view) const override { return true; }
-  void MakeDirectory(std::string_view) override {}
-  void RemoveDirectory(std::string_view) override {}
-  [[nodiscard]] std::string ReadFile(std::string_view path) const override {
-    const auto found = Files.find(std::string(path));
-    if (found == Files.end()) throw platform::RuntimeFault(std::string(path), "not found");
-    return found->second;
-  }
-  void ReplaceFile(std::string_view path, std::string_view bytes) override { Write(path, bytes); }
-  void OverwriteFile(std::string_view path, std::string_view bytes) override { Write(path, bytes); }
-  void AppendFile(std::string_view path, std::string_view bytes) override {
-    Write(path, Files[std::string(path)] + std::string(bytes));
-  }
-  [[nodiscard]] std::uint64_t FileSize(std::string_view path) const override {
-    return ReadFile(path).size();
-  }
-  void DeleteFile(std::string_view path) override { Files.erase(std::string(path)); }
-  void CopyFile(std::string_view from, std::string_view to) override { Write(to, ReadFile(from)); }
-  void RenameFile(std::string_view from, std::string_view to) override {
-    CopyFile(from, to);
-    DeleteFile(from);
-  }
-  [[nodiscard]] std::vector<std::string> ListFiles(std::string_view) const override { return {}; }
-  [[nodiscard]] std::vector<std::string> ListDirectories(std::string_view) const override {
-    return {};
-  }
-  [[nodiscard]] std::unique_ptr<platform::RecordFile> OpenRecords(
-      std::string_view path, std::size_t recordSize) const override {
-    Log.push_back("open " + std::string(path));
-    return std::make_unique<MemoryRecords>(*this, ReadFile(path), recordSize);
-  }
-
-  [[nodiscard]] int Opened(std::string_view path) const {
-    int count = 0;
-    for (const auto& entry : Log) count += entry == "open " + std::string(path) ? 1 : 0;
-    return count;
-  }
-
- private:
-  class MemoryRecords final : public platform::RecordFile {
-   public:
-    MemoryRecords(const MemoryFiles& owner, std::string bytes, std::size_t size)
-        : owner_(owner), bytes_(std::move(bytes)), size_(size) {}
-    bool Read(std::uint32_t number, std::span<char> bytes) override {
-      owner_.Log.push_back("read " + std::to_string(number));
-      const std::size_t from = (number - 1) * size_;
-      if (from + size_ > bytes_.size()) return false;
-      bytes_.copy(bytes.data(), size_, from);
-      return true;
-    }
-
-   private:
-    const MemoryFiles& owner_;
-    std::string bytes_;
-    std::size_t size_;
-  };
-
-  void Write(std::string_view path, std::string_view bytes) {
-    Log.push_back("write " + std::string(path));
-    Files[std::string(path)] = std::string(bytes);
-  }
-};
+using tests::MemoryFiles;
 
 inline std::string FileOf(const std::vector<DrawRecord>& records) {
   std::string bytes;

@@ -10,12 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include "MemoryFiles.h"
 #include "core/DirectorySet.h"
 #include "core/LinkSettings.h"
 #include "link/Trio.h"
 #include "platform/ScriptedPort.h"
 #include "platform/VirtualLoop.h"
+#include "support/MemoryFiles.h"
 
 namespace torvane::link {
 
@@ -123,7 +123,7 @@ struct LinkFixture {
   platform::VirtualLoop Loop;
   platform::ScriptedPort Port{Loop};
   FakeController Controller{Loop, Port};
-  MemoryFiles Files;
+  tests::MemoryFiles Files;
   FakeScreens Screens;
   core::LinkSettings Settings;
   core::DirectorySet Directories;

@@ -11,9 +11,9 @@
 #include "core/Numbers.h"
 #include "core/TransferFile.h"
 #include "files/CommsModule.h"
-#include "link/MemoryFiles.h"
 #include "platform/VirtualLoop.h"
 #include "simulator/OfficePort.h"
+#include "support/MemoryFiles.h"
 #include "support/SourceTree.h"
 
 namespace torvane::simulator {
@@ -43,7 +43,7 @@ class NoScreen final : public files::SendScreen {
 /// A console with its office, on virtual time and with its files in memory.
 struct Joined {
   platform::VirtualLoop Loop;
-  link::MemoryFiles Files;
+  tests::MemoryFiles Files;
   core::System System;
   OfficePeer Office;
   OfficePort Port;
