@@ -1,7 +1,7 @@
 #include "restart/VisualRestart.h"
 
 #include "supervision/CycleRules.h"
-#include "supervision/WarningText.h"
+#include "supervision/OperatorDialogs.h"
 
 namespace torvane::restart {
 
@@ -33,8 +33,7 @@ void VisualRestart::BeginVisualRestart() {
     return;
   }
   state_ = {};
-  parts_.Dialogs.ShowWarning(supervision::TwoLineWarning(NothingFirst, NothingSecond),
-                             supervision::WarningMode::Ok, supervision::WarningStyle::Warning);
+  parts_.Dialogs.Warn(NothingFirst, NothingSecond);
   Leave();
 }
 

@@ -264,10 +264,10 @@ TEST_F(ProgramSelectionTest, WarningsDoNotStopASelection) {
 
 TEST_F(ProgramSelectionTest, TheSplitOfAnEarlierRestartGoes) {
   Temp.Put("SplitCyc.drw", "x");
-  Split.CycleNumber = 4;
+  Split.SplitCurrent = 4;
   ASSERT_TRUE(SelectProgram("SHOP", "PART"));
   EXPECT_FALSE(Temp.Has("SplitCyc.drw"));
-  EXPECT_EQ(Split.CycleNumber, 1);
+  EXPECT_EQ(Split.SplitCurrent, 1);
 }
 
 TEST_F(ProgramSelectionTest, TheOtherSlotIsNotTouched) {

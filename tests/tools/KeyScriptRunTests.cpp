@@ -404,7 +404,7 @@ TEST_F(ScriptTest, ADumpTellsTheCrossAndTheRecordOfARestart) {
   canvas.SetOverlay(platform::Overlay::CrossLine1, {{40, 30}, {60, 30}, true});
   auto stage = Stage();
   stage.MarkedRecord = [] { return 12; };
-  const auto plot = Parsed(tools::ConsoleDump(stage))["plot"];
+  const QJsonObject plot = Parsed(tools::ConsoleDump(stage))["plot"].toObject();
   EXPECT_EQ(plot["cursor"], (QJsonArray{50, 30}));
   EXPECT_EQ(plot["marked"], 12);
   EXPECT_EQ(plot["view"], (QJsonArray{0, 100, 200, 0}));
