@@ -4,6 +4,7 @@
 #include "console/FileTasks.h"
 #include "console/ScreenSet.h"
 #include "core/ScreenNames.h"
+#include "files/CommsModule.h"
 
 namespace torvane::console {
 
@@ -30,8 +31,7 @@ FileHandleForm::FileHandleForm(const ScreenStart& start) : Screen(start) {
                  Role::General, [this](int index) { OpenDirectoryAction(index); });
   const auto commsKeys = AddButtons(comms, "CommsButton", 1, {"&SEND", "SET&UP"}, Role::General,
                                     [this](int index) { OpenComms(index); });
-  commsKeys[0]->SetEnabled(System().Comms.CommsPort >= 1 &&
-                           Screens().Known(core::ScreenNames::SendForm));
+  commsKeys[0]->SetEnabled(Services().Comms.PortUsed());
   auto& exit = AddExitButton(Body());
   SetGrid(744, Rows({Columns({Inside(programs, Rows(CellsOf(programKeys))),
                               Inside(directories, Rows(CellsOf(directoryKeys))),

@@ -30,15 +30,9 @@ class SendScreen : public ConsoleFixture {
     RunFor(20);
   }
   void Open() {
-    if (Shows("FileHandleForm")) {
-      Type(Key::S);
-    } else {
-      Screens().Open("SendForm");
-    }
+    Type(Key::S);
     RunFor(20);
   }
-  /// Where the focus goes when the screen closes.
-  [[nodiscard]] std::string Parent() { return Shows("FileHandleForm") ? "FileHandleForm" : ""; }
   [[nodiscard]] std::filesystem::path Programs() const {
     return std::filesystem::path(Directory.Path()) / "Programs";
   }
@@ -86,7 +80,21 @@ TEST_F(SendScreen, OpensFromTheFileMenuAndCancelGoesBackToIt) {
   EXPECT_EQ(LabelText("SendForm", "CountLabel"), "0 OF 3 MARKED");
   Type(Key::C);
   EXPECT_FALSE(Shows("SendForm"));
-  EXPECT_EQ(CurrentForm(), Parent());
+  EXPECT_EQ(CurrentForm(), "FileHandleForm");
+}
+
+TEST_F(SendScreen, TheMenusKeyIsDeadWithoutAPortAndOnTheControllersPort) {
+  for (const std::int16_t port : {std::int16_t{0}, System.Link.CommPort}) {
+    Screens().Unload("FileHandleForm");
+    RunFor(20);
+    System.Comms.CommsPort = port;
+    TypeF(6);
+    RunFor(20);
+    EXPECT_FALSE(Control<toolkit::Button>("FileHandleForm", "CommsButton(1)")->Enabled());
+    Type(Key::S);
+    RunFor(20);
+    EXPECT_FALSE(Shows("SendForm"));
+  }
 }
 
 TEST_F(SendScreen, NothingMarkedIsRefused) {
@@ -118,7 +126,7 @@ TEST_F(SendScreen, ForceSendsWhatIsMarkedInTheOrderOfTheList) {
   Type(Key::O);
   RunFor(3000);
   EXPECT_FALSE(Shows("SendForm"));
-  EXPECT_EQ(CurrentForm(), Parent());
+  EXPECT_EQ(CurrentForm(), "FileHandleForm");
   EXPECT_EQ(Sent(), Leader + "G00 X1\r\nM02\r\n\x04" + Leader + "G01\r\n\x04");
 }
 
@@ -267,7 +275,7 @@ TEST_F(SendScreen, OpenedTwiceItSendsTwice) {
     Later(50, Key::F);
     Type(Key::O);
     RunFor(2000);
-    EXPECT_EQ(CurrentForm(), Parent());
+    EXPECT_EQ(CurrentForm(), "FileHandleForm");
   }
   EXPECT_EQ(Sent(), Leader + "G01\r\n\x04" + Leader + "G01\r\n\x04");
 }
