@@ -162,7 +162,6 @@ void Receiver::Abandon() {
       NoteFault(files_, system_.Directories, fault.what());
     }
   }
-  Tell();
 }
 
 void Receiver::Close() {

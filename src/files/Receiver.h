@@ -44,7 +44,7 @@ class Receiver {
   /// programs.
   [[nodiscard]] std::uint64_t CharactersReceived() const { return received_; }
 
-  /// Called when characters have come, and when a program has ended or was dropped.
+  /// Called when characters have come.
   void OnProgress(std::function<void()> watcher) { watcher_ = std::move(watcher); }
 
  private:
