@@ -191,10 +191,8 @@ TEST_F(BatchScreen, ClearAsksNothing) {
 TEST_F(BatchScreen, AFileThatCanNotBeWrittenIsAWarningThatNamesIt) {
   Open();
   Directory.MakeDirectory("Actvprg1.btc");
-  Type(Key::C);
-  RunFor(300);
-  EXPECT_EQ(Warning(), "\nBatch Counters Are Not Saved !\n.\\Actvprg1.btc");
-  Type(Key::O);
+  EXPECT_EQ(Answered(Key::O, [this] { Type(Key::C); }),
+            "\nBatch Counters Are Not Saved !\n.\\Actvprg1.btc");
   RunFor(100);
   EXPECT_TRUE(Shows("BatchForm"));
   EXPECT_EQ(TakeCommands(), (Words{"VR(82)=0", "VR(83)=0", "VR(84)=0", "VR(85)=0"}));

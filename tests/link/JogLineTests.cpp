@@ -147,7 +147,8 @@ TEST_F(Jogging, AtTheEndOfTheProgramAStopThatIsOwedIsGivenUp) {
   Jog.Stop();
   Loop.RunFor(1000);
   Link.BeginEnd();
-  Loop.RunFor(1);
+  Loop.RunFor(Settings.ReplyTimeoutMs + 100);
+  EXPECT_EQ(Controller.Received.back(), StopLine) << "the program's last word to the machine";
   EXPECT_FALSE(Jog.Stopping());
   EXPECT_EQ(Loop.ActivitiesUnderWay(), 0U);
 }

@@ -115,7 +115,7 @@ TEST_F(Waiting, ACancelWhileTheLinesStillGoOutNeverPutsTheRestartTableInForce) {
   Gathered(2);
   const auto before = OnLine;
   OnLine = [&, before](const std::string& line) {
-    if (line.starts_with("TABLE")) Loop.Post([this] { Operation.Cancel(); });
+    if (line.starts_with("TABLE")) Loop.Start([this] { Operation.Cancel(); });
     before(line);
   };
   Operation.StartRestart();
