@@ -7,6 +7,7 @@
 #include "console/ScreenSet.h"
 #include "core/ScreenNames.h"
 #include "link/Trio.h"
+#include "link/Variables.h"
 
 namespace torvane::console {
 
@@ -20,13 +21,13 @@ constexpr std::array ProgramScreens = {Names::ViewProgForm, Names::SetupForm, Na
 /// A block skip switch and its variable.
 struct SkipRow {
   const char* Caption;
-  const char* Variable;
+  std::string_view Variable;
   toolkit::Key Key;
 };
 
 constexpr std::array<SkipRow, 2> SkipRows = {{
-    {" BLOCK SKIP &1", "VR(92)", static_cast<toolkit::Key>('1')},
-    {" BLOCK SKIP &2", "VR(93)", static_cast<toolkit::Key>('2')},
+    {" BLOCK SKIP &1", link::Variable::BlockSkip1, static_cast<toolkit::Key>('1')},
+    {" BLOCK SKIP &2", link::Variable::BlockSkip2, static_cast<toolkit::Key>('2')},
 }};
 
 }  // namespace
@@ -64,7 +65,7 @@ void StatusMenuForm::MakeSkips() {
         &AddTwoState(Body(), Numbered("SkipButton", static_cast<int>(skips_.size()) + 1),
                      row.Caption, Role::General, [this, &row](bool down) {
                        FocusHome();
-                       Services().Trio.Download(std::string(row.Variable) + (down ? "=1" : "=0"));
+                       Services().Trio.Download(link::Assignment(row.Variable, down ? "1" : "0"));
                      }));
     AddKey(row.Key, *skips_.back());
   }

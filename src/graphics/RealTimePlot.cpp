@@ -4,6 +4,7 @@
 
 #include "core/General.h"
 #include "graphics/MovementIcon.h"
+#include "link/Variables.h"
 
 namespace torvane::graphics {
 
@@ -52,7 +53,7 @@ void RealTimePlotter::RealTimePlot() {
   if (!system_.Link.TrioLinkEnabled || box == nullptr || !system_.Active().Selected) return;
 
   if (state.MachineRunning && !state.MachineWasRunning) drawing_.RefreshPlot(system_.ActiveSlot);
-  state.RunSeconds = links_.GetRspnsSngl("VR(52)", 2);
+  state.RunSeconds = links_.GetRspnsSngl(link::Variable::RunTime, 2);
   // The wait for the reply lets the operator in, who may have gone to the other slot.
   box = drawing_.PlotBox(system_.ActiveSlot);
   if (box == nullptr) return;

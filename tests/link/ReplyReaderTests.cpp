@@ -21,13 +21,18 @@ TEST(ReplyReader, SignsDecimalsAndLeadingBlanksAreRead) {
   EXPECT_EQ(ReadReplyValue(Query, "? VR(19)\r\n   7\r\n>>"), 7);
 }
 
-TEST(ReplyReader, TheCutGoesByLengthsAndNotByCharacters) {
-  // Eight characters of anything for the echo, its end, one more, then the value.
-  EXPECT_EQ(ReadReplyValue(Query, "abcdefgh_=42abc"), 42);
-  // The same value without the line feed behind the echo loses its first digit.
+TEST(ReplyReader, BehindTheEchoTheCutGoesByLengthsAndNotByCharacters) {
+  // Anything in place of the line feed and of the end.
+  EXPECT_EQ(ReadReplyValue(Query, "? VR(19)\r=42abc"), 42);
+  // Without the line feed behind the echo the value loses its first digit.
   EXPECT_EQ(ReadReplyValue(Query, "? VR(19)\r16384\r\n>>"), 6384);
-  // Nothing is searched: a second query's length moves the cut.
-  EXPECT_EQ(ReadReplyValue("? VR(1)", "? VR(19)\r\n16384\r\n>>"), 16384);
+}
+
+TEST(ReplyReader, AReplyThatDoesNotBeginWithItsEchoCannotBeCut) {
+  EXPECT_EQ(ReadReplyValue("? VR(1)", "? VR(19)\r\n16384\r\n>>"), 0);
+  EXPECT_EQ(ReadReplyValue(Query, "? VR(25)\r\n16384\r\n>>"), 0);
+  EXPECT_EQ(ReadReplyValue(Query, "\n? VR(19)\r\n16384\r\n>>"), 0);
+  EXPECT_EQ(ReadReplyValue(Query, "? VR(19)\n\r16384\r\n>>"), 0);
 }
 
 TEST(ReplyReader, TheLastThreeCharactersFallOffWhateverTheyAre) {
