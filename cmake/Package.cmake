@@ -2,7 +2,7 @@
 include(GNUInstallDirs)
 
 if(TARGET torvane)
-  install(TARGETS torvane torvane-check torvane-sim torvane-generate
+  install(TARGETS torvane torvane-check torvane-sim torvane-office torvane-generate
           RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(PROGRAMS packaging/torvane-simulated DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES packaging/torvane.desktop packaging/torvane-simulated.desktop

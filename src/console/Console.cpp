@@ -1,5 +1,7 @@
 #include "console/Console.h"
 
+#include <algorithm>
+
 namespace torvane::console {
 
 namespace {
@@ -122,6 +124,13 @@ void Console::LimitsButtonChanged(bool pressed) {
 
 void Console::RedrawPlot(int slot) {
   if (plotter_) plotter_->RedrawWithTrace(slot);
+}
+
+int Console::MarkedRecord() const {
+  constexpr int FirstRestartMode = 5;
+  const core::ConsoleState& state = parts_.System.Console;
+  if (!state.PlotKeysActive || state.PlotKeyMode < FirstRestartMode) return 0;
+  return std::max<int>(0, visual_.State().VisualCurrent);
 }
 
 void Console::CloseRequested() {

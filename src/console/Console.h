@@ -59,6 +59,8 @@ class Console final : public supervision::PlotStage,
   [[nodiscard]] supervision::ActiveStore& Store() { return store_; }
   [[nodiscard]] supervision::ProgramSelection& Selection() { return selection_; }
   [[nodiscard]] graphics::DrawingModule* Drawing() { return drawing_.get(); }
+  /// The number of the record that a visual restart has highlighted, 0 outside its modes.
+  [[nodiscard]] int MarkedRecord() const;
 
   /// Plot.cfg, and the plot's switches as they stand at every start.
   void LoadPlotConfig();

@@ -249,7 +249,7 @@ OperatorAnswer CarryOutOperatorCommand(std::string_view line, SimulatedControlle
   for (const auto& row : CommandRows) {
     if (row.Word == word) return row.CarryOut(controller, argument);
   }
-  return {false, "commands: " + std::string(OperatorWords)};
+  return {false, "commands: " + std::string(OperatorWords), false};
 }
 
 std::string DescribeState(SimulatedController& controller) {

@@ -10,7 +10,8 @@ namespace torvane::simulator {
 
 struct OperatorAnswer {
   bool Quit = false;
-  std::string Text;  ///< a line to show, without an end; empty when there is nothing to say
+  std::string Text;   ///< a line to show, without an end; empty when there is nothing to say
+  bool Known = true;  ///< false for a line whose first word is none of the commands
 };
 
 /// The words there are.

@@ -100,7 +100,10 @@ ScriptStage ConsoleProgram::Stage() {
     if (status != 0) SetStatus(status);
     ShutDown();
   };
-  return {loop_, system_, desks, port_, machine_ ? &machine_->Controller() : nullptr, shutDown};
+  return {
+      loop_, system_, desks, port_, machine_ ? &machine_->Controller() : nullptr, shutDown, [this] {
+        return console_.MarkedRecord();
+      }};
 }
 
 void ConsoleProgram::ShutDown() { shutdown_.ShutdownSystem(true); }

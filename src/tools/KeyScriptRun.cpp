@@ -92,6 +92,7 @@ struct KeyScriptRun::Actions {
   static bool Machine(Run& run, const KeyStep& step) {
     if (run.stage_.Machine == nullptr) return Hand(run, "there is no simulated machine");
     const auto answer = simulator::CarryOutOperatorCommand(step.Text, *run.stage_.Machine);
+    if (!answer.Known) return Hand(run, "the machine has no command \"" + step.Text + "\"");
     if (!answer.Text.empty()) PrintLine(answer.Text);
     return true;
   }

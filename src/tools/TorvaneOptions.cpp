@@ -95,7 +95,8 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
   app.add_option("--set", presets,
                  "a variable of the simulated machine from the start, as in 59=1000")
       ->type_name("N=VALUE")
-      ->needs("--simulate");
+      ->needs("--simulate")
+      ->allow_extra_args(false);
   app.add_option(
          "--path", options.Path,
          "writes each piece of path that the simulated machine has run, a JSON object a line")

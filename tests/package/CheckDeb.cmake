@@ -19,7 +19,7 @@ if(NOT count EQUAL 1)
 endif()
 
 run_in_work("dpkg-deb" ${DPKG_DEB} --extract ${packages} ${WORK}/root)
-foreach(name bin/torvane bin/torvane-check bin/torvane-sim bin/torvane-generate
+foreach(name bin/torvane bin/torvane-check bin/torvane-sim bin/torvane-office bin/torvane-generate
         bin/torvane-simulated share/applications/torvane.desktop
         share/applications/torvane-simulated.desktop
         share/icons/hicolor/scalable/apps/torvane.svg share/torvane/installation/Control.cfg

@@ -254,6 +254,7 @@ TEST_F(Hands, TheMachineTakesTheWordsOfItsOwnKeyboard) {
   EXPECT_EQ(Play("machine error 3\nmachine state\n"), "");
   EXPECT_EQ(Controller->Memory().Variable(simulator::Vr::IoMessage), 3);
   EXPECT_THAT(Said, HasSubstr("state: "));
+  EXPECT_THAT(Play("machine strat\n"), HasSubstr("line 1: the machine has no command \"strat\""));
   WithMachine = false;
   EXPECT_THAT(Play("machine start\n"), HasSubstr("line 1: there is no simulated machine"));
 }

@@ -44,6 +44,12 @@ TEST(TorvaneArguments, DevicesAndDrivesAreNamedOneAnOption) {
   EXPECT_EQ(options.Root, "root");
 }
 
+TEST(TorvaneArguments, TheRootMayFollowAVariableToo) {
+  const auto options = Good({"--simulate", "--set", "59=1000", "--set", "81=3", "/r"});
+  EXPECT_EQ(options.Presets.size(), 2U);
+  EXPECT_EQ(options.Root, "/r");
+}
+
 TEST(TorvaneArguments, WrongUseEndsWithTwo) {
   for (const auto& arguments : std::vector<std::vector<const char*>>{
            {"--device", "1"},
