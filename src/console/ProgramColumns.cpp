@@ -9,8 +9,8 @@ std::string DetailsOf(const platform::FileEntry& file) {
   std::string details = std::to_string(file.Size) + "\t";
   if (file.Written.Year == 0) return details;
   std::array<char, 32> date{};
-  (void)std::snprintf(date.data(), date.size(), "%04d-%02d-%02d %02d:%02d", file.Written.Year,
-                      file.Written.Month, file.Written.Day, file.Written.Hour, file.Written.Minute);
+  (void)std::snprintf(date.data(), date.size(), "%04d-%02d-%02d", file.Written.Year,
+                      file.Written.Month, file.Written.Day);
   return details + date.data();
 }
 

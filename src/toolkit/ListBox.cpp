@@ -362,7 +362,7 @@ void ListBox::paintEvent(QPaintEvent*) {
   QFont font = FontOf(m, style_);
   const int row = RowHeight();
   font.setPixelSize(std::min(font.pixelSize(), std::max(8, row * 5 / 6)));
-  // Columns are in the small type, and so is a name that they leave too little room for.
+  // Columns are in the small type, and so is a name that would not fit.
   const QFont narrow = FontOf(m, TypeStyle::Body);
   painter.setFont(narrow);
   const std::vector<int> columns = ColumnWidths(painter);
@@ -379,8 +379,9 @@ void ListBox::paintEvent(QPaintEvent*) {
       painter.setFont(narrow);
       PaintDetails(painter, rest, line, columns);
     }
-    const bool fits = QFontMetrics(font).horizontalAdvance(ToQString(Text(line))) <= rest.width();
-    painter.setFont(fits || details_.empty() ? font : narrow);
+    const bool fits = style_ == TypeStyle::Mono ||
+                      QFontMetrics(font).horizontalAdvance(ToQString(Text(line))) <= rest.width();
+    painter.setFont(fits ? font : narrow);
     PaintLine(painter, rest, {Text(line), -1}, Alignment::Left);
     if (mode_ != Selection::Multiple || line != current_ || !HasFocus()) continue;
     painter.drawRect(place.adjusted(2, 2, -3, -3));
