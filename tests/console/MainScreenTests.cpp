@@ -232,7 +232,7 @@ TEST_F(MainScreen, OpenScreensComeBackInTheirOrderAfterAPressOnTheMainScreen) {
   ASSERT_EQ(CurrentForm(), "XYPositionForm");
   RunFor(100);
   Click(Main().PlotBox(1));
-  EXPECT_EQ(Front(), "FrontEnd");
+  EXPECT_EQ(Front(), "XYPositionForm") << "a press on the plot brings them back too";
   EXPECT_EQ(CurrentForm(), "XYPositionForm");
   Lines.clear();
   Button("ShutdownButton").SetFocus();

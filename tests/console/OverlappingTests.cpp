@@ -301,7 +301,7 @@ TEST_F(AnyStorm, EveryWaitEndsAndNoneIsLeft) {
     RC_ASSERT(!TheConsole->Poll().Changes().Held());
     TheConsole->Trio().StartPolling(true);
     Lines.clear();
-    RunFor(1500);
+    RunFor(2500);  // a tick of a full screen takes most of a second at this speed
     RC_ASSERT(Times("? VR(19)") >= 3);
   }));
 }

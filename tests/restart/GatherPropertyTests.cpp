@@ -83,6 +83,8 @@ RC_GTEST_PROP(GatherWalk, StandsWhereTheRecordsOfItsBlockBegin, ()) {
   const core::Station station;
   const auto converted = partprogram::RunConversion(
       {text.Converted, "A", "B", &gathering.Machine, &station, platform::LocalTime{}});
+  // A program that is refused never stands in a slot, and what it leaves undone has no records.
+  RC_PRE(converted.CriticalErrors == 0);
   std::set<std::pair<int, int>> seen;
   for (const DrawRecord& record : converted.Records) {
     const bool moves = record.Code == RecordCode::Move || record.Code == RecordCode::LineProfile ||
