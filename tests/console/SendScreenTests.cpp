@@ -122,7 +122,7 @@ TEST_F(SendScreen, ForceSendsWhatIsMarkedInTheOrderOfTheList) {
     EXPECT_TRUE(Shows("SendForm"));
     Type(Key::F);
   });
-  Later(1000, Key::Enter);  // the default key: FORCE for the second one
+  Later(1000, Key::F);  // FORCE for the second one
   Type(Key::O);
   RunFor(3000);
   EXPECT_FALSE(Shows("SendForm"));
