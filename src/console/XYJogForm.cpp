@@ -30,6 +30,7 @@ std::optional<JogDirection> DirectionOf(Key key) {
 template <class Table>
 std::vector<std::string> Captions(const Table& table) {
   std::vector<std::string> captions;
+  captions.reserve(table.size());
   for (const auto& row : table) captions.emplace_back(row.Caption);
   return captions;
 }
