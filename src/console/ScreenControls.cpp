@@ -173,6 +173,7 @@ std::vector<toolkit::OptionButton*> Screen::AddOptions(QWidget& parent, const st
 std::vector<toolkit::Label*> Screen::AddLabels(QWidget& parent, const std::string& name, int first,
                                                const std::vector<std::string>& texts) {
   std::vector<toolkit::Label*> labels;
+  labels.reserve(texts.size());
   int index = first;
   for (const std::string& text : texts)
     labels.push_back(&AddLabel(parent, Numbered(name, index++), text));

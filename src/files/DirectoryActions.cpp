@@ -37,11 +37,10 @@ Ending DirectoryActions::CarryOut(DirectoryAction action,
 }
 
 bool DirectoryActions::Acceptable(const std::string& name) {
-  if (!supervision::NameLengthValid(name)) {
-    Tell(parts_, supervision::InvalidDirectoryName);
-  } else if (DirectoryExists(parts_, name)) {
+  const bool lengthValid = supervision::NameLengthValid(name);
+  if (lengthValid && DirectoryExists(parts_, name)) {
     Tell(parts_, "Directory \"" + name + "\" Already Exists !");
-  } else if (!platform::IsPlainName(name)) {
+  } else if (!lengthValid || !platform::IsPlainName(name)) {
     Tell(parts_, supervision::InvalidDirectoryName);
   } else {
     return true;
@@ -77,7 +76,8 @@ Ending DirectoryActions::Delete(const std::string& name) {
   // While the questions stood a program may have been selected from here.
   if (RefuseProtected(name, "Delete")) return Ending::StaysOpen;
   const BusySpell busy(parts_.Dialogs);
-  for (const std::string& file : listed()) parts_.Files.DeleteFile(path + "\\" + file);
+  for (const std::string& file : listed())
+    parts_.Files.DeleteFile(std::string(path).append("\\").append(file));
   parts_.Files.RemoveDirectory(path);
   return Ending::Closes;
 }

@@ -153,7 +153,7 @@ void Trio::Impl::Recover(std::unique_ptr<LineQueue::Turn> turn) {
 }
 
 LineReply Trio::Impl::Exchange(std::string_view line, const Manner& manner) {
-  const LineReply notSent{.Text = {}, .TimedOut = false, .Aborted = true};
+  LineReply notSent{.Text = {}, .TimedOut = false, .Aborted = true};
   const bool ending = manner.From == Asker::End;
   if (Ending && !ending) return notSent;
   const std::string text(line);

@@ -8,7 +8,6 @@
 namespace torvane::restart {
 
 using core::WordValue;
-using partprogram::InchFactor;
 using partprogram::Word;
 using partprogram::WordSet;
 namespace Message = partprogram::Message;
