@@ -15,9 +15,11 @@ constexpr double LeastLotMs = 2;
 
 void OfficeOutbox::Put(std::string_view bytes, std::size_t chunk, double pauseMs) {
   const std::size_t size = chunk == 0 ? bytes.size() : chunk;
-  for (double wait = 0; !bytes.empty(); wait = pauseMs) {
+  double wait = 0;
+  while (!bytes.empty()) {
     parts_.push_back({wait, std::string(bytes.substr(0, size))});
     bytes.remove_prefix(std::min(size, bytes.size()));
+    wait = pauseMs;
   }
 }
 
