@@ -78,7 +78,7 @@ class Poll {
   /// Whether the rollers are on, where that has changed since the last call or `force` asks.
   [[nodiscard]] std::optional<bool> TakeRollers(bool force);
 
-  /// Feed, power and state of the laser, asked for now, as their boxes show them.
+  /// Feed, power and state of the laser, read afresh, as their boxes show them.
   [[nodiscard]] LaserFigures ReadLaserFigures();
 
   /// The next ReadRunningBlock shows the listing afresh.
