@@ -8,7 +8,6 @@
 
 namespace torvane::console {
 
-using toolkit::Key;
 using toolkit::KeyStroke;
 using toolkit::PanelStyle;
 using toolkit::PointerEvent;

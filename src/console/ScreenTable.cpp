@@ -93,6 +93,7 @@ ScreenTraits EditorTraits() {
 }  // namespace
 
 /// Long because it is one table: a row for every screen of the console.
+// NOLINTNEXTLINE(readability-function-size): rows, no branches
 const std::vector<ScreenRow>& ScreenTable() {
   static const std::vector<ScreenRow> Table = {
       {{.Name = Names::FrontEnd,
