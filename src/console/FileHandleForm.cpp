@@ -1,5 +1,7 @@
 #include "console/FileHandleForm.h"
 
+#include <iterator>
+
 #include "console/ConsoleServices.h"
 #include "console/FileTasks.h"
 #include "console/ScreenSet.h"
@@ -13,6 +15,7 @@ namespace {
 template <class Rows>
 std::vector<std::string> CaptionsOf(const Rows& rows) {
   std::vector<std::string> captions;
+  captions.reserve(std::size(rows));
   for (const auto& row : rows) captions.emplace_back(row.Button);
   return captions;
 }

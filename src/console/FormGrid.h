@@ -102,6 +102,7 @@ template <class Control>
 template <class Control>
 [[nodiscard]] std::vector<Cell> LinesOf(const std::vector<Control*>& lines) {
   std::vector<Cell> cells;
+  cells.reserve(lines.size());
   for (Control* line : lines) cells.push_back(Cell(line).High(TextLineHigh));
   return cells;
 }

@@ -194,14 +194,14 @@ std::vector<std::string> DiskFileSystem::ListFiles(std::string_view pattern) con
 
 std::vector<FileEntry> DiskFileSystem::ListEntries(std::string_view pattern) const {
   const std::string_view directory = pattern.substr(0, pattern.find_last_of("\\/:") + 1);
-  const std::string native = paths_.Resolve(directory.empty() ? "." : directory);
+  const std::string native = paths_.Resolve(directory.empty() ? "." : directory) + "/";
   std::vector<FileEntry> entries;
   for (std::string& name : ListFiles(pattern)) {
     struct stat status {};
     FileEntry entry;
     // A file that goes between the listing and here has no size and no date.
-    if (::stat((native + "/" + ToNativeName(name)).c_str(), &status) == 0 ||
-        ::stat((native + "/" + name).c_str(), &status) == 0) {
+    if (::stat((native + ToNativeName(name)).c_str(), &status) == 0 ||
+        ::stat((native + name).c_str(), &status) == 0) {
       entry.Size = static_cast<std::uint64_t>(status.st_size);
       entry.Written = LocalTimeOf(status.st_mtime);
     }
