@@ -44,17 +44,31 @@ class RecordedEnd final : public platform::SessionEnd {
   std::vector<std::string> Events;
 };
 
-class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
- protected:
-  /// `wire` says what the line to the controller costs; by default nothing.
-  explicit ConsoleFixture(simulator::PortOptions wire = {}) {
+/// A machine and the installation in front of it: what stays when a console ends.
+struct Plant {
+  Plant() {
     std::filesystem::copy(torvane::tests::SourceTree() / "examples" / "installation",
                           Directory.Path(), std::filesystem::copy_options::recursive);
-    Files = std::make_unique<platform::DiskFileSystem>(Directory.Path());
     simulator::ControllerOptions options;
     options.Machine.RootDirectory = ".\\";
-    options.Machine.Files = Files.get();
+    options.Machine.Files = &Files;
     Controller = std::make_unique<simulator::SimulatedController>(options);
+  }
+
+  test::TempDirectory Directory;
+  platform::DiskFileSystem Files{Directory.Path()};
+  std::unique_ptr<simulator::SimulatedController> Controller;
+};
+
+/// One console from its start to its end. Several may follow each other on one plant; destroyed
+/// without its shutdown it is a console that was killed.
+class ConsoleSession : private tools::ConsoleStart {
+ public:
+  /// `wire` says what the line to the controller costs; by default nothing.
+  explicit ConsoleSession(simulator::PortOptions wire = {})
+      : ConsoleSession(std::make_shared<Plant>(), wire) {}
+  explicit ConsoleSession(std::shared_ptr<Plant> plant, simulator::PortOptions wire = {})
+      : ThePlant(std::move(plant)) {
     Controller->OnLine([this](std::string_view line) { Lines.emplace_back(line); });
     Port = std::make_unique<simulator::SimulatedPort>(Loop, *Controller, wire);
     Desk = std::make_unique<toolkit::Desk>(Loop);
@@ -68,8 +82,12 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
     TheConsole->SetExits(
         {[this] { End->ShutdownSystem(true); }, [this] { End->ShutdownToService(); }});
   }
-
-  ~ConsoleFixture() override { System.ShuttingDown = true; }
+  ~ConsoleSession() override {
+    System.ShuttingDown = true;
+    Controller->OnLine({});
+  }
+  ConsoleSession(const ConsoleSession&) = delete;
+  ConsoleSession& operator=(const ConsoleSession&) = delete;
 
   /// The whole start-up: behind it the main screen shows and the poll runs.
   void Start() {
@@ -175,7 +193,10 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
   }
   void RunFor(int ms) { Loop.RunFor(ms); }
 
-  test::TempDirectory Directory;
+  std::shared_ptr<Plant> ThePlant;
+  test::TempDirectory& Directory = ThePlant->Directory;
+  platform::DiskFileSystem* Files = &ThePlant->Files;
+  simulator::SimulatedController* Controller = ThePlant->Controller.get();
   platform::VirtualLoop Loop;
   platform::FixedClock Clock{{2026, 3, 4, 5, 6, 7}};
   test::LooseDrives Drives;
@@ -183,8 +204,6 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
   RecordedEnd Session;
   std::vector<std::string> Lines;
   std::vector<std::string> SystemBoxes;
-  std::unique_ptr<platform::DiskFileSystem> Files;
-  std::unique_ptr<simulator::SimulatedController> Controller;
   std::unique_ptr<simulator::SimulatedPort> Port;
   std::unique_ptr<tools::SimulatedOffice> Office;
   std::unique_ptr<files::CommsModule> Comms;
@@ -203,6 +222,12 @@ class ConsoleFixture : public ::testing::Test, private tools::ConsoleStart {
   }
 
   std::int64_t soonMs_ = 0;
+};
+
+/// A test with one console on a plant of its own.
+class ConsoleFixture : public ::testing::Test, protected ConsoleSession {
+ protected:
+  using ConsoleSession::ConsoleSession;
 };
 
 }  // namespace torvane::tests

@@ -1,55 +1,22 @@
 // The sheet comes out whole: a run stopped inside an element and started again there, held against
 // an uninterrupted run of the same program.
-#include <cmath>
-
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include "support/ProgramGenerator.h"
+#include "support/SheetPrograms.h"
 #include "support/SheetRun.h"
+#include "support/SheetStops.h"
 
 namespace torvane::simulator {
 namespace {
 
 using torvane::testing::CompareSheet;
-using torvane::testing::FirstCut;
 using torvane::testing::Pieces;
 using torvane::testing::RestartOrder;
 using torvane::testing::SheetRun;
 using torvane::testing::UninterruptedRun;
-using torvane::testing::WaysBeforeFirstCut;
-
-constexpr double Exact = 0.01;  // mm
-
-/// The step by which an operator moves the split point along an element, mm.
-double SplitStep(double length) {
-  double step = length / 30;
-  for (int n = 3; n <= 30; ++n) {
-    if (length / n < 1) {
-      step = length / (n - 1);
-      break;
-    }
-  }
-  return std::min(std::max(step, 0.1), length / 2);
-}
-
-/// The last split point that an operator can choose at or before `along` of an element, mm.
-double SplitPointBefore(double length, double along) {
-  if (length <= 0) return 0;
-  const double step = SplitStep(length);
-  return std::max(0.0, length - std::ceil((length - along) / step) * step);
-}
-
-/// Records of the cuts of a run, in the order in which they were begun.
-std::vector<int> CutRecords(const Pieces& run) {
-  std::vector<int> records;
-  for (const auto& piece : run) {
-    if (piece.Cut && piece.Beam && (records.empty() || records.back() != piece.Place.Record)) {
-      records.push_back(piece.Place.Record);
-    }
-  }
-  return records;
-}
+using namespace torvane::tests;
 
 bool IsCorner(const SheetRun& sheet, int record) {
   const auto& kerf = sheet.Passes().Kerf.at(static_cast<std::size_t>(record - 1));
@@ -87,14 +54,6 @@ void HappenBetween(SheetRun& sheet, const RestartOrder& order, Between::What wha
   }
 }
 
-/// One way with the beam off; it may be none where the machine stands at the place already.
-void ExpectOneWay(const Pieces& second, const Pieces& before) {
-  ASSERT_FALSE(before.empty());
-  const bool there = Distance(before.back().To, FirstCut(second).From) < 1e-3;
-  EXPECT_LE(WaysBeforeFirstCut(second), 1);
-  EXPECT_TRUE(there || WaysBeforeFirstCut(second) == 1);
-}
-
 /// Stops a run at a place, restarts it and holds the sheet against the uninterrupted one.
 void StopAndGoOn(const std::string& program, const Pieces& whole, int record, double share,
                  SheetRun::Setting setting = {}, Between::What between = Between::What::Nothing) {
@@ -114,17 +73,8 @@ void StopAndGoOn(const std::string& program, const Pieces& whole, int record, do
   // Switched on again, the machine counts its runs from 1: what came after the first run counts.
   auto second = sheet.AllPieces();
   second.erase(second.begin(), second.begin() + static_cast<std::ptrdiff_t>(first.size()));
-  const auto cover = CompareSheet(whole, {first, second});
-  EXPECT_LE(cover.Missing(), Exact) << cover.Describe();
-  EXPECT_LE(cover.Foreign(), Exact) << cover.Describe();
-  EXPECT_LE(cover.LongestJump, 1e-3) << cover.Describe();
-  for (const int twice : cover.RecordsCutTwice(Exact)) EXPECT_EQ(twice, record);
-  const double step = std::max(1.5, SplitStep(sheet.ProgrammedLength(record)));
-  const double corner = std::abs(element.Path().Length() - sheet.ProgrammedLength(record));
-  EXPECT_LE(cover.Twice(record), step + Exact + corner) << cover.Describe();
-  EXPECT_EQ(FirstCut(second).Place.Record, record);
-  EXPECT_NEAR(FirstCut(second).S0, order.Along, Exact);
-  ExpectOneWay(second, first);
+  ExpectWholeSheet(whole, first, second,
+                   {record, order.Along, sheet.ProgrammedLength(record), element.Path().Length()});
   const double before = between == Between::What::PowerCycle ? 0 : sheets;
   EXPECT_EQ(sheet.Variable(Vr::SheetsCompleted), before + 1);
   EXPECT_EQ(sheet.Count(EventKind::TableIncomplete), 0);
@@ -146,16 +96,6 @@ void StopEverywhere(const std::string& program, SheetRun::Setting setting = {},
     }
   }
   EXPECT_GT(count, 0);
-}
-
-/// A square with a hole, the corners sharp enough for arcs outside.
-std::string Square(const std::string& kerf, const std::string& before = "") {
-  return "! SHEET : X400 Y300\r\nN10 G71 G90\r\n" + before +
-         "N20 G00 X50 Y50\r\nN30 G31 T2=3\r\nN40 " + kerf +
-         "\r\nN50 G01 X60 Y60 F2000\r\nN60 G01 X160 Y60\r\nN70 G01 X160 Y120\r\n"
-         "N80 G03 X140 Y140 I-20 J0\r\nN90 G01 X60 Y140\r\nN100 G01 X60 Y60\r\nN110 G40\r\n"
-         "N120 G31 T2=1\r\nN130 G00 X200 Y200\r\nN140 G31 T2=3\r\nN150 G02 X200 Y200 I15 J0\r\n"
-         "N160 G31 T2=1\r\nN170 M30\r\n";
 }
 
 TEST(SheetRestart, WithoutCompensation) { StopEverywhere(Square("G40")); }
@@ -188,33 +128,13 @@ TEST(SheetRestart, CancelledAndAskedForAgain) {
   StopEverywhere(Square("G41 K0.2"), {}, Between::What::CancelledOnce);
 }
 
-TEST(SheetRestart, InInches) {
-  StopEverywhere(
-      "! SHEET : X24 Y12\r\nN10 G70 G90\r\nN20 G00 X2 Y2\r\nN30 G31 T2=3\r\nN40 G41 K0.2\r\n"
-      "N50 G01 X2.5 Y2 F1500\r\nN60 G03 X2.5 Y2 I-0.5 J0\r\nN70 G40\r\nN80 G31 T2=1\r\n"
-      "N90 M30\r\n");
-}
-
-/// A lug that is called turned by 0 and by 30 degrees, itself calling a hole; and a file call.
-const char* const Lugs =
-    "! SHEET : X600 Y400\r\nN10 G71 G90\r\nN20 G00 X100 Y100\r\nN30 G98 S1 A0\r\n"
-    "N40 G00 X300 Y100\r\nN50 G98 S1 A30\r\nN60 G00 X100 Y300\r\nN70 Q2\r\nN80 G00 X300 Y300\r\n"
-    "N90 Q2\r\nN100 M30\r\n\r\nS1\r\nG90\r\nG00 X-20 Y-10\r\nG31 T2=3\r\nG41 K0.15\r\n"
-    "G01 X20 Y-10 F1800\r\nG02 X20 Y10 I0 J10\r\nG01 X-20 Y10\r\nG01 X-20 Y-10\r\nG40\r\n"
-    "G31 T2=1\r\nG98 S2 A0\r\nM02\r\n\r\nS2\r\nG91\r\nG00 X0 Y0 Z0\r\nG31 T2=3\r\n"
-    "G01 X4 Y0 Z0\r\nG03 X0 Y0 Z0 I-4 J0\r\nG31 T2=1\r\nG90\r\nM02\r\n";
+TEST(SheetRestart, InInches) { StopEverywhere(Inches); }
 
 TEST(SheetRestart, InCalledSubroutinesTurnedNestedAndByFile) { StopEverywhere(Lugs); }
 
 TEST(SheetRestart, InsideSubroutinesAfterTheControllerWasSwitchedOff) {
   StopEverywhere(Lugs, {}, Between::What::PowerCycle);
 }
-
-/// Three laps of the same lines, each farther to the right.
-const char* const LapsThatDiffer =
-    "! SHEET : X600 Y200\r\nN10 G71 G90\r\nN20 P1=20\r\nN30 G00 XP1 Y20\r\nN40 G31 T2=3\r\n"
-    "N50 G01 XP1+40 Y20 F2000\r\nN60 G01 XP1+40 Y60\r\nN70 G03 XP1 Y60 I-20 J0\r\n"
-    "N80 G01 XP1 Y20\r\nN90 G31 T2=1\r\nN100 P1=P1+80\r\nN110 IF P1<250 GOTO 30\r\nN120 M30\r\n";
 
 TEST(SheetRestart, InTheLapsOfALoopThatDiffer) { StopEverywhere(LapsThatDiffer); }
 TEST(SheetRestart, InTheLapsOfALoopAfterTheConsoleWasStartedAnew) {
@@ -223,12 +143,6 @@ TEST(SheetRestart, InTheLapsOfALoopAfterTheConsoleWasStartedAnew) {
 TEST(SheetRestart, InTheLapsOfALoopAfterTheControllerWasSwitchedOff) {
   StopEverywhere(LapsThatDiffer, {}, Between::What::PowerCycle);
 }
-
-/// Three laps over the same path: only the line that was reached tells them apart.
-const char* const LapsAlike =
-    "! SHEET : X600 Y200\r\nN10 G71 G90\r\nN20 P1=0\r\nN30 G00 X20 Y20\r\nN40 G31 T2=3\r\n"
-    "N50 G01 X60 Y20 F2000\r\nN60 G01 X60 Y60\r\nN70 G01 X20 Y20\r\nN80 G31 T2=1\r\n"
-    "N90 P1=P1+1\r\nN100 IF P1<3 GOTO 30\r\nN110 M30\r\n";
 
 TEST(SheetRestart, InLapsAlikeTheOneThatWasReachedCounts) { StopEverywhere(LapsAlike); }
 TEST(SheetRestart, InLapsAlikeAlsoAfterACancelledRestart) {
@@ -239,22 +153,8 @@ TEST(SheetRestart, InLapsAlikeAlsoAfterTheConsoleWasStartedAnew) {
 }
 
 TEST(SheetRestart, ProgramsWithoutNumbers) {
-  std::string program;
-  for (const auto line : core::SplitLines(LapsThatDiffer)) {
-    const auto text = std::string(line);
-    // The jump and its target keep theirs.
-    const bool needed = text.starts_with("N30 ") || text.starts_with("N110 ");
-    const auto blank = text.find(' ');
-    program += (text.starts_with('N') && !needed ? text.substr(blank + 1) : text) + "\r\n";
-  }
-  StopEverywhere(program);
+  StopEverywhere(WithoutNumbers(LapsThatDiffer, {"N30 ", "N110 "}));
 }
-
-/// Test pieces that the switches leave out, in front of and after the contour.
-const char* const WithSkips =
-    "! SHEET : X600 Y200\r\nN10 G71 G90\r\nN20 G00 X10 Y10\r\nN30 G31 T2=3\r\n"
-    "N40 G01 X40 Y10 F2000\r\n/N50 G01 X40 Y30\r\n//N60 G01 X10 Y30\r\nN70 G01 X70 Y30\r\n"
-    "/N80 G01 X70 Y50\r\nN90 G01 X100 Y50\r\nN100 G31 T2=1\r\nN110 M30\r\n";
 
 class SheetRestartSkips : public ::testing::TestWithParam<std::pair<int, int>> {};
 

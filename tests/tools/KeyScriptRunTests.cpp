@@ -35,7 +35,7 @@ struct ScriptTest : ConsoleFixture {
             System,
             [this] { return std::vector<toolkit::Desk*>{Desk.get()}; },
             Sent,
-            WithMachine ? Controller.get() : nullptr,
+            WithMachine ? Controller : nullptr,
             [this](int status) { Ends.push_back(status); }};
   }
 
