@@ -90,11 +90,11 @@ class ConsoleSession : private tools::ConsoleStart {
   ConsoleSession& operator=(const ConsoleSession&) = delete;
 
   /// The whole start-up: behind it the main screen shows and the poll runs.
-  void Start() {
+  void Start(bool forgetLines = true) {
     app::StartUp({System, Loop, *Files, TheConsole->Trio(), TheConsole->Downloads(),
                   TheConsole->Store(), *Comms, *this});
     Loop.RunFor(200);
-    Lines.clear();
+    if (forgetLines) Lines.clear();
   }
 
   // ---- the operator's hands ----

@@ -103,7 +103,7 @@ TEST_P(SheetByKeys, ComesOutWhole) {
     const double along = shop.Compensated(record).Path().Length() * Shares[turn++];
     SCOPED_TRACE("record " + std::to_string(record) + " at " + std::to_string(along));
     if (turn > 1) shop.SelectProgram();
-    shop.TakePieces();
+    (void)shop.TakePieces();
     shop.RunUntil(record, along);
     const Pieces first = shop.TakePieces();
     HappenBetween(shop, row.Happens);
@@ -128,24 +128,23 @@ INSTANTIATE_TEST_SUITE_P(
         SheetCase{"CompensatedToTheRightKilled", Square("G42 K0.2")},
         SheetCase{"AfterACornerArc", Square("G42 K4")},
         SheetCase{"MirroredInX", Square("G41 K0.2", "N14 G56 X300 Y0\r\nN15 M11\r\n")},
-        SheetCase{"MirroredInY", Square("G41 K0.2", "N14 G56 X0 Y250\r\nN15 M12\r\n"), Between::Ended},
+        SheetCase{"MirroredInY", Square("G41 K0.2", "N14 G56 X0 Y250\r\nN15 M12\r\n"),
+                  Between::Ended},
         SheetCase{"MirroredInBoth", Square("G42 K0.2", "N14 G56 X300 Y250\r\nN15 M13\r\n")},
         SheetCase{"InInches", Inches},
         SheetCase{"InSubroutinesTurnedAndNestedAndByFile", Lugs, Between::Ended},
         SheetCase{"InSubroutinesAfterAPowerCycle", Lugs, Between::PowerCycledAndKilled},
-        SheetCase{"InLapsThatDiffer", LapsThatDiffer},
-        SheetCase{"InLapsAlike", LapsAlike},
+        SheetCase{"InLapsThatDiffer", LapsThatDiffer}, SheetCase{"InLapsAlike", LapsAlike},
         SheetCase{"WithSkipOneOn", WithSkips, Between::Killed, 1, "1"},
         SheetCase{"WithSkipTwoOn", WithSkips, Between::Ended, 1, "2"},
         SheetCase{"WithBothSkipsOn", WithSkips, Between::Nothing, 1, "12"},
-        SheetCase{"WithNoSkipOn", WithSkips},
-        SheetCase{"InAndAfterBlendedElements", Tangents},
+        SheetCase{"WithNoSkipOn", WithSkips}, SheetCase{"InAndAfterBlendedElements", Tangents},
         SheetCase{"AroundASheetThatIsMoved", Repositioned},
         SheetCase{"InTheSecondSlot", Square("G41 K0.2"), Between::Killed, 2},
         SheetCase{"OfMoreThanFiveHundredLines", LongProgram()},
         SheetCase{"WithoutBlockNumbers", WithoutNumbers(Square("G41 K0.2"))},
         SheetCase{"AfterAPowerCycle", Square("G41 K0.2"), Between::PowerCycled}),
-    [](const auto& info) { return std::string(info.param.Name); });
+    [](const auto& row) { return std::string(row.param.Name); });
 
 }  // namespace
 }  // namespace torvane::tests

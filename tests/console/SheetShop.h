@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -31,9 +32,16 @@ class SheetShop {
 
   // ---- consoles ----
   [[nodiscard]] ConsoleSession& Console() { return *console_; }
-  void StartConsole() {
+  /// `watch` hears each line that the start sends.
+  void StartConsole(const std::function<void(std::string_view)>& watch = {}) {
     console_ = std::make_unique<ConsoleSession>(plant_);
-    console_->Start();
+    if (watch) {
+      plant_->Controller->OnLine([this, watch](std::string_view line) {
+        console_->Lines.emplace_back(line);
+        watch(line);
+      });
+    }
+    console_->Start(!watch);
   }
   void KillConsole() { console_.reset(); }
   /// F12 and O.
@@ -49,6 +57,9 @@ class SheetShop {
   [[nodiscard]] simulator::Machine& Machine() { return plant_->Controller->TheMachine(); }
   [[nodiscard]] double Variable(int number) {
     return plant_->Controller->Memory().Variable(number);
+  }
+  void SetVariable(int number, double value) {
+    plant_->Controller->Memory().SetVariable(number, value);
   }
   [[nodiscard]] Plant& ThePlant() { return *plant_; }
   void PowerCycle() { plant_->Controller->PowerCycle(); }
@@ -143,9 +154,7 @@ class SheetShop {
     return *programmed_.OfRecord(Compensated(record).RecordIndex);
   }
   /// An arc that the kerf pass put in at a corner belongs to an element, but is none itself.
-  [[nodiscard]] bool IsCorner(int record) const {
-    return Programmed(record).RecordIndex != record;
-  }
+  [[nodiscard]] bool IsCorner(int record) const { return Programmed(record).RecordIndex != record; }
 
  private:
   void Choose(int record, Choosing how) {
@@ -177,8 +186,7 @@ class SheetShop {
     const auto programmed = Programmed(record).Path();
     const auto compensated = Compensated(record).Path();
     const double length = programmed.Length();
-    const double stopped =
-        along <= Exact ? 0 : programmed.NearestDistance(compensated.At(along));
+    const double stopped = along <= Exact ? 0 : programmed.NearestDistance(compensated.At(along));
     const double step = SplitStep(length);
     const int presses = step > 0 ? static_cast<int>((stopped + 1e-6) / step) : 0;
     for (int i = 0; i < presses; ++i) Console().Type(toolkit::Key::N);

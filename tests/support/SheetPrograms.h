@@ -1,5 +1,5 @@
-// Part programs for tests that stop a run and go on in it: each has something that a restart may get
-// wrong.
+// Part programs for tests that stop a run and go on in it: each has something that a restart may
+// get wrong.
 #pragma once
 
 #include <algorithm>
@@ -22,9 +22,9 @@ inline std::string Square(const std::string& kerf, const std::string& before = "
 }
 
 inline const char* const Inches =
-      "! SHEET : X24 Y12\r\nN10 G70 G90\r\nN20 G00 X2 Y2\r\nN30 G31 T2=3\r\nN40 G41 K0.2\r\n"
-      "N50 G01 X2.5 Y2 F1500\r\nN60 G03 X2.5 Y2 I-0.5 J0\r\nN70 G40\r\nN80 G31 T2=1\r\n"
-      "N90 M30\r\n";
+    "! SHEET : X24 Y12\r\nN10 G70 G90\r\nN20 G00 X2 Y2\r\nN30 G31 T2=3\r\nN40 G41 K0.2\r\n"
+    "N50 G01 X2.5 Y2 F1500\r\nN60 G03 X2.5 Y2 I-0.5 J0\r\nN70 G40\r\nN80 G31 T2=1\r\n"
+    "N90 M30\r\n";
 
 /// A lug that is called turned by 0 and by 30 degrees, itself calling a hole; and a file call.
 inline const char* const Lugs =
