@@ -10,8 +10,8 @@
 namespace torvane::tests {
 namespace {
 
-using ::testing::ElementsAre;
 using testing::CompareSheet;
+using ::testing::ElementsAre;
 using testing::Pieces;
 using toolkit::Key;
 namespace Vr = simulator::Vr;
@@ -96,8 +96,8 @@ TEST_F(SheetSession, ACancelledRestartDoneAgainIsTheSame) {
   (void)Shop.RestartOnPlot(Arc, 12);
   const std::string file = RestartFile();
   const auto asked = Commands();
-  EXPECT_THAT(asked, ElementsAre("TABLE (" + std::to_string(Shop.TableLines()) + ",-999)",
-                                 "VR(91)=3"));
+  EXPECT_THAT(asked,
+              ElementsAre("TABLE (" + std::to_string(Shop.TableLines()) + ",-999)", "VR(91)=3"));
   Shop.Console().Type(Key::C);
   Shop.Console().RunFor(300);
   EXPECT_FALSE(Shop.Console().Shows("RestartForm"));

@@ -1,6 +1,6 @@
-// Any part program that a shop might write: contours of lines and arcs in the cells of a sheet, with
-// or without kerf, some incremental, some in subroutines that are called turned, some in laps, with
-// numbers on all blocks, on some or on none.
+// Any part program that a shop might write: contours of lines and arcs in the cells of a sheet,
+// with or without kerf, some incremental, some in subroutines that are called turned, some in laps,
+// with numbers on all blocks, on some or on none.
 #pragma once
 
 #include <random>
@@ -64,16 +64,14 @@ class AnySheet {
   }
 
   static std::string Number(double value) { return core::NumberText(value, -1); }
-  static std::string Signed(int value) {
-    return (value < 0 ? "" : "+") + std::to_string(value);
-  }
+  static std::string Signed(int value) { return (value < 0 ? "" : "+") + std::to_string(value); }
 
   /// The blocks of a contour. `x` and `y` write the coordinates of a corner.
   template <class X, class Y>
   [[nodiscard]] std::vector<std::string> Blocks(const Contour& contour, const X& x, const Y& y) {
     const int side = Pick(0, 2);
-    const std::string kerf = side == 0 ? "G40" : "G4" + std::to_string(side) + " K0." +
-                                                     std::to_string(Pick(1, 4));
+    const std::string kerf =
+        side == 0 ? "G40" : "G4" + std::to_string(side) + " K0." + std::to_string(Pick(1, 4));
     std::vector<std::string> blocks = {"G00" + x(contour[0]) + y(contour[0]), "G31 T2=3 " + kerf};
     for (std::size_t i = 1; i < contour.size(); ++i) {
       const Corner& from = contour[i - 1];
@@ -125,8 +123,7 @@ class AnySheet {
       last = at;
       return text;
     };
-    const auto blocks =
-        Blocks(contour, step, [](const Corner&) { return std::string(); });
+    const auto blocks = Blocks(contour, step, [](const Corner&) { return std::string(); });
     for (const auto& block : blocks) Line(block);
     Line("G90");
   }
