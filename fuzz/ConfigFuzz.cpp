@@ -22,7 +22,7 @@ namespace {
 using namespace torvane::core;
 using Reader = void (*)(std::string_view, System&);
 
-constexpr std::array<Reader, 15> Readers = {
+constexpr std::array<Reader, 16> Readers = {
     [](std::string_view text, System& system) {
       ReadMachineFile(text, "Machine.dat", true, system.Machine);
     },

@@ -30,8 +30,7 @@ std::string MinutesText(int seconds) {
 
 }  // namespace
 
-SendForm::SendForm(const ScreenStart& start)
-    : Screen(start), work_{System(), Services().Files, Services().Drives, Services().Dialogs} {
+SendForm::SendForm(const ScreenStart& start) : Screen(start) {
   MakeListFrame();
   MakeSendFrame();
   ShowFrame(false);
@@ -82,14 +81,15 @@ void SendForm::ShowFrame(bool sending) {
   SetGrid(sending ? SendWide : ListsWide, Rows(sending ? sendCells_ : listCells_));
   SetHome(sending ? static_cast<toolkit::Control&>(*abort_) : *exit_);
   Window().SetDefaultButton(sending ? force_ : ok_);
+  Window().SetCancelButton(sending ? abort_ : exit_);
   Window().Relayout();
 }
 
 void SendForm::Loaded() {
   Services().Comms.BeginSending();
   const std::string current = System().Directories.ProgramDirectoryName;
-  ShowDirectories(*directories_,
-                  files::FillDirectoryList(work_, current, true, true, SelectMode::Named));
+  ShowDirectories(*directories_, files::FillDirectoryList(Services().FileWork, current, true, true,
+                                                          SelectMode::Named));
   directory_ = directories_->Current() < 0 ? current : directories_->Text(directories_->Current());
   FillPrograms();
 }
@@ -99,7 +99,7 @@ void SendForm::Unloaded() { Services().Comms.EndSending(); }
 /// A drive without a disc gives way to the current directory.
 void SendForm::DirectoryChanged() {
   const std::string chosen = directories_->Text(directories_->Current());
-  const std::string shown = files::DirectoryToShow(work_, chosen);
+  const std::string shown = files::DirectoryToShow(Services().FileWork, chosen);
   if (!Visible()) return;
   directory_ = shown;
   if (shown != chosen) {
@@ -109,7 +109,7 @@ void SendForm::DirectoryChanged() {
 }
 
 void SendForm::FillPrograms() {
-  listed_ = files::FillProgramList(work_, directory_, "", SelectMode::First);
+  listed_ = files::FillProgramList(Services().FileWork, directory_, "", SelectMode::First);
   ShowPrograms(*programs_, listed_);
   SetHome(programs_->Count() > 0 ? static_cast<toolkit::Control&>(*programs_) : *exit_);
   ShowCount();
@@ -118,6 +118,12 @@ void SendForm::FillPrograms() {
 void SendForm::ShowCount() {
   count_->SetText(std::to_string(programs_->SelectedIndices().size()) + " OF " +
                   std::to_string(programs_->Count()) + " MARKED");
+}
+
+/// Nothing that is typed reaches the lists, but the blank marks a program.
+bool SendForm::OtherKey(const toolkit::KeyStroke& stroke) {
+  if (stroke.Code != toolkit::Key::Space || Window().Focused() != programs_) return false;
+  return programs_->KeyDown(stroke);
 }
 
 void SendForm::OkPressed() {

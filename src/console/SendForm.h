@@ -28,6 +28,7 @@ class SendForm final : public Screen, private files::SendScreen {
   void ShowFrame(bool sending);
   void Loaded() override;
   void Unloaded() override;
+  bool OtherKey(const toolkit::KeyStroke& stroke) override;
 
   void DirectoryChanged();
   void FillPrograms();
@@ -55,7 +56,6 @@ class SendForm final : public Screen, private files::SendScreen {
   toolkit::Label* remaining_ = nullptr;
   toolkit::Button* force_ = nullptr;
   toolkit::Button* abort_ = nullptr;
-  files::FileParts work_;
   std::vector<Cell> listCells_;
   std::vector<Cell> sendCells_;
   files::ProgramList listed_;

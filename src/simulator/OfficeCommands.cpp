@@ -219,7 +219,7 @@ OperatorAnswer CarryOutOfficeCommand(std::string_view line, OfficePeer& office,
   const auto* const row = std::find_if(Rows.begin(), Rows.end(), [&](const CommandRow& candidate) {
     return candidate.Word == word;
   });
-  if (row == Rows.end()) return {false, OfficeHelp()};
+  if (row == Rows.end()) return {false, OfficeHelp(), false};
   return row->CarryOut({office, files, rest});
 }
 

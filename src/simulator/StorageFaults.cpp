@@ -135,6 +135,9 @@ void FaultyFiles::RenameFile(std::string_view from, std::string_view to) {
 std::vector<std::string> FaultyFiles::ListFiles(std::string_view pattern) const {
   return faults_.IsGone(pattern) ? std::vector<std::string>{} : inner_.ListFiles(pattern);
 }
+std::vector<platform::FileEntry> FaultyFiles::ListEntries(std::string_view pattern) const {
+  return faults_.IsGone(pattern) ? std::vector<platform::FileEntry>{} : inner_.ListEntries(pattern);
+}
 std::vector<std::string> FaultyFiles::ListDirectories(std::string_view path) const {
   return faults_.IsGone(path) ? std::vector<std::string>{} : inner_.ListDirectories(path);
 }

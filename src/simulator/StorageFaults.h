@@ -69,6 +69,8 @@ class FaultyFiles final : public platform::FileSystem {
   void CopyFile(std::string_view from, std::string_view to) override;
   void RenameFile(std::string_view from, std::string_view to) override;
   [[nodiscard]] std::vector<std::string> ListFiles(std::string_view pattern) const override;
+  [[nodiscard]] std::vector<platform::FileEntry> ListEntries(
+      std::string_view pattern) const override;
   [[nodiscard]] std::vector<std::string> ListDirectories(std::string_view path) const override;
   [[nodiscard]] std::unique_ptr<platform::RecordFile> OpenRecords(
       std::string_view path, std::size_t recordSize) const override;

@@ -11,6 +11,8 @@ namespace torvane::toolkit {
 ListBox::ListBox(QWidget* parent, Selection mode, Form* owner)
     : Control(parent, owner), mode_(mode), bar_(this, OwnerForm()) {
   SetFocusable(true);
+  // It covers all of its place: a step in a list paints the list and nothing below it.
+  setAttribute(Qt::WA_OpaquePaintEvent);
   bar_.SetVisible(false);
   bar_.OnScroll([this](int value) {
     SetTopLine(value);

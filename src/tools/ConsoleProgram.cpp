@@ -100,10 +100,14 @@ ScriptStage ConsoleProgram::Stage() {
     if (status != 0) SetStatus(status);
     ShutDown();
   };
-  return {
-      loop_, system_, desks, port_, machine_ ? &machine_->Controller() : nullptr, shutDown, [this] {
-        return console_.MarkedRecord();
-      }};
+  return {loop_,
+          system_,
+          desks,
+          port_,
+          machine_ ? &machine_->Controller() : nullptr,
+          shutDown,
+          [this] { return console_.MarkedRecord(); },
+          office_.get()};
 }
 
 void ConsoleProgram::ShutDown() { shutdown_.ShutdownSystem(true); }

@@ -49,6 +49,7 @@ constexpr std::array Words = {
     WordRow{"click-row", KeyWord::ClickRow, Operand::ControlRow},
     WordRow{"point", KeyWord::Point, Operand::ControlPlace},
     WordRow{"machine", KeyWord::Machine, Operand::Text},
+    WordRow{"office", KeyWord::Office, Operand::Text},
     WordRow{"wait-form", KeyWord::WaitForm, Operand::Form},
     WordRow{"wait-closed", KeyWord::WaitClosed, Operand::Form},
     WordRow{"wait-warning", KeyWord::WaitWarning, Operand::Text},

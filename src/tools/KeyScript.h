@@ -24,8 +24,9 @@ enum class KeyWord {
   LetGo,        ///< "let-go MoveForm JogButton(1)": and released
   ClickRow,     ///< "click-row ProgramForm FileList 3": row 3 of a list, counted from 1
   Point,        ///< "point FrontEnd PlotBox(1) 100 50": on a canvas, in its user units
-  // ---- the machine ----
+  // ---- the machine and the office ----
   Machine,  ///< "machine error 1": one line to the simulated machine, as typed to torvane-sim
+  Office,   ///< "office send FILE": one line to the simulated office, as typed to torvane-office
   // ---- waits ----
   WaitForm,     ///< "wait-form SetupForm": until that screen shows
   WaitClosed,   ///< "wait-closed SetupForm": until it shows no more

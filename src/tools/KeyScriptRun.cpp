@@ -88,11 +88,18 @@ struct KeyScriptRun::Actions {
     return Hand(run, run.hands_.Point(step.Form, step.Control, step.X, step.Y));
   }
 
-  // ---- the machine ----
+  // ---- the machine and the office ----
   static bool Machine(Run& run, const KeyStep& step) {
     if (run.stage_.Machine == nullptr) return Hand(run, "there is no simulated machine");
     const auto answer = simulator::CarryOutOperatorCommand(step.Text, *run.stage_.Machine);
     if (!answer.Known) return Hand(run, "the machine has no command \"" + step.Text + "\"");
+    if (!answer.Text.empty()) PrintLine(answer.Text);
+    return true;
+  }
+  static bool Office(Run& run, const KeyStep& step) {
+    if (run.stage_.Office == nullptr) return Hand(run, "there is no simulated office");
+    const auto answer = run.stage_.Office->Obey(step.Text);
+    if (!answer.Known) return Hand(run, "the office has no command \"" + step.Text + "\"");
     if (!answer.Text.empty()) PrintLine(answer.Text);
     return true;
   }
@@ -181,6 +188,7 @@ const Actions::Row ActionRows[] = {
     {KeyWord::ClickRow, Actions::ClickRow},
     {KeyWord::Point, Actions::Point},
     {KeyWord::Machine, Actions::Machine},
+    {KeyWord::Office, Actions::Office},
     {KeyWord::WaitForm, Actions::WaitForm,
      [](const KeyStep& step) { return step.Form + " does not show"; }},
     {KeyWord::WaitClosed, Actions::WaitClosed,

@@ -10,6 +10,7 @@
 #include "simulator/SimulatedController.h"
 #include "toolkit/Desk.h"
 #include "tools/SentLines.h"
+#include "tools/SimulatedOffice.h"
 
 namespace torvane::tools {
 
@@ -26,6 +27,7 @@ struct ScriptStage {
   /// The number of the record that a visual restart has highlighted, 0 for none; empty where there
   /// are no such restarts.
   std::function<int()> MarkedRecord = {};
+  SimulatedOffice* Office = nullptr;  ///< null without --simulate
 };
 
 /// The form of that name that shows, the front one first; null if there is none.

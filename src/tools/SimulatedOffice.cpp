@@ -23,10 +23,10 @@ SimulatedOffice::SimulatedOffice(platform::EventLoop& loop, const platform::File
       peer_(settings_),
       port_(loop, peer_, core::LeadingNumber(settings_.CommsSettings)) {}
 
-std::string SimulatedOffice::Obey(std::string_view command) {
-  const auto answer = simulator::CarryOutOfficeCommand(command, peer_, files_);
+simulator::OperatorAnswer SimulatedOffice::Obey(std::string_view command) {
+  auto answer = simulator::CarryOutOfficeCommand(command, peer_, files_);
   port_.Wake();
-  return answer.Text;
+  return answer;
 }
 
 }  // namespace torvane::tools

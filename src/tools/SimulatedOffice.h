@@ -5,6 +5,7 @@
 #include "platform/FileSystem.h"
 #include "simulator/OfficePeer.h"
 #include "simulator/OfficePort.h"
+#include "simulator/OperatorCommands.h"
 
 namespace torvane::tools {
 
@@ -16,8 +17,8 @@ class SimulatedOffice {
   [[nodiscard]] platform::SerialPort& Port() { return port_; }
   [[nodiscard]] simulator::OfficePeer& Peer() { return peer_; }
 
-  /// One line of what the office understands; the answer is a line to show, or nothing.
-  std::string Obey(std::string_view command);
+  /// One line of what the office understands, as typed to torvane-office.
+  simulator::OperatorAnswer Obey(std::string_view command);
 
  private:
   const platform::FileSystem& files_;

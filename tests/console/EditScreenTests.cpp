@@ -94,6 +94,20 @@ TEST_F(Editor, ThePadsCancelInsertsNothingAndItsOkOnNothingAnEmptyLine) {
   EXPECT_EQ(Lines().Items(), (Texts{"G00", ""}));
 }
 
+TEST_F(Editor, ALineOfMoreThanEightyCharactersIsKeptAndTakesNoFurtherOne) {
+  const std::string line(100, 'X');
+  Put("SHOP/AAA.prg", line + "\r\nM30\r\n");
+  Open("AAA");
+  ThenType(Key::End);
+  ThenTypeText("Y");
+  ThenType(Key::Enter);
+  Type(Key::E);
+  RunFor(60);
+  EXPECT_EQ(Lines().Text(0), line);
+  Type(Key::O);
+  EXPECT_EQ(Text("SHOP/AAA.prg"), line + "\r\nM30\r\n");
+}
+
 TEST_F(Editor, WithoutALineEditAndDeleteBeep) {
   Put("SHOP/AAA.prg", "");
   Open("AAA");

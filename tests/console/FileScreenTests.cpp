@@ -290,7 +290,8 @@ TEST_F(FileMenu, CreatingADirectoryByKeys) {
   Enter(Key::N, "SHOP");
   EXPECT_EQ(Answers({Key::O}, Key::O), Texts{"\n\nDirectory \"SHOP\" Already Exists !"});
   EXPECT_TRUE(Shows("DirectoryForm"));
-  Enter(Key::A, "PLATES");
+  Enter(Key::A, "PLANES");
+  Enter(Key::Tab, "PLATES");
   EXPECT_EQ(BoxText("DirectoryForm", "DirectoryBox"), "PLATES");
   Type(Key::O);
   EXPECT_TRUE(std::filesystem::is_directory(Programs() / "PLATES"));

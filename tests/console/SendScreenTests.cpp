@@ -170,6 +170,25 @@ TEST_F(SendScreen, AbortEndsOneProgramAndTheNextIsOffered) {
   EXPECT_EQ(Sent().find('\x04'), std::string::npos) << "no postamble after an abort";
 }
 
+TEST_F(SendScreen, ByKeysAloneFromTheMarksToTheLastAbort) {
+  Open();
+  EXPECT_EQ(Focus("SendForm"), "FileList");
+  Type(Key::Space);
+  Type(Key::Down);
+  Type(Key::Space);
+  EXPECT_EQ(List("FileList").SelectedTexts(), (Texts{"ALPHA", "BETA"}));
+  Later(100, Key::Enter);    // FORCE is the default button now
+  Later(1000, Key::Escape);  // and ABORT the cancel button: BETA is left out
+  Type(Key::Enter);          // OK
+  RunFor(2000);
+  EXPECT_FALSE(Shows("SendForm"));
+  EXPECT_EQ(Sent(), Leader + "G00 X1\r\nM02\r\n\x04");
+  Open();
+  Type(Key::Tab);
+  Type(Key::Escape);
+  EXPECT_FALSE(Shows("SendForm")) << "CANCEL";
+}
+
 TEST_F(SendScreen, AnotherDirectoryFillsTheList) {
   Open();
   auto& directories = List("DirectoryList");

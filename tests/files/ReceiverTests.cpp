@@ -181,6 +181,13 @@ TEST_F(Receiving, FilteredCharactersAreNeverStoredButMatched) {
   EXPECT_EQ(Program("SHOP/New Program 2"), "G01\r");
 }
 
+TEST_F(Receiving, TheReceiveMarkHasNoEffect) {
+  System.Comms.CommsReceiveMark = "G0";
+  Comms.SetUpReceiver();
+  Come("G00 G0 G0\r\n%");
+  EXPECT_EQ(Program("SHOP/New Program 1"), "G00 G0 G0\r\n");
+}
+
 TEST_F(Receiving, LessThanTwoCharactersAreNoProgram) {
   System.Comms.CommsReceiveFilter = core::ReadCodeList("37");
   Come("A%");

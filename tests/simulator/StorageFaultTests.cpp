@@ -34,6 +34,16 @@ TEST_F(FaultyDisk, WithoutAFaultEverythingIsPassedOn) {
   EXPECT_FALSE(Files.FileExists("D\\c.txt"));
 }
 
+TEST_F(FaultyDisk, AListingHasSizesAndDatesAsTheDiskHasThem) {
+  Files.ReplaceFile("a.txt", "old");
+  const auto entries = Files.ListEntries("*.txt");
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_EQ(entries[0].Size, 3U);
+  EXPECT_GT(entries[0].Written.Year, 2000);
+  Faults.Gone();
+  EXPECT_TRUE(Files.ListEntries("*.txt").empty());
+}
+
 TEST_F(FaultyDisk, AFullDiskTakesWhatFitsOfAnEndAndNothingOfAWholeFile) {
   Files.ReplaceFile("a.txt", "old");
   Faults.FullAfter(5);

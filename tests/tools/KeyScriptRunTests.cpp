@@ -36,7 +36,9 @@ struct ScriptTest : ConsoleFixture {
             [this] { return std::vector<toolkit::Desk*>{Desk.get()}; },
             Sent,
             WithMachine ? Controller : nullptr,
-            [this](int status) { Ends.push_back(status); }};
+            [this](int status) { Ends.push_back(status); },
+            {},
+            WithMachine ? Office.get() : nullptr};
   }
 
   /// Plays a script and gives what it said on standard error, without the place of the script.
@@ -257,6 +259,15 @@ TEST_F(Hands, TheMachineTakesTheWordsOfItsOwnKeyboard) {
   EXPECT_THAT(Play("machine strat\n"), HasSubstr("line 1: the machine has no command \"strat\""));
   WithMachine = false;
   EXPECT_THAT(Play("machine start\n"), HasSubstr("line 1: there is no simulated machine"));
+}
+
+TEST_F(Hands, TheOfficeTakesTheWordsOfItsOwnKeyboard) {
+  EXPECT_EQ(Play("office codes 3,65\noffice state\n"), "");
+  EXPECT_THAT(Said, HasSubstr("office: 0 bytes sent, 3 wait"));
+  EXPECT_THAT(Play("office sned A.prg\n"),
+              HasSubstr("line 1: the office has no command \"sned A.prg\""));
+  WithMachine = false;
+  EXPECT_THAT(Play("office state\n"), HasSubstr("line 1: there is no simulated office"));
 }
 
 TEST_F(Hands, WaitSentWaitsForALineToTheController) {

@@ -72,6 +72,8 @@ TEST(KeyScript, ReadsEachWordWithWhatComesAfterIt) {
   EXPECT_EQ(Step("press PageUp").Stroke.Code, Key::PageUp);
   EXPECT_EQ(Step("release a").Word, KeyWord::Release);
   EXPECT_EQ(Step("machine error 1").Text, "error 1");
+  EXPECT_EQ(Step("office send A.prg").Word, KeyWord::Office);
+  EXPECT_EQ(Step("office send A.prg").Text, "send A.prg");
   EXPECT_EQ(Step("wait-sent VR(48)=10").Text, "VR(48)=10");
   EXPECT_EQ(Step("wait-mode 5").Number, 5);
   EXPECT_EQ(Step("dump /tmp/a b.json").Text, "/tmp/a b.json");
@@ -136,6 +138,7 @@ TEST(KeyScript, NamesTheLineThatItDoesNotUnderstand) {
                            "point Form Box 1 2 3",
                            "point Form Box nan 1",
                            "machine",
+                           "office",
                            "wait-sent",
                            "wait-mode",
                            "wait-mode x",
