@@ -20,6 +20,9 @@ const std::string MainScreenUp =
 
 const std::string ProgramHasCome = "wait-label FrontEnd ReceiveLamp RECEIVED\n";
 
+/// Until the lamp of the program before has gone out.
+const std::string LampOut = "pause 3500\n";
+
 /// The program that came is named on the pads.
 const std::string NameOnThePads =
     "key F1\n"
@@ -57,14 +60,14 @@ const std::string EditTwoLines =
     "key Down\nkey Down\nkey Down\nkey Down\nkey Down\n"
     "key I\n"
     "wait-form KeyboardForm\n"
-    "text n25 g00 x150 y220\n"
+    "text n25g00x150y220\n"
     "key Enter\n"
     "wait-closed KeyboardForm\n"
     "key N\n"
     "key Up\n"
     "key E\n"
     "wait-form KeyboardForm\n"
-    "text n335 g31 t2=1\n"
+    "text n335g31t2=1\n"
     "key Enter\n"
     "wait-closed KeyboardForm\n"
     "wait-label EditProgForm ChangedLabel CHANGED\n"
@@ -147,7 +150,7 @@ TEST_F(Transfers, AProgramIsReceivedFoundEditedRunAndSentBack) {
   StartMachine(20);
   StartOffice();
   StartConsole(MainScreenUp + ProgramHasCome + FindInTheLists + EditTwoLines + SelectAndRun +
-               SendBack + "say BACK\n" + ProgramHasCome + ShutDown);
+               SendBack + LampOut + "say BACK\n" + ProgramHasCome + ShutDown);
   ASSERT_TRUE(Console.WaitFor("UP", LongMs));
   SendFromOffice("SHOP/STAR.prg");
   ASSERT_TRUE(Console.WaitFor("RUN", LongMs));
@@ -157,8 +160,8 @@ TEST_F(Transfers, AProgramIsReceivedFoundEditedRunAndSentBack) {
   ASSERT_TRUE(Office.WaitFor("received", LongMs));
 
   std::string edited =
-      Replaced(File("Programs/SHOP/STAR.prg"), "N30 G31", "N25 G00 X150 Y220\r\nN30 G31");
-  edited = Replaced(edited, "N330 G31", "N335 G31");
+      Replaced(File("Programs/SHOP/STAR.prg"), "N30 G31", "N25G00X150Y220\r\nN30 G31");
+  edited = Replaced(edited, "N330 G31 T2=1", "N335G31T2=1");
   const std::string framed = std::string(20, '\0') + edited + "\x03";
   EXPECT_EQ(File("Programs/AN-OFFICE/FROM-OFFICE.prg"), edited);
   EXPECT_EQ(Directory.Get("office.txt"), framed) << "what the office holds";
@@ -249,9 +252,9 @@ TEST_F(Transfers, WithTheSimulatedOfficeAProgramGoesThereAndBack) {
                                 "wait-label SendForm SendLabel FROM-OFFICE\n"
                                 "office ready\n"
                                 "wait-closed SendForm\n"
-                                "key X\n"
-                                "office return\n" +
-                                ProgramHasCome + "office state\n" + ShutDown);
+                                "key X\n" +
+                                LampOut + "office return\n" + ProgramHasCome + "office state\n" +
+                                ShutDown);
   std::filesystem::copy_file(SourceTree() / "examples" / "transfer" / "Office.cms",
                              Place("installation/Control.cms"),
                              std::filesystem::copy_options::overwrite_existing);

@@ -263,7 +263,7 @@ TEST_F(Hands, TheMachineTakesTheWordsOfItsOwnKeyboard) {
 
 TEST_F(Hands, TheOfficeTakesTheWordsOfItsOwnKeyboard) {
   EXPECT_EQ(Play("office codes 3,65\noffice state\n"), "");
-  EXPECT_THAT(Said, HasSubstr("office: 0 bytes sent, 3 wait"));
+  EXPECT_THAT(Said, HasSubstr("office: 3 bytes sent, 0 wait"));
   EXPECT_THAT(Play("office sned A.prg\n"),
               HasSubstr("line 1: the office has no command \"sned A.prg\""));
   WithMachine = false;
