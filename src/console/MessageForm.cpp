@@ -29,7 +29,6 @@ MessageForm::MessageForm(const ScreenStart& start) : Screen(start), messages_(Se
   auto& exit = AddExitButton(Body());
   SetHome(*help_);
   Window().SetDefaultButton(help_);
-  Window().SetCancelButton(&exit);
   for (const Key key : {Key::H, Key::M, Key::B}) AddKey(key, *help_);
   AddKey(Key::A, clear);
   AddKey(Key::X, exit);

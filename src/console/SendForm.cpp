@@ -81,7 +81,6 @@ void SendForm::ShowFrame(bool sending) {
   SetGrid(sending ? SendWide : ListsWide, Rows(sending ? sendCells_ : listCells_));
   SetHome(sending ? static_cast<toolkit::Control&>(*abort_) : *exit_);
   Window().SetDefaultButton(sending ? force_ : ok_);
-  Window().SetCancelButton(sending ? abort_ : exit_);
   Window().Relayout();
 }
 

@@ -210,22 +210,16 @@ void Form::DeliverKeyDown(KeyStroke stroke) {
   if (const auto hook = keyPress_; hook && stroke.Character) {
     stroke.Character = hook(stroke.Character);
     if (!self || !AcceptsInput()) return;
-    if (!stroke.Character) return PressFormKey(stroke);
+    if (!stroke.Character) return PressDefault(stroke);
   }
   if (stroke.Code == Key::Tab) return FocusNext(stroke.Shift);
   if (focused_ && focused_->CanFocus() && focused_->KeyDown(stroke)) return;
-  if (self) PressFormKey(stroke);
+  if (self) PressDefault(stroke);
 }
 
-/// Enter and Escape are keys of the form even where nothing typed reaches its controls.
-void Form::PressFormKey(const KeyStroke& stroke) {
-  Control* button = nullptr;
-  if (stroke.Code == Key::Enter) button = defaultButton_;
-  if (stroke.Code == Key::Escape) button = cancelButton_;
-  if (!button) return;
-  KeyStroke press(Key::Enter);
-  press.Repeat = stroke.Repeat;
-  button->KeyDown(press);
+/// Enter is a key of the form even where nothing typed reaches its controls.
+void Form::PressDefault(const KeyStroke& stroke) {
+  if (stroke.Code == Key::Enter && defaultButton_) defaultButton_->KeyDown(stroke);
 }
 
 void Form::DeliverKeyUp(const KeyStroke& stroke) {
@@ -241,7 +235,7 @@ void Form::AddControl(Control* control) { controls_.push_back(control); }
 
 void Form::DropControl(Control* control) {
   std::erase(controls_, control);
-  for (Control** role : {&focused_, &defaultFocus_, &defaultButton_, &cancelButton_}) {
+  for (Control** role : {&focused_, &defaultFocus_, &defaultButton_}) {
     if (*role == control) *role = nullptr;
   }
   if (popup_ != control) return;

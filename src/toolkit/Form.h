@@ -88,8 +88,6 @@ class Form : public QWidget {
 
   /// Pressed by Enter when the focused control has no use for it; may be null.
   void SetDefaultButton(Control* button) { defaultButton_ = button; }
-  /// Pressed by Escape that no control takes.
-  void SetCancelButton(Control* button) { cancelButton_ = button; }
 
   /// Place on the desk, pixels. A form that was never moved stands in the middle.
   [[nodiscard]] int Left() const { return x(); }
@@ -138,7 +136,7 @@ class Form : public QWidget {
   class Shadow;
   void PlaceShadow();
   void DefaultPlace();
-  void PressFormKey(const KeyStroke& stroke);
+  void PressDefault(const KeyStroke& stroke);
 
   Desk& desk_;
   std::string name_;
@@ -147,7 +145,6 @@ class Form : public QWidget {
   Control* focused_ = nullptr;
   Control* defaultFocus_ = nullptr;
   Control* defaultButton_ = nullptr;
-  Control* cancelButton_ = nullptr;
   Control* popup_ = nullptr;
   std::function<void()> closePopup_;
   std::function<void()> activate_;

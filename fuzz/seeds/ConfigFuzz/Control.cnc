@@ -1,0 +1,2 @@
+Trio Link : TRUE
+Poll Log : FALSE
