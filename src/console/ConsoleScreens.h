@@ -51,6 +51,9 @@ class ConsoleScreens final : public link::LinkScreens,
   bool ShowWarning(std::string_view text, link::WarningMode mode,
                    link::WarningStyle style) override;
   void LockForms(bool locked, std::string_view exempt) override { set_.LockForms(locked, exempt); }
+  void PauseForms(bool paused) override {
+    set_.LockForms(paused, link::LinkLockName, toolkit::Form::Holds::Keep);
+  }
   void ShutdownToService() override;
   void BusyPointer(bool busy) override { set_.Desk().SetBusy(busy); }
   void Beep() override { set_.Desk().Beep(); }

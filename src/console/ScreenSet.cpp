@@ -76,14 +76,15 @@ std::vector<std::string> ScreenSet::VisibleNames() const {
   return names;
 }
 
-void ScreenSet::LockForms(bool locked, std::string_view exempt) {
+void ScreenSet::LockForms(bool locked, std::string_view exempt, toolkit::Form::Holds holds) {
   system_.Console.FormsLocked = locked;
   for (toolkit::Form* form : std::vector<toolkit::Form*>(desk_.Forms())) {
     if (!locked) {
       form->SetEnabled(true);
     } else if (form->Visible()) {
       const ScreenTraits* traits = TraitsOf(*form);
-      form->SetEnabled(form->Name() == exempt || (traits != nullptr && traits->LiveWhileLocked));
+      const bool live = traits != nullptr && traits->LiveWhileLocked;
+      form->SetEnabled(live || form->Name() == exempt, holds);
     }
   }
 }

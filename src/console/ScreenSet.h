@@ -58,7 +58,8 @@ class ScreenSet {
 
   /// Locks all visible screens but the ones that stay live and the exempt one, or unlocks all.
   /// There is no nesting count.
-  void LockForms(bool locked, std::string_view exempt);
+  void LockForms(bool locked, std::string_view exempt,
+                 toolkit::Form::Holds holds = toolkit::Form::Holds::End);
 
   /// Raises every open screen, the current one last, so that none hides behind the main screen, and
   /// makes the top one active.

@@ -47,7 +47,10 @@ XYJogForm::XYJogForm(const ScreenStart& start)
   auto& exit = AddExitButton(Body());
   SetGrid(760, Rows({Columns({position, Cell(arrows).Wide(360)}), options, AtRight(exit)})
                    .Spaced(SectionGap));
-  OfferStage(supervision::PollStage::JogPosition, [this] { ShowPosition(); });
+  OfferStage(supervision::PollStage::JogPosition, [this] {
+    ShowPosition();
+    ShowHeld();
+  });
 }
 
 Cell XYJogForm::MakePosition() {
@@ -96,10 +99,16 @@ Cell XYJogForm::MakeArrows() {
 Cell XYJogForm::MakeOptions() {
   auto& distance = AddFrame(Body(), "DistanceFrame", "DISTANCE");
   distances_ = AddOptions(distance, "DistanceOption", 1, Captions(supervision::JogDistances()),
-                          [this](int option) { settings_.SendDistance(option); });
+                          [this](int option) {
+                            distanceChosen_ = true;
+                            settings_.SendDistance(option);
+                          });
   auto& speed = AddFrame(Body(), "SpeedFrame", "  SPEED % ");
-  speeds_ = AddOptions(speed, "SpeedOption", 1, Captions(supervision::JogSpeeds()),
-                       [this](int option) { settings_.SendSpeed(option); });
+  speeds_ =
+      AddOptions(speed, "SpeedOption", 1, Captions(supervision::JogSpeeds()), [this](int option) {
+        speedChosen_ = true;
+        settings_.SendSpeed(option);
+      });
   return Rows(
       {Inside(distance, Columns(CellsOf(distances_))), Inside(speed, Columns(CellsOf(speeds_)))});
 }
@@ -109,13 +118,26 @@ void XYJogForm::Activated() {
   labels_[1]->SetText(y[0]);
   labels_[3]->SetText(y[1]);
   ShowPosition();
+  TakeSettings();
+}
+
+/// What the controller holds, and back to it as the options that show it. An option that the
+/// operator has pressed meanwhile stands, and so does whatever a later reading brings.
+void XYJogForm::TakeSettings() {
+  distanceChosen_ = speedChosen_ = false;
+  const int reading = ++readings_;
+  const auto stands = [this, reading] { return Visible() && reading == readings_; };
   const auto held = settings_.Read();
-  if (!Visible()) return;
-  const int distance = settings_.DistanceOptionFor(held);
-  if (!Visible()) return;
-  distances_[static_cast<std::size_t>(distance - 1)]->Select(toolkit::Events::Silent);
-  settings_.SendDistance(distance);
-  if (!Visible()) return;
+  if (!stands()) return;
+  if (!distanceChosen_) {
+    const int distance = settings_.DistanceOptionFor(held);
+    if (!stands()) return;
+    if (!distanceChosen_) {
+      distances_[static_cast<std::size_t>(distance - 1)]->Select(toolkit::Events::Silent);
+      settings_.SendDistance(distance);
+    }
+  }
+  if (!stands() || speedChosen_) return;
   const int speed = supervision::JogSpeedOption(held.Percent);
   speeds_[static_cast<std::size_t>(speed - 1)]->Select(toolkit::Events::Silent);
   settings_.SendSpeed(speed);

@@ -25,6 +25,7 @@ class XYJogForm final : public Screen {
   [[nodiscard]] Cell MakeArrows();
   [[nodiscard]] Cell MakePosition();
   [[nodiscard]] Cell MakeOptions();
+  void TakeSettings();
   void WarnIfBusy();
   void Press(supervision::JogDirection direction, bool repeat);
   void Release(supervision::JogDirection direction);
@@ -38,6 +39,9 @@ class XYJogForm final : public Screen {
   std::array<toolkit::Label*, 2> figures_{};
   std::vector<toolkit::OptionButton*> distances_;
   std::vector<toolkit::OptionButton*> speeds_;
+  int readings_ = 0;             ///< of what the controller holds
+  bool distanceChosen_ = false;  ///< by the operator, since the last reading began
+  bool speedChosen_ = false;
 };
 
 }  // namespace torvane::console

@@ -4,10 +4,14 @@
 
 namespace torvane::link {
 
+JogLine::~JogLine() {
+  if (words_ != stopped_) trio_.WriteLastLine(CommandLine::StopJog);
+}
+
 void JogLine::Jog(Hold hold, std::string_view word) {
   if (!Holds(hold)) return;
-  const LineFate fate = trio_.DownloadJogWord(word);
-  if (fate == LineFate::Failed) Stop();
+  ++words_;
+  static_cast<void>(trio_.DownloadJogWord(word, [this] { Stop(); }));
 }
 
 void JogLine::Stop() {
@@ -32,8 +36,10 @@ void JogLine::SendStops() {
   while (owed_) {
     owed_ = false;
     const std::uint64_t answers = trio_.Answers();
+    const std::uint64_t words = words_;
     if (trio_.DownloadUrgent(CommandLine::StopJog, asker)) {
       asker = Asker::Poll;
+      stopped_ = words;
       continue;
     }
     if (trio_.Ending()) {

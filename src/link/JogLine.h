@@ -21,12 +21,16 @@ namespace torvane::link {
 /// for the line and overtakes all that waits there, the recovery of a failed exchange too; only the
 /// exchange that has the line goes before it. A word whose exchange fails ends its hold, as it may
 /// have reached the machine. A stop that fails is repeated as soon as the line answers anybody
-/// again, until the controller has taken it; a word never is.
+/// again, until the controller has taken it; a word never is. Where the program ends by a fault,
+/// with a word that no stop has answered, the stop is written as the last line of all.
 class JogLine {
  public:
   using Hold = std::uint64_t;
 
   explicit JogLine(Trio& trio) : trio_(trio) {}
+  ~JogLine();
+  JogLine(const JogLine&) = delete;
+  JogLine& operator=(const JogLine&) = delete;
 
   /// A key goes down. Any other hold has ended with that, without a stop of its own: the word that
   /// follows takes its place at the controller.
@@ -48,6 +52,8 @@ class JogLine {
 
   Trio& trio_;
   Hold hold_ = 0;
+  std::uint64_t words_ = 0;    ///< that have been on their way
+  std::uint64_t stopped_ = 0;  ///< of these, how many a stop has followed that the controller took
   bool owed_ = false;
   bool stopping_ = false;
 };

@@ -19,7 +19,10 @@ LineQueue::Turn::~Turn() {
 }
 
 bool LineQueue::Turn::Await() {
-  const auto lost = [this] { return withdrawn_ || queue_.closed_ || queue_.aborts_ != aborts_; };
+  const auto lost = [this] {
+    const bool aborted = queue_.aborts_ != aborts_ && place_ != LinePlace::Urgent;
+    return withdrawn_ || queue_.closed_ || aborted;
+  };
   const auto mine = [this] {
     return queue_.owner_ == nullptr && !queue_.waiting_.empty() && queue_.waiting_.front() == this;
   };

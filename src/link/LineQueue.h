@@ -72,7 +72,8 @@ class LineQueue {
   /// Takes those out who wait with a line that may be withdrawn; it is never sent.
   void Withdraw();
 
-  /// Ends every exchange under way, as aborted. Later ones go on as ever.
+  /// Ends every exchange under way, as aborted, and all that wait for one but the urgent ones.
+  /// Later ones go on as ever.
   void AbortAll();
   /// The same, and later ones end at once until `Open`.
   void Close();

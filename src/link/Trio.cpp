@@ -27,16 +27,18 @@ Integer TruncateOrZero(double value) {
   return static_cast<Integer>(whole);
 }
 
-/// Screens locked and poll stopped; at its end unlocked, and the poll started again if it is
-/// wanted.
+/// Screens locked, in one of the two ways, and poll stopped; at its end unlocked, and the poll
+/// started again if it is wanted.
 class BulkLock {
  public:
-  BulkLock(LinkScreens& screens, PollControl& poll) : screens_(screens), poll_(poll) {
-    screens_.LockForms(true, LinkLockName);
+  using Way = void (*)(LinkScreens&, bool);
+  BulkLock(LinkScreens& screens, PollControl& poll, Way way)
+      : screens_(screens), poll_(poll), way_(way) {
+    way_(screens_, true);
     poll_.Stop(false);
   }
   ~BulkLock() {
-    screens_.LockForms(false, LinkLockName);
+    way_(screens_, false);
     poll_.Resume();
   }
   BulkLock(const BulkLock&) = delete;
@@ -45,7 +47,11 @@ class BulkLock {
  private:
   LinkScreens& screens_;
   PollControl& poll_;
+  Way way_;
 };
+
+void LockForBulk(LinkScreens& screens, bool locked) { screens.LockForms(locked, LinkLockName); }
+void LockForPause(LinkScreens& screens, bool locked) { screens.PauseForms(locked); }
 
 }  // namespace
 
@@ -71,6 +77,7 @@ class Trio::Impl {
     Asker From = Asker::Operator;
     LinePlace Place = LinePlace::Last;
     bool MayBeWithdrawn = false;
+    std::function<void()> Failed = {};  ///< runs when the exchange fails, before its recovery
   };
 
   LineReply Exchange(std::string_view line, const Manner& manner);
@@ -166,8 +173,9 @@ LineReply Trio::Impl::Exchange(std::string_view line, const Manner& manner) {
     return reply;
   }
   Queue.FlushTrioInput();
-  if (ending) {
-    ReportFailure(text, reply, manner.From);
+  if (manner.Failed) manner.Failed();
+  if (ending || Ending) {
+    ReportFailure(text, reply, Asker::End);
     Queue.Close();
   } else {
     ReportAndRecover(std::move(turn), text, reply, manner.From);
@@ -238,7 +246,7 @@ double Trio::Impl::Query(std::string_view tag, std::string_view expression, Aske
 
 void Trio::Impl::Pause(int ms) {
   if (ms <= 0) return;
-  const BulkLock locked(Screens, Poll);
+  const BulkLock locked(Screens, Poll, LockForPause);
   bool over = false;
   const auto timer = Loop.MakeTimer([&over] { over = true; });
   timer->Start(ms);
@@ -278,9 +286,10 @@ void Trio::Download(std::string_view line, Asker asker) {
   if (impl_->Settings.TrioLinkEnabled) static_cast<void>(impl_->Command(line, {.From = asker}));
 }
 
-LineFate Trio::DownloadJogWord(std::string_view line) {
+LineFate Trio::DownloadJogWord(std::string_view line, std::function<void()> failed) {
   if (!impl_->Settings.TrioLinkEnabled) return LineFate::NotSent;
-  const LineReply reply = impl_->Command(line, {.From = Asker::Poll, .MayBeWithdrawn = true});
+  const LineReply reply = impl_->Command(
+      line, {.From = Asker::Poll, .MayBeWithdrawn = true, .Failed = std::move(failed)});
   if (reply.Aborted) return LineFate::NotSent;
   return reply.Failed() ? LineFate::Failed : LineFate::Answered;
 }
@@ -291,6 +300,11 @@ bool Trio::DownloadUrgent(std::string_view line, Asker asker) {
   if (!impl_->Settings.TrioLinkEnabled) return true;  // nobody is there to move anything
   const LineReply reply = impl_->Command(line, {.From = asker, .Place = LinePlace::Urgent});
   return !reply.Aborted && !reply.Failed();
+}
+
+void Trio::WriteLastLine(std::string_view line) {
+  if (!impl_->Settings.TrioLinkEnabled || !impl_->Port.IsOpen()) return;
+  impl_->Port.Write(std::string(line) + '\r');
 }
 
 std::uint64_t Trio::Answers() const { return impl_->Answers; }
@@ -347,7 +361,7 @@ class BulkSend::Impl : public BulkLock {
 };
 
 BulkSend::BulkSend(Trio& trio)
-    : impl_(std::make_unique<Impl>(trio.impl_->Screens, trio.impl_->Poll)) {}
+    : impl_(std::make_unique<Impl>(trio.impl_->Screens, trio.impl_->Poll, LockForBulk)) {}
 
 BulkSend::~BulkSend() = default;
 

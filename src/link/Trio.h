@@ -16,18 +16,21 @@
 
 namespace torvane::link {
 
+/// The name under which this layer locks the screens.
+inline constexpr std::string_view LinkLockName = "LockAllForms";
+
 /// What the link needs of the screens above it.
 class LinkScreens : public OperatorDialogs {
  public:
   /// Locks or unlocks all screens but those that stay live and the exempt one. Never waits.
   virtual void LockForms(bool locked, std::string_view exempt) = 0;
 
+  /// The same for the pause after each line: what the operator holds down meanwhile stays held.
+  virtual void PauseForms(bool paused) { LockForms(paused, LinkLockName); }
+
   /// Orderly end to the service program.
   virtual void ShutdownToService() = 0;
 };
-
-/// The name under which this layer locks the screens.
-inline constexpr std::string_view LinkLockName = "LockAllForms";
 
 /// Who asks, and so what the failure of an exchange leads to. It is given with each exchange:
 /// between two waits somebody else may have asked.
@@ -64,8 +67,9 @@ class Trio {
   /// report, as if they had failed.
   void CloseTrioPort();
 
-  /// The program ends: exchanges under way return at once without a report, and only those asked
-  /// for with Asker::End go out from now on. The first of them that fails is the last.
+  /// The program ends: exchanges under way return at once without a report, and only a stop that
+  /// already waits and those asked for with Asker::End go out from now on. The first of them that
+  /// fails is the last.
   void BeginEnd();
   /// True from BeginEnd on, until the port is opened again.
   [[nodiscard]] bool Ending() const;
@@ -76,11 +80,15 @@ class Trio {
   // ---- for JogLine, and nobody else: lines that move the machine while a key is held ----
 
   /// A line that `WithdrawJogWords` takes away while it waits for the line to the controller.
-  [[nodiscard]] LineFate DownloadJogWord(std::string_view line);
+  /// `failed` runs at once when it fails, ahead of the recovery that the call waits for.
+  [[nodiscard]] LineFate DownloadJogWord(std::string_view line, std::function<void()> failed);
   void WithdrawJogWords();
   /// A line that goes ahead of all that wait, and of the recovery of a failed exchange. True when
   /// the controller took it.
   [[nodiscard]] bool DownloadUrgent(std::string_view line, Asker asker);
+  /// Writes a line at once, into whatever is under way there, and waits for nothing: where no loop
+  /// runs any more. Nothing on a closed port.
+  void WriteLastLine(std::string_view line);
   /// Commands and queries answered so far without a fault: a change says that the line is alive.
   [[nodiscard]] std::uint64_t Answers() const;
 

@@ -26,15 +26,17 @@ std::array<const char*, 2> JogLabelsOfY(std::int16_t yDirection) {
   return {"Y-", "Y+"};
 }
 
+void JogControl::Hold(JogDirection direction) {
+  if (Ended()) Forget();
+  held_[Index(direction)] = true;
+}
+
 void JogControl::Go(JogDirection direction, bool repeat) {
   const Words& words = machine_.YDirection == PlusYUp ? YUp : YDown;
   const std::string_view word = words[Index(direction)];
   if (!Held(direction)) return repeat ? void() : Tap(word);
-  if (!hold_ || !line_.Holds(*hold_)) hold_ = line_.BeginHold();
-  const auto hold = *hold_;
-  line_.Jog(hold, word);
-  // Ended without a release of ours: the exchange failed, and its stop is on its way.
-  if (hold_ == hold && !line_.Holds(hold)) Forget();
+  if (!hold_) hold_ = line_.BeginHold();
+  line_.Jog(*hold_, word);
 }
 
 /// A word without a hold: its stop follows at once.

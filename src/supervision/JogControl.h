@@ -30,7 +30,7 @@ class JogControl {
       : line_(line), machine_(machine) {}
 
   /// The operator's hand is on the key from here on; nothing is sent yet.
-  void Hold(JogDirection direction) { held_[Index(direction)] = true; }
+  void Hold(JogDirection direction);
 
   /// Sends the word of the key, again with every repeat of a held one. Waits for its prompt.
   void Go(JogDirection direction, bool repeat);
@@ -42,9 +42,13 @@ class JogControl {
   /// otherwise. Never waits.
   void EndHolds();
 
-  [[nodiscard]] bool Held(JogDirection direction) const { return held_[Index(direction)]; }
+  [[nodiscard]] bool Held(JogDirection direction) const {
+    return held_[Index(direction)] && !Ended();
+  }
 
  private:
+  /// The words' hold ended without one of these calls: an exchange failed, its stop is on its way.
+  [[nodiscard]] bool Ended() const { return hold_ && !line_.Holds(*hold_); }
   void Tap(std::string_view word);
   void Forget();
   static std::size_t Index(JogDirection direction) { return static_cast<std::size_t>(direction); }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <tuple>
 
 #include "core/General.h"
 #include "link/Variables.h"
@@ -23,6 +24,14 @@ std::int32_t SheetsToGo(const core::Batch& batch) {
   const std::int64_t rest = std::int64_t{batch.SheetsRequired} - batch.SheetsCompleted;
   using Limits = std::numeric_limits<std::int32_t>;
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(rest, Limits::min(), Limits::max()));
+}
+
+bool SameCounters(const core::Batch& a, const core::Batch& b) {
+  const auto figures = [](const core::Batch& batch) {
+    return std::tie(batch.PartsPerSheet, batch.PartsRequired, batch.SheetsRequired,
+                    batch.SheetsCompleted, batch.SheetsToGo);
+  };
+  return figures(a) == figures(b);
 }
 
 }  // namespace
@@ -49,6 +58,7 @@ void Poll::RefreshBatch(link::Asker asker) {
   if (slot != 1 && slot != 2) return;
   const bool ticking = asker == link::Asker::Poll;
   const std::uint64_t changes = changes_.Begun();
+  const core::Batch before = system_.Programs[static_cast<std::size_t>(slot)].BatchCounters;
   core::Batch read;
   read.PartsPerSheet = trio_.GetRspnsLng(Variable::PartsPerSheet, asker);
   read.PartsRequired = trio_.GetRspnsLng(Variable::PartsRequired, asker);
@@ -56,7 +66,10 @@ void Poll::RefreshBatch(link::Asker asker) {
   read.SheetsCompleted = trio_.GetRspnsLng(Variable::SheetsCompleted, asker);
   read.SheetsToGo = SheetsToGo(read);
   if (ticking && (changes_.Begun() != changes || trio_.Ending())) return;
-  system_.Programs[static_cast<std::size_t>(slot)].BatchCounters = read;
+  core::Batch& counters = system_.Programs[static_cast<std::size_t>(slot)].BatchCounters;
+  // The operator has set or cleared them meanwhile: these replies are older than that.
+  if (!SameCounters(counters, before)) return;
+  counters = read;
   // The operator may have begun to type, or have changed the slot, while the replies came.
   if (!system_.Console.BatchEditing && system_.ActiveSlot == slot)
     screens_.RunStage(PollStage::Batch);

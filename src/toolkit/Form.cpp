@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "toolkit/Button.h"
 #include "toolkit/Desk.h"
 #include "toolkit/Shadow.h"
 #include "toolkit/Theme.h"
@@ -69,11 +70,12 @@ void Form::Close() {
 
 bool Form::Active() const { return desk_.ActiveForm() == this; }
 
-void Form::SetEnabled(bool enabled) {
-  if (enabled_ == enabled) return;
+void Form::SetEnabled(bool enabled, Holds holds) {
+  const bool changes = enabled_ != enabled;
   enabled_ = enabled;
-  if (!enabled_) HandsOff();
-  if (!enabled_ || waiting_.empty()) return;
+  // Also where it is disabled already, by a lock that kept them.
+  if (!enabled_ && holds == Holds::End) HandsOff();
+  if (!changes || !enabled_ || waiting_.empty()) return;
   desk_.Loop().Post([self = QPointer<Form>(this), jobs = std::exchange(waiting_, {})] {
     for (const auto& job : jobs) {
       if (self) self->WhenEnabled(job);
@@ -85,8 +87,10 @@ void Form::HandsOff() {
   if (const auto handler = handsOff_) handler();
 }
 
+/// What can wait is only what is done about it: that nothing is held any more is told at once.
 void Form::WhenEnabled(std::function<void()> job) {
   if (enabled_) return job();
+  HandsOff();
   waiting_.push_back(std::move(job));
 }
 
@@ -200,7 +204,9 @@ void Form::ClosePopup() {
 void Form::PressedOn(Control* control) {
   if (popup_ && control != popup_ && !(control && popup_->isAncestorOf(control))) ClosePopup();
   desk_.RaiseInStack(*this);
-  desk_.Activate(*this);
+  // Beside the press: coming to the front may wait for a slow line, and the finger be lifted
+  // before.
+  desk_.Loop().Start([this] { desk_.Activate(*this); });
 }
 
 void Form::DeliverKeyDown(KeyStroke stroke) {
@@ -210,7 +216,7 @@ void Form::DeliverKeyDown(KeyStroke stroke) {
   if (const auto hook = keyPress_; hook && stroke.Character) {
     stroke.Character = hook(stroke.Character);
     if (!self || !AcceptsInput()) return;
-    if (!stroke.Character) return PressDefault(stroke);
+    if (!stroke.Character) return TakeSwallowed(stroke);
   }
   if (stroke.Code == Key::Tab) return FocusNext(stroke.Shift);
   if (focused_ && focused_->CanFocus() && focused_->KeyDown(stroke)) return;
@@ -220,6 +226,13 @@ void Form::DeliverKeyDown(KeyStroke stroke) {
 /// Enter is a key of the form even where nothing typed reaches its controls.
 void Form::PressDefault(const KeyStroke& stroke) {
   if (stroke.Code == Key::Enter && defaultButton_) defaultButton_->KeyDown(stroke);
+}
+
+/// It lands nowhere. Another button that has the focus keeps Enter from the default one.
+void Form::TakeSwallowed(const KeyStroke& stroke) {
+  const bool elsewhere = focused_ && focused_ != defaultButton_ && focused_->CanFocus();
+  if (elsewhere && dynamic_cast<const Button*>(focused_)) return;
+  PressDefault(stroke);
 }
 
 void Form::DeliverKeyUp(const KeyStroke& stroke) {

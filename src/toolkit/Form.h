@@ -32,6 +32,9 @@ class Desk;
 ///   form.Show();
 class Form : public QWidget {
  public:
+  /// What a lock does to the keys and buttons that the operator holds down.
+  enum class Holds { End, Keep };
+
   Form(Desk& desk, std::string name);
   ~Form() override;
 
@@ -53,8 +56,9 @@ class Form : public QWidget {
   [[nodiscard]] bool Active() const;
 
   /// A disabled form takes no keys and no presses; it looks the same. A key or a button that was
-  /// held when it was disabled is told to be released once the form is enabled again.
-  void SetEnabled(bool enabled);
+  /// held when it was disabled is told to be released once the form is enabled again. OnHandsOff
+  /// runs at once, or with Holds::Keep as soon as something is let go of meanwhile.
+  void SetEnabled(bool enabled, Holds holds = Holds::End);
   [[nodiscard]] bool Enabled() const { return enabled_; }
 
   /// The form came to the front (not: back to the front after a modal form over it).
@@ -64,7 +68,7 @@ class Form : public QWidget {
   /// Before the focused control; true swallows the stroke, and no key press follows.
   void OnKeyDown(std::function<bool(const KeyStroke&)> handler) { keyDown_ = std::move(handler); }
   /// The character that the stroke types, before the focused control: what comes back is typed
-  /// instead, 0 swallows it.
+  /// instead, 0 swallows it. Enter still presses the default button then.
   void OnKeyPress(std::function<char(char)> handler) { keyPress_ = std::move(handler); }
   /// Once a key, when it is let go (never for the repeats of a held key).
   void OnKeyUp(std::function<void(const KeyStroke&)> handler) { keyUp_ = std::move(handler); }
@@ -137,6 +141,7 @@ class Form : public QWidget {
   void PlaceShadow();
   void DefaultPlace();
   void PressDefault(const KeyStroke& stroke);
+  void TakeSwallowed(const KeyStroke& stroke);
 
   Desk& desk_;
   std::string name_;

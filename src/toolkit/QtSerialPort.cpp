@@ -1,6 +1,7 @@
 #include "toolkit/QtSerialPort.h"
 
 #include <QSerialPort>
+#include <QThread>
 #include <algorithm>
 
 #include "platform/LineWatch.h"
@@ -19,6 +20,9 @@ namespace {
 
 /// How often the modem lines are looked at, ms.
 constexpr int LinesPeriodMs = 100;
+
+/// How long a close waits for what is still in the driver, ms: some fifty characters at 9600 baud.
+constexpr int CloseMs = 50;
 
 /// At most so often is a lost device tried again, ms.
 constexpr std::int64_t RetryMs = 1000;
@@ -207,9 +211,12 @@ struct QtSerialPort::Device {
     LinesTimer->Start(Opened && LineHandler ? LinesPeriodMs : 0);
   }
 
-  /// A driver that is held up would keep the close waiting until the other end reads on.
+  /// A last line gets its moment to leave; a driver that is held up would keep the close waiting
+  /// until the other end reads on.
   void CloseDevice() {
     if (!Port.isOpen()) return;
+    Port.flush();
+    for (int ms = 0; ms < CloseMs && Queued() > 0; ++ms) QThread::msleep(1);
     if (Queued() > 0) Port.clear(QSerialPort::Output);
     Port.close();
   }

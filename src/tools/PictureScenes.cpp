@@ -108,6 +108,10 @@ void Transfer(PictureStage& stage) {
     list->PressLine(5);
   }
   stage.Snap("SendForm");
+  stage.Loop().After(100, [&stage] {
+    stage.Snap("SendForm", "waiting");
+    stage.Type(Key::F);
+  });
   stage.Loop().After(1500, [&stage] {
     stage.Snap("SendForm", "sending");
     stage.Type(Key::A);
@@ -166,6 +170,57 @@ void UserKeys(PictureStage& stage, const char* state) {
   stage.RunFor(300);
   stage.Snap("UserForm", state);
   stage.Type(Key::X);
+}
+
+/// A jog key held for that long, ms; the picture is taken while it is down.
+void HoldJog(PictureStage& stage, Key arrow, int ms, const char* state) {
+  stage.Desk().PressKey(toolkit::KeyStroke(arrow));
+  stage.RunFor(ms);
+  if (state != nullptr) stage.Snap("XYJogForm", state);
+  stage.Desk().ReleaseKey(toolkit::KeyStroke(arrow));
+  stage.RunFor(300);
+}
+
+void Jog(PictureStage& stage) {
+  constexpr int HeldMs = 2000;
+  stage.Type(Key::J);
+  stage.RunFor(300);
+  stage.Snap("XYJogForm");
+  HoldJog(stage, Key::Right, HeldMs, "held");
+  HoldJog(stage, Key::Left, HeldMs, nullptr);
+  stage.Type(Key::D);
+  stage.Type(Key::K);
+  stage.Snap("XYJogForm", "distance");
+  stage.Type(Key::G);
+  stage.Type(Key::J);
+  stage.Type(Key::X);
+}
+
+void MachineScreens(PictureStage& stage) {
+  auto& memory = stage.Controller().Memory();
+  memory.SetVariable(86, 1250);
+  memory.SetVariable(87, 96.5);
+  memory.SetVariable(88, 12.25);
+  memory.SetVariable(89, 1187.75);
+  stage.Type(Key::F3);
+  stage.RunFor(300);
+  stage.Snap("MachineForm");
+  stage.Type(Key::R);
+  stage.Type(static_cast<Key>('2'));
+  stage.Snap("MachineForm", "asked-for");
+  stage.Type(static_cast<Key>('3'));
+  stage.RunFor(300);
+  stage.Type(Key::R);
+  stage.RunFor(3000);
+  stage.Type(Key::L);
+  stage.RunFor(300);
+  stage.Snap("LoadForm");
+  stage.Type(Key::X);
+  stage.Type(Key::M);
+  stage.Snap("MoveForm");
+  stage.Type(Key::X);
+  Jog(stage);
+  stage.Type(Key::E);
 }
 
 void Run(PictureStage& stage) {
@@ -339,6 +394,7 @@ void PlayScenes(PictureStage& stage) {
   stage.Snap("FrontEnd", "selected");
   UserKeys(stage, "");
   BatchCounter(stage);
+  MachineScreens(stage);
   ListsAndSearch(stage);
   Editor(stage);
   FileActions(stage);

@@ -235,6 +235,35 @@ TEST_F(BatchScreen, TheEndOfTheProgramLeavesWhatIsBeingEnteredAlone) {
   EXPECT_EQ(System.Programs[1].BatchCounters.PartsPerSheet, 5);
 }
 
+/// A line with the pace of a real one: the counters are read while the operator presses.
+class SlowBatchScreen : public ConsoleFixture {
+ protected:
+  SlowBatchScreen() : ConsoleFixture({.Baud = 9600}) { Start(); }
+};
+
+TEST_F(SlowBatchScreen, RepliesOlderThanAClearNeverBringTheOldCountsBack) {
+  for (const char* query : {"? VR(82)", "? VR(83)", "? VR(84)", "? VR(85)"}) {
+    SCOPED_TRACE(query);
+    for (int number = 82; number <= 85; ++number) SetVariable(number, number);
+    Loop.Start([this] { TypeF(4); });
+    Loop.Start([this] { Type(Key::B); });
+    RunFor(3000);
+    const auto& counters = System.Programs[1].BatchCounters;
+    ASSERT_EQ(counters.PartsRequired, 83);
+    Lines.clear();
+    for (int i = 0; i < 3000 && Times(query) == 0; ++i) RunFor(1);
+    ASSERT_EQ(Times(query), 1);
+    Loop.Start([this] { Type(Key::C); });
+    for (int i = 0; i < 2000; ++i) {
+      RunFor(1);
+      ASSERT_EQ(counters.PartsRequired + counters.PartsPerSheet + counters.SheetsCompleted, 0) << i;
+    }
+    Screens().Unload("BatchForm");
+    Screens().Unload("StatusMenuForm");
+    RunFor(500);
+  }
+}
+
 TEST_F(BatchScreen, OpenedTwiceItBeginsByViewing) {
   Open();
   Type(Key::S);

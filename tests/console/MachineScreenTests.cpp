@@ -227,5 +227,158 @@ TEST_F(MachineScreens, AMoveWithAnErrorSendsNothing) {
   EXPECT_EQ(TakeCommands(), Words{});
 }
 
+TEST_F(MachineScreens, TypingIsSwallowedByTheMoveScreenAndEnterMovesNothing) {
+  Open();
+  Type(Key::M);
+  const std::string text = BoxText("MoveForm", "MoveBox(1)");
+  for (const char typed : {'7', '.', ' ', 'q'}) Desk->TypeKey(toolkit::KeyStroke(typed));
+  Type(Key::Enter);
+  RunFor(50);
+  EXPECT_EQ(BoxText("MoveForm", "MoveBox(1)"), text);
+  EXPECT_EQ(TakeCommands(), Words{});
+  EXPECT_EQ(Focus("MoveForm"), "MoveButton");
+}
+
+TEST_F(MachineScreens, EachBoxOfTheMoveTakesItsTargetWithDefaultPrecision) {
+  Open();
+  Type(Key::M);
+  const std::pair<int, const char*> entries[] = {{1, "12.3456"}, {2, "0-7.5"}, {3, "0.125"}};
+  for (const auto& [box, number] : entries) {
+    ThenTypeText(number);
+    ThenType(Key::Enter);
+    Digit(box);
+    RunFor(50);
+    EXPECT_EQ(Focus("MoveForm"), "MoveButton");
+  }
+  EXPECT_EQ(BoxText("MoveForm", "MoveBox(1)"), "12.3456");
+  EXPECT_EQ(BoxText("MoveForm", "MoveBox(2)"), "-7.5");
+  EXPECT_EQ(TakeCommands(), Words{}) << "nothing goes out before the move";
+  Type(Key::M);
+  EXPECT_EQ(TakeCommands(), (Words{"VR(22)=12.3456", "VR(23)=-7.5", "VR(95)=0.125", "VR(48)=15"}));
+}
+
+TEST_F(MachineScreens, AKeyOfAHiddenOrDisabledControlDoesNothing) {
+  Open();
+  Control<toolkit::Button>("MachineForm", "ReferenceButton(2)")->SetVisible(false);
+  Control<toolkit::Button>("MachineForm", "ReferenceButton(3)")->SetEnabled(false);
+  Control<toolkit::Button>("MachineForm", "RollerButton")->SetVisible(false);
+  for (const Key key : {Key::Y, Key::Z, Key::R}) Type(key);
+  EXPECT_EQ(TakeCommands(), Words{});
+  Type(Key::M);
+  Control<toolkit::EntryBox>("MoveForm", "MoveBox(3)")->SetVisible(false);
+  Digit(3);
+  RunFor(50);
+  EXPECT_FALSE(Shows("NumberForm"));
+}
+
+TEST_F(MachineScreens, ARefusedReferenceGivesTheFocusBack) {
+  Open();
+  SetStatus(FeedholdBit);
+  EXPECT_EQ(Answered(Key::O, [this] { Type(Key::X); }),
+            "\nCan Not Reference\nWhile Machine Is Running Or In Feedhold !");
+  EXPECT_EQ(Focus("MachineForm"), "ReferenceButton(0)");
+}
+
+TEST_F(MachineScreens, EveryFrontingTakesTheFeedAndTheRollersAnew) {
+  Open();
+  Digit(1);
+  EXPECT_EQ(LabelText("MachineForm", "FeedAsked"), "80");
+  TypeF(9);
+  SetVariable(98, 35);
+  SetVariable(68, 35);
+  RunFor(300);
+  ASSERT_EQ(System.State.FeedOverride, 35);
+  Type(Key::X);
+  EXPECT_EQ(CurrentForm(), "MachineForm");
+  EXPECT_EQ(LabelText("MachineForm", "FeedAsked"), "35");
+  TakeCommands();
+  Digit(3);
+  EXPECT_EQ(TakeCommands(), Words{"VR(68)=40"});
+}
+
+// ---- by touch ----
+
+TEST_F(MachineScreens, ByTouchTheKeysSendTheSame) {
+  Open();
+  const auto press = [this](const std::string& name) {
+    Click(*Control<toolkit::Control>("MachineForm", name));
+    RunFor(50);
+    EXPECT_EQ(Focus("MachineForm"), "ReferenceButton(0)") << name;
+  };
+  for (int axes = 0; axes < 4; ++axes) {
+    press(console::Numbered("ReferenceButton", axes));
+    EXPECT_EQ(TakeCommands(), Words{"VR(48)=" + std::to_string(10 + axes)});
+    for (int i = 0; i < 3000 && Machine().Mode() == simulator::MachineMode::Manual; ++i)
+      RunFor(100);
+  }
+  press("RollerButton");
+  EXPECT_EQ(TakeCommands(),
+            (Words{"VR(19)=VR(19) OR 131072", "VR(17)=VR(17) OR 32", "OP(8,VR(9))"}));
+  RunFor(300);
+  press("RollerButton");
+  EXPECT_EQ(TakeCommands(), Words{"VR(17)=VR(17)-32"});
+  for (int key = 1; key <= 4; ++key) press(console::Numbered("FeedButton", key));
+  EXPECT_EQ(TakeCommands(), (Words{"VR(68)=80", "VR(68)=75", "VR(68)=80", "VR(68)=100"}));
+  press("FeedBox");
+  EXPECT_EQ(TakeCommands(), Words{}) << "a figure is only looked at";
+}
+
+TEST_F(MachineScreens, ByTouchTheDoorsOpen) {
+  Open();
+  for (const auto& [door, screen] :
+       {std::pair{1, "LoadForm"}, std::pair{2, "MoveForm"}, std::pair{3, "XYJogForm"}}) {
+    Click(*Control<toolkit::Button>("MachineForm", console::Numbered("MachineButton", door)));
+    RunFor(50);
+    EXPECT_EQ(CurrentForm(), screen);
+    EXPECT_EQ(Focus("MachineForm"), "ReferenceButton(0)");
+    Click(*Control<toolkit::Button>(screen, "ExitButton"));
+    RunFor(50);
+    EXPECT_EQ(CurrentForm(), "MachineForm");
+  }
+}
+
+TEST_F(MachineScreens, ByTouchALoadPositionIsEnteredAndGoneTo) {
+  Open();
+  Type(Key::L);
+  RunFor(50);
+  const std::pair<int, const char*> entries[] = {{1, "100"}, {2, "200.5"}};
+  for (const auto& [box, number] : entries) {
+    ThenTypeText(number);
+    ThenType(Key::Enter);
+    Click(*Control<toolkit::EntryBox>("LoadForm", console::Numbered("LoadBox", box)));
+    RunFor(100);
+    EXPECT_EQ(Focus("LoadForm"), "ExitButton");
+  }
+  EXPECT_EQ(TakeCommands(), Words{});
+  Click(*Control<toolkit::Button>("LoadForm", "LoadButton(1)"));
+  RunFor(50);
+  EXPECT_EQ(TakeCommands(), (Words{"VR(86)=100", "VR(87)=200.5", "VR(48)=17"}));
+}
+
+TEST_F(MachineScreens, ByTouchAMoveIsEnteredAndMade) {
+  Open();
+  Type(Key::M);
+  ThenTypeText("640");
+  ThenType(Key::Enter);
+  Click(*Control<toolkit::EntryBox>("MoveForm", "MoveBox(2)"));
+  RunFor(100);
+  EXPECT_EQ(BoxText("MoveForm", "MoveBox(2)"), "640");
+  SetStatus(RunningBit);
+  EXPECT_EQ(Answered(Key::O,
+                     [this] {
+                       Click(*Control<toolkit::Button>("MoveForm", "MoveButton"));
+                       RunFor(30);
+                     }),
+            "\nCan Not Move\nWhile Machine Is Running Or In Feedhold !");
+  RunFor(100);
+  EXPECT_EQ(TakeCommands(), Words{});
+  Click(*Control<toolkit::Button>("MoveForm", "MoveButton"));
+  RunFor(50);
+  const Words sent = TakeCommands();
+  ASSERT_EQ(sent.size(), 4U);
+  EXPECT_EQ(sent[1], "VR(23)=640");
+  EXPECT_EQ(sent[3], "VR(48)=15");
+}
+
 }  // namespace
 }  // namespace torvane::tests

@@ -122,12 +122,40 @@ TEST_F(SendScreen, ForceSendsWhatIsMarkedInTheOrderOfTheList) {
     EXPECT_TRUE(Shows("SendForm"));
     Type(Key::F);
   });
-  Later(1000, Key::F);  // FORCE for the second one
+  Later(1000, Key::Enter);  // the default key: FORCE for the second one
   Type(Key::O);
   RunFor(3000);
   EXPECT_FALSE(Shows("SendForm"));
   EXPECT_EQ(CurrentForm(), "FileHandleForm");
   EXPECT_EQ(Sent(), Leader + "G00 X1\r\nM02\r\n\x04" + Leader + "G01\r\n\x04");
+}
+
+TEST_F(SendScreen, EnterIsTheDefaultKeyInTheListAndWhileAProgramWaits) {
+  Open();
+  Mark(2);
+  Later(50, Key::Enter);  // FORCE
+  Type(Key::Enter);       // OK
+  RunFor(2000);
+  EXPECT_EQ(Sent(), Leader + "G01\r\n\x04");
+  EXPECT_FALSE(Shows("SendForm"));
+}
+
+TEST_F(SendScreen, EnterOnAbortForcesNothingAndNothingIsTheDefaultWhileItSends) {
+  Open();
+  Mark(1);
+  Loop.After(50, [this] {
+    Type(Key::Tab);
+    EXPECT_EQ(Focus("SendForm"), "AbortButton");
+    Type(Key::Enter);
+  });
+  Loop.After(500, [this] {
+    EXPECT_TRUE(OnShow("ForceButton")) << "it still waits";
+    Type(Key::F);
+  });
+  Later(1000, Key::Enter);  // neither aborts nor forces
+  Type(Key::O);
+  RunFor(4000);
+  EXPECT_EQ(Sent(), Leader + std::string(2000, 'B') + "\x04");
 }
 
 TEST_F(SendScreen, TheBarAndTheRestAreShownWhileItGoesOut) {

@@ -96,8 +96,50 @@ TEST_F(Jogging, AWordThatFailsIsFollowedByAStopAheadOfTheRecoveryAndNeverRepeate
   Controller.OnLine = [this](const std::string& line) { Controller.Silent = line == Word; };
   Press();
   Loop.RunFor(1000);
-  EXPECT_THAT(Controller.Received, ElementsAre(Word, "", StopLine));
+  EXPECT_THAT(Controller.Received, ElementsAre(Word, StopLine, ""));
   EXPECT_EQ(Screens.Warnings.size(), 1U);
+}
+
+TEST_F(Jogging, AWordThatFailsOnADeadLineIsFollowedByItsStopAtItsTimeOut) {
+  Controller.Silent = true;
+  Press();
+  Loop.RunFor(Settings.ReplyTimeoutMs + 1);
+  EXPECT_THAT(Controller.Received, ElementsAre(Word, StopLine));
+}
+
+TEST_F(Jogging, AtTheEndOfTheProgramAStopThatWaitsGoesFirst) {
+  Controller.Silent = true;
+  Ask("A=1");
+  Loop.RunFor(10);
+  Jog.Stop();
+  Link.BeginEnd();
+  Loop.Start([this] { Link.Download("B=2", Asker::End); });
+  Loop.RunFor(10);
+  EXPECT_THAT(Controller.Received, ElementsAre("A=1", StopLine));
+  Loop.RunFor(2000);
+  EXPECT_EQ(Loop.ActivitiesUnderWay(), 0U);
+  EXPECT_FALSE(Jog.Stopping());
+}
+
+TEST_F(Jogging, WhereNoLoopRunsAnyMoreTheStopIsTheLastLine) {
+  {
+    JogLine other(Link);
+    Loop.Start([&other] { other.Jog(other.BeginHold(), Word); });
+    Loop.RunFor(100);
+    EXPECT_THAT(Controller.Received, ElementsAre(Word));
+  }
+  EXPECT_THAT(Controller.Received, ElementsAre(Word, StopLine));
+}
+
+TEST_F(Jogging, AStopThatWasTakenIsNotWrittenAgainAtTheEnd) {
+  {
+    JogLine other(Link);
+    Loop.Start([&other] { other.Jog(other.BeginHold(), Word); });
+    Loop.RunFor(100);
+    other.Stop();
+    Loop.RunFor(100);
+  }
+  EXPECT_THAT(Controller.Received, ElementsAre(Word, StopLine));
 }
 
 TEST_F(Jogging, AStopThatWaitsGoesAtTheTimeOutOfTheLineAndBeforeItsRecovery) {

@@ -83,6 +83,78 @@ TEST_F(Forms, APressActivatesTheFormUnderIt) {
   EXPECT_EQ(Taken(), Words{"activate AForm"});
 }
 
+TEST_F(Forms, APressIsNotHeldUpByAnActivationThatWaits) {
+  Button key(&A.Body, "GO");
+  key.Place({0, 0, 100, 60});
+  key.OnMouseDown([this](const PointerEvent&) { Log.push_back("down"); });
+  key.OnMouseUp([this](const PointerEvent&) { Log.push_back("up"); });
+  A.Window.Show();
+  B.Window.Show();
+  bool answered = false;
+  A.Window.OnActivate([&] {
+    Loop.WaitUntil([&] { return answered; });
+    Log.push_back("active");
+  });
+  Log.clear();
+  PressAt(key, 10, 10);
+  EXPECT_EQ(Taken(), Words{"down"});
+  ReleaseAt(key, 10, 10);
+  EXPECT_EQ(Taken(), Words{"up"});
+  answered = true;
+  Pump(Loop);
+  EXPECT_EQ(Taken(), Words{"active"});
+}
+
+TEST_F(Forms, WhatIsSwallowedReachesNothingButTheDefaultButtonByEnter) {
+  EntryBox box(&A.Body);
+  Button ok(&A.Body, "OK");
+  Button cancel(&A.Body, "CANCEL");
+  for (Control* control :
+       {static_cast<Control*>(&box), static_cast<Control*>(&ok), static_cast<Control*>(&cancel)})
+    control->Place({0, 0, 100, 60});
+  ok.OnClick([this] { Log.push_back("ok"); });
+  cancel.OnClick([this] { Log.push_back("cancel"); });
+  A.Window.OnKeyPress([](char) { return '\0'; });
+  A.Window.SetDefaultButton(&ok);
+  A.Window.Show();
+  Log.clear();
+  const auto type = [this] {
+    for (const Key key : {Key::A, Key::Space, Key::Backspace, Key::Enter})
+      Desk_.TypeKey(KeyStroke(key));
+  };
+  box.SetFocus();
+  type();
+  EXPECT_EQ(box.Text(), "");
+  EXPECT_EQ(Taken(), Words{"ok"});
+  ok.SetFocus();
+  type();
+  EXPECT_EQ(Taken(), Words{"ok"});
+  cancel.SetFocus();
+  type();
+  EXPECT_EQ(Taken(), Words{});
+}
+
+TEST_F(Forms, ALockThatKeepsWhatIsHeldIsToldOfAReleaseAtOnce) {
+  int handsOff = 0;
+  A.Window.OnHandsOff([&] { ++handsOff; });
+  A.Window.OnKeyUp([this](const KeyStroke&) { Log.push_back("up"); });
+  A.Window.Show();
+  Desk_.PressKey(KeyStroke(Key::Right));
+  Log.clear();
+  A.Window.SetEnabled(false, Form::Holds::Keep);
+  EXPECT_EQ(handsOff, 0);
+  Desk_.ReleaseKey(KeyStroke(Key::Right));
+  EXPECT_EQ(handsOff, 1);
+  EXPECT_EQ(Taken(), Words{});
+  A.Window.SetEnabled(true);
+  Pump(Loop);
+  EXPECT_EQ(Taken(), Words{"up"});
+  // A lock that ends them, while the other one stands.
+  A.Window.SetEnabled(false, Form::Holds::Keep);
+  A.Window.SetEnabled(false);
+  EXPECT_EQ(handsOff, 2);
+}
+
 TEST_F(Forms, AModalFormIsAWaitThatReturnsWhenItIsUnloaded) {
   A.Window.Show();
   Log.clear();
