@@ -18,7 +18,7 @@ using namespace torvane;
 
 /// 2,000 programs of 200 lines in 20 directories.
 struct Shelf {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Files{Temp.Path(), {{'C', Temp.Path()}}};
 
   Shelf() {

@@ -122,7 +122,7 @@ class Starting {
   /// The store has sent it; it is sent again.
   void SendActiveSlot() {
     parts_.Trio.Download(
-        link::Assignment(Variable::TableInForce, core::IntegerText(system_.ActiveSlot)));
+        link::Assignment(Variable::TableInForce, core::IntegerText(system_.ActiveSlot.Number())));
   }
 
   void ReadTransferPort() { parts_.Comms.LoadSettings(); }

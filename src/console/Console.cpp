@@ -86,7 +86,7 @@ void Console::Open() {
                                          return trio_.GetRspnsSngl(expression, decimals,
                                                                    link::Asker::Poll);
                                        },
-                                       [this](int slot) {
+                                       [this](core::Slot slot) {
                                          if (FrontEnd* shown = screens_.LoadedMain())
                                            shown->BringPlotForward(slot);
                                        }});
@@ -100,11 +100,11 @@ void Console::RealTimePlot() {
   if (plotter_) plotter_->RealTimePlot();
 }
 
-void Console::RefreshPlot(int slot) {
+void Console::RefreshPlot(core::Slot slot) {
   if (plotter_) plotter_->RefreshPlot(slot);
 }
 
-void Console::ShowPlotBox(int slot) {
+void Console::ShowPlotBox(core::Slot slot) {
   if (plotter_) plotter_->ShowPlotBox(slot);
 }
 
@@ -122,7 +122,7 @@ void Console::LimitsButtonChanged(bool pressed) {
   if (drawing_) drawing_->LimitsButtonChanged(pressed);
 }
 
-void Console::RedrawPlot(int slot) {
+void Console::RedrawPlot(core::Slot slot) {
   if (plotter_) plotter_->RedrawWithTrace(slot);
 }
 

@@ -8,6 +8,7 @@
 #include "console/ConsoleServices.h"
 #include "console/FileTasks.h"
 #include "console/ReceiveLamp.h"
+#include "core/Slot.h"
 #include "graphics/DrawingModule.h"
 #include "graphics/RealTimePlot.h"
 #include "link/Downloads.h"
@@ -74,16 +75,16 @@ class Console final : public supervision::PlotStage,
 
   // supervision::PlotStage; nothing before Open
   void RealTimePlot() override;
-  void RefreshPlot(int slot) override;
-  void ShowPlotBox(int slot) override;
+  void RefreshPlot(core::Slot slot) override;
+  void ShowPlotBox(core::Slot slot) override;
 
  private:
   // FrontEndActions
-  void ChangeActiveProgram(int slot) override { change_.ChangeActiveProgram(slot); }
+  void ChangeActiveProgram(core::Slot slot) override { change_.ChangeActiveProgram(slot); }
   void MainScreenShown() override;
   void KerfButtonChanged(bool pressed) override;
   void LimitsButtonChanged(bool pressed) override;
-  void RedrawPlot(int slot) override;
+  void RedrawPlot(core::Slot slot) override;
 
   [[nodiscard]] restart::ChoiceParts Choice();
 

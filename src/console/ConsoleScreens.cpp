@@ -51,12 +51,12 @@ void ConsoleScreens::MarkMessageButton(supervision::MessageState state) {
   if (FrontEnd* main = LoadedMain()) main->MarkMessageButton(state);
 }
 
-void ConsoleScreens::SetProgramCaption(int slot, std::string_view caption) {
+void ConsoleScreens::SetProgramCaption(core::Slot slot, std::string_view caption) {
   if (FrontEnd* main = LoadedMain()) main->SetProgramCaption(slot, std::string(caption));
   ShowProgramLine();
 }
 
-void ConsoleScreens::PressProgramButton(int slot) {
+void ConsoleScreens::PressProgramButton(core::Slot slot) {
   if (FrontEnd* main = LoadedMain()) main->ShowActiveSlot(slot);
   ShowProgramLine();
 }

@@ -9,6 +9,7 @@
 #include "console/Pads.h"
 #include "console/ScreenSet.h"
 #include "core/ScreenNames.h"
+#include "core/Slot.h"
 #include "link/Trio.h"
 #include "supervision/MessageList.h"
 #include "supervision/PollScreens.h"
@@ -55,7 +56,7 @@ class ConsoleScreens final : public link::LinkScreens,
     set_.LockForms(paused, link::LinkLockName, toolkit::Form::Holds::Keep);
   }
   void ShutdownToService() override;
-  void BusyPointer(bool busy) override { set_.Desk().SetBusy(busy); }
+  void SetBusy(bool busy) override { set_.Desk().SetBusy(busy); }
   void Beep() override { set_.Desk().Beep(); }
 
   // supervision::PollScreens
@@ -72,8 +73,8 @@ class ConsoleScreens final : public link::LinkScreens,
   [[nodiscard]] std::vector<std::string> VisibleForms() const override {
     return set_.VisibleNames();
   }
-  void SetProgramCaption(int slot, std::string_view caption) override;
-  void PressProgramButton(int slot) override;
+  void SetProgramCaption(core::Slot slot, std::string_view caption) override;
+  void PressProgramButton(core::Slot slot) override;
   void OpenSetupForm() override { set_.Open(core::ScreenNames::SetupForm); }
   void UnloadProgramForm() override { set_.Unload(core::ScreenNames::ProgramForm); }
 

@@ -5,7 +5,7 @@
 #include "console/FileTasks.h"
 #include "console/ProgramColumns.h"
 #include "console/ScreenSet.h"
-#include "supervision/FlagGuard.h"
+#include "supervision/ScopedFlag.h"
 
 namespace torvane::console {
 
@@ -72,7 +72,7 @@ void DirectoryForm::OpenBox() {
 
 void DirectoryForm::OkPressed() {
   if (working_) return;
-  const supervision::FlagGuard working(working_);
+  const supervision::ScopedFlag working(working_);
   std::optional<std::string> selected;
   if (list_ != nullptr && list_->Current() >= 0) selected = list_->Text(list_->Current());
   const files::Ending ending = files::DirectoryActions(Services().FileWork)

@@ -7,7 +7,7 @@
 #include "console/FileTasks.h"
 #include "console/ProgramColumns.h"
 #include "console/ScreenSet.h"
-#include "supervision/FlagGuard.h"
+#include "supervision/ScopedFlag.h"
 
 namespace torvane::console {
 
@@ -165,7 +165,7 @@ files::ProgramActionRequest FileForm::Request() const {
 
 void FileForm::OkPressed() {
   if (working_) return;
-  const supervision::FlagGuard working(working_);
+  const supervision::ScopedFlag working(working_);
   const files::Ending ending = files::ProgramActions(Services().FileWork).CarryOut(Request());
   if (ending == files::Ending::Closes) Unload();
 }

@@ -47,9 +47,9 @@ void FrontEnd::SetUpFrontEnd() {
 void FrontEnd::MakePlot() {
   mainPanel_ = &AddPanel(Window(), "MainPanel", PanelStyle::Sunken, Role::Panel);
   mainPanel_->SetRim(toolkit::Rim(Colours()[ColourName::StatusBackground]));
-  for (int slot = 1; slot <= 2; ++slot) {
+  for (const core::Slot slot : core::BothSlots) {
     auto* box = new toolkit::PlotCanvas(mainPanel_);  // owned by the panel
-    Adopt(*box, Numbered("PlotBox", slot), Role::Plot);
+    Adopt(*box, Numbered("PlotBox", slot.Number()), Role::Plot);
     box->SetFocusable(true);
     graphics::SetUpPlotBox(box->Canvas(), Colours());
     box->OnRedraw(Guard([this, slot] { actions_.RedrawPlot(slot); }));
@@ -59,7 +59,7 @@ void FrontEnd::MakePlot() {
         Screens().RestoreFormOrder();
       })();
     });
-    plotBoxes_[Slot(slot)] = box;
+    plotBoxes_[slot] = box;
   }
 }
 
@@ -106,10 +106,10 @@ void FrontEnd::MakeKeys() {
     if (const char* screen = MainButtons[Index(index)].Screen)
       Leads(*mainButtons_[Index(index)], screen);
   }
-  for (int slot = 1; slot <= 2; ++slot) {
-    programButtons_[Slot(slot)] = &AddTwoState(
-        *keyStrip_, Numbered("ProgramButton", slot), ProgramButtonCaptions[Index(slot)],
-        Role::General,
+  for (const core::Slot slot : core::BothSlots) {
+    programButtons_[slot] = &AddTwoState(
+        *keyStrip_, Numbered("ProgramButton", slot.Number()),
+        ProgramButtonCaptions[Index(slot.Number())], Role::General,
         [this, slot](bool) { Press([this, slot] { actions_.ChangeActiveProgram(slot); })(); });
   }
   messageButton_ = &AddButton(*keyStrip_, "MessageButton", MessageButtonCaption, Role::OkMessage,
@@ -147,9 +147,9 @@ void FrontEnd::ShowMainForm() {
   actions_.MainScreenShown();
 }
 
-void FrontEnd::BringPlotForward(int slot) {
+void FrontEnd::BringPlotForward(core::Slot slot) {
   PlotBox(slot).SetVisible(true);
-  PlotBox(3 - slot).SetVisible(false);
+  PlotBox(slot.Other()).SetVisible(false);
   SetHome(PlotBox(slot));
   FocusHome();
 }
@@ -175,13 +175,13 @@ void FrontEnd::MarkMessageButton(supervision::MessageState state) {
   messageButton_->SetMark(mark);
 }
 
-void FrontEnd::SetProgramCaption(int slot, const std::string& caption) {
-  programButtons_[Slot(slot)]->SetCaption(caption);
+void FrontEnd::SetProgramCaption(core::Slot slot, const std::string& caption) {
+  programButtons_[slot]->SetCaption(caption);
 }
 
-void FrontEnd::ShowActiveSlot(int slot) {
-  programButtons_[Slot(slot)]->SetDown(true, toolkit::Events::Silent);
-  programButtons_[Slot(3 - slot)]->SetDown(false, toolkit::Events::Silent);
+void FrontEnd::ShowActiveSlot(core::Slot slot) {
+  programButtons_[slot]->SetDown(true, toolkit::Events::Silent);
+  programButtons_[slot.Other()]->SetDown(false, toolkit::Events::Silent);
 }
 
 void FrontEnd::OpenMain(int index) {

@@ -6,6 +6,7 @@
 
 #include "console/PlotModes.h"
 #include "console/Screen.h"
+#include "core/Slot.h"
 #include "graphics/DrawingModule.h"
 #include "supervision/MessageButton.h"
 #include "toolkit/PlotCanvas.h"
@@ -18,7 +19,7 @@ class FrontEndActions {
   virtual ~FrontEndActions() = default;
 
   /// A program button, or F10 and F11.
-  virtual void ChangeActiveProgram(int slot) = 0;
+  virtual void ChangeActiveProgram(core::Slot slot) = 0;
 
   /// The main screen came to the front: the splash screen goes, the poll starts.
   virtual void MainScreenShown() = 0;
@@ -28,10 +29,10 @@ class FrontEndActions {
   virtual void LimitsButtonChanged(bool pressed) = 0;
 
   /// Redraws a slot's plot and starts its run time again (REDRAW).
-  virtual void RefreshPlot(int slot) = 0;
+  virtual void RefreshPlot(core::Slot slot) = 0;
 
   /// The canvases lost their pixels.
-  virtual void RedrawPlot(int slot) = 0;
+  virtual void RedrawPlot(core::Slot slot) = 0;
 };
 
 /// Made once at start, before it shows: the plots of both slots are drawn on it while the splash
@@ -41,13 +42,13 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   explicit FrontEnd(const ScreenStart& start);
 
   /// Canvas of slot 1 or 2.
-  [[nodiscard]] toolkit::PlotCanvas& PlotBox(int slot) { return *plotBoxes_[Slot(slot)]; }
+  [[nodiscard]] toolkit::PlotCanvas& PlotBox(core::Slot slot) { return *plotBoxes_[slot]; }
 
   /// Shows header, plot of the active slot and focus; tells the actions that it is up.
   void ShowMainForm();
 
   /// The active slot's canvas in front, the other behind.
-  void BringPlotForward(int slot);
+  void BringPlotForward(core::Slot slot);
 
   /// PositionText 1 to 6.
   void SetPositionText(int index, const std::string& text);
@@ -62,9 +63,9 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
 
   void MarkMessageButton(supervision::MessageState state);
 
-  void SetProgramCaption(int slot, const std::string& caption);
+  void SetProgramCaption(core::Slot slot, const std::string& caption);
   /// Presses the slot's program button without its event and lets the other up.
-  void ShowActiveSlot(int slot);
+  void ShowActiveSlot(core::Slot slot);
 
   void SetTextLine(const std::string& text) override { textPanel_->SetCaption(text); }
 
@@ -90,7 +91,6 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   void SetLimitsButton(bool pressed) override;
 
  private:
-  static std::size_t Slot(int slot) { return slot == 2 ? 1U : 0U; }
   static std::size_t Index(int index) { return static_cast<std::size_t>(index - 1); }
 
   void SetUpFrontEnd();
@@ -107,11 +107,13 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   void PressProgramButtons(bool pressed) override;
   void SetPathKeys(const PathCaptions& captions) override;
   void FocusPathKey() override { pathButtons_[0]->SetFocus(); }
-  [[nodiscard]] platform::Canvas& PlotCanvasOf(int slot) override { return PlotBox(slot).Canvas(); }
+  [[nodiscard]] platform::Canvas& PlotCanvasOf(core::Slot slot) override {
+    return PlotBox(slot).Canvas();
+  }
   void SetStatusLine(const std::string& text) override { statusPanel_->SetCaption(text); }
   void SetShutdownCaption(const char* caption) override { shutdownButton_->SetCaption(caption); }
   void RefreshScreen() override;
-  void RefreshPlot(int slot) override { actions_.RefreshPlot(slot); }
+  void RefreshPlot(core::Slot slot) override { actions_.RefreshPlot(slot); }
 
   /// Runs a press of this screen: then the focus goes to the plot and no open screen stays hidden.
   Handler Press(Handler handler);
@@ -137,12 +139,12 @@ class FrontEnd final : public Screen, public graphics::PlotButtons, private Plot
   toolkit::Panel* mainRow_ = nullptr;
   toolkit::Panel* graphicsRow_ = nullptr;
   toolkit::Panel* pathRow_ = nullptr;
-  std::array<toolkit::PlotCanvas*, 2> plotBoxes_{};
+  core::BySlot<toolkit::PlotCanvas*> plotBoxes_;
   std::array<toolkit::Label*, 6> positionLabels_{};
   std::array<toolkit::Label*, 6> positionTexts_{};
   std::array<toolkit::Panel*, 6> positionLines_{};  ///< below each figure
   std::array<toolkit::Button*, 7> mainButtons_{};
-  std::array<toolkit::TwoStateButton*, 2> programButtons_{};
+  core::BySlot<toolkit::TwoStateButton*> programButtons_;
   toolkit::Button* messageButton_ = nullptr;
   toolkit::Button* shutdownButton_ = nullptr;
   std::array<toolkit::Button*, 4> graphicsButtons_{};

@@ -72,12 +72,12 @@ void FrontEnd::LayoutKeys(Area strip, const Metrics& metrics) {
   const int program = static_cast<int>(key * ProgramKeyShare);
   shutdownButton_->Place(toolkit::TakeRight(rest, last, metrics.Gap));
   messageButton_->Place(toolkit::TakeRight(rest, last, groupGap));
-  programButtons_[1]->Place(toolkit::TakeRight(rest, program, metrics.Gap));
-  programButtons_[0]->Place(toolkit::TakeRight(rest, program, groupGap));
+  programButtons_[2]->Place(toolkit::TakeRight(rest, program, metrics.Gap));
+  programButtons_[1]->Place(toolkit::TakeRight(rest, program, groupGap));
   mainRow_->Place(rest);
   const auto cells = toolkit::Columns({0, 0, rest.Width, rest.Height}, MainKeys, metrics.Gap);
   for (std::size_t i = 0; i < mainButtons_.size(); ++i) mainButtons_[i]->Place(cells[i]);
-  const Area whole{rest.X, rest.Y, programButtons_[1]->Bounds().Right() - rest.X, rest.Height};
+  const Area whole{rest.X, rest.Y, programButtons_[2]->Bounds().Right() - rest.X, rest.Height};
   LayoutGraphicsKeys(whole, metrics);
 }
 

@@ -198,7 +198,7 @@ void PlotModes::ShowView(const core::PlotView& view) {
   view_.RefreshPlot(system_.ActiveSlot);
 }
 
-void PlotModes::PlotMouseUp(int slot, double x, double y) {
+void PlotModes::PlotMouseUp(core::Slot slot, double x, double y) {
   if (slot != system_.ActiveSlot) return;
   const auto atX = static_cast<float>(core::RoundPlaces(x, 2));
   const auto atY = static_cast<float>(core::RoundPlaces(y, 2));
@@ -269,7 +269,7 @@ void PlotModes::ShowZoomRect(bool show) {
 
 void PlotModes::HideShapes() {
   plotCursor_ = {};
-  for (const int slot : {1, 2}) {
+  for (const core::Slot slot : core::BothSlots) {
     for (const Overlay which : {Overlay::CrossLine1, Overlay::CrossLine2, Overlay::ZoomRect}) {
       platform::OverlayState shape = view_.PlotCanvasOf(slot).GetOverlay(which);
       shape.Visible = false;

@@ -20,6 +20,7 @@
 #include <array>
 #include <string>
 
+#include "core/Slot.h"
 #include "core/System.h"
 #include "graphics/ViewMath.h"
 #include "platform/Canvas.h"
@@ -54,8 +55,8 @@ class PlotModeView {
   /// Paints what has changed, now.
   virtual void RefreshScreen() = 0;
   /// Draws the slot's plot afresh and starts its run time again.
-  virtual void RefreshPlot(int slot) = 0;
-  [[nodiscard]] virtual platform::Canvas& PlotCanvasOf(int slot) = 0;
+  virtual void RefreshPlot(core::Slot slot) = 0;
+  [[nodiscard]] virtual platform::Canvas& PlotCanvasOf(core::Slot slot) = 0;
 };
 
 class PlotModes {
@@ -72,7 +73,7 @@ class PlotModes {
   /// PathButton 1 to 6.
   void PlotKey(int index);
   /// The pointer was let go over a slot's plot; mm.
-  void PlotMouseUp(int slot, double x, double y);
+  void PlotMouseUp(core::Slot slot, double x, double y);
   /// ShutdownButton while the graphics state is on.
   void Cancel();
   /// To the choice of a visual restart.
@@ -95,9 +96,7 @@ class PlotModes {
   void PlaceShape(platform::Overlay which, platform::UserPoint from, platform::UserPoint to,
                   bool show);
   [[nodiscard]] std::int16_t& Mode() { return system_.Console.PlotKeyMode; }
-  [[nodiscard]] core::PlotView& View() {
-    return system_.Views[static_cast<std::size_t>(system_.ActiveSlot)];
-  }
+  [[nodiscard]] core::PlotView& View() { return system_.Views[system_.ActiveSlot]; }
   [[nodiscard]] platform::Canvas& Canvas() { return view_.PlotCanvasOf(system_.ActiveSlot); }
 
   core::System& system_;

@@ -74,12 +74,11 @@ void RestartForm::ShowOutlook() {
     }
     if (!outlook.Entry) return;
     const restart::GatherState& state = Services().RestartPoint.RestartState;
-    graphics::ShowRestartMarks(
-        main->PlotBox(system.ActiveSlot).Canvas(),
-        {{system.State.XPosition, system.State.YPosition},
-         {state.XPosition, state.YPosition},
-         outlook.Entry->Compensated},
-        system.Views[static_cast<std::size_t>(system.ActiveSlot)].PlotIconSize);
+    graphics::ShowRestartMarks(main->PlotBox(system.ActiveSlot).Canvas(),
+                               {{system.State.XPosition, system.State.YPosition},
+                                {state.XPosition, state.YPosition},
+                                outlook.Entry->Compensated},
+                               system.Views[system.ActiveSlot].PlotIconSize);
   } catch (const platform::RuntimeFault& fault) {
     // The restart itself needs none of it: what could not be read is named, and it goes on.
     words_[0]->SetText(fault.what());
@@ -92,7 +91,7 @@ void RestartForm::Unloaded() {
   operation_.Unload();
   auto* const main = Screens().Find<FrontEnd>(core::ScreenNames::FrontEnd);
   if (main == nullptr) return;
-  for (const int slot : {1, 2}) {
+  for (const core::Slot slot : core::BothSlots) {
     graphics::HideRestartMarks(main->PlotBox(slot).Canvas());
   }
 }

@@ -47,7 +47,7 @@ void SearchForm::Search() {
   const files::FileParts& parts = Services().FileWork;
   std::vector<files::FoundProgram> found;
   {
-    const files::BusySpell busy(parts.Dialogs);
+    const link::BusyCursor busy(parts.Dialogs);
     found = files::SearchPrograms(parts.Files, System().Directories.ProgramRoot,
                                   Services().Tasks.Search,
                                   [this, &parts](const files::SearchProgress& progress) {

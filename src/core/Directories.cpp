@@ -39,7 +39,7 @@ void BuildPaths(DirectorySet& directories, const ControlFile& control) {
   directories.ToolsDirectory = root + "Tools\\";
   directories.MessageDirectory = root + "Messages\\";
   directories.MessageHelpDirectory = root + "Messages\\Help\\";
-  directories.SubsDirectory = {"", root + "Subs\\One\\", root + "Subs\\Two\\"};
+  directories.SubsDirectory = {root + "Subs\\One\\", root + "Subs\\Two\\"};
   directories.ProgramRoot = control.ProgramRoot;
   directories.ProgramDirectoryName = control.ProgramDirectoryName;
 }
@@ -86,18 +86,17 @@ ControlFile ReadControlFile(std::string_view text, std::string_view path) {
   control.ProgramDirectoryName = required[2];
   if (required[2].find(':') != std::string_view::npos) control.ProgramDirectoryName.clear();
   const auto slot = TruncateToInt16(LeadingNumber(Trim(lines.Optional().value_or(""))));
-  control.ActiveSlot = slot == 2 ? std::int16_t{2} : std::int16_t{1};
+  control.ActiveSlot = slot;
   return control;
 }
 
 std::string ControlFileText(const ControlFile& control) {
   return control.RootDirectory + "\r\n" + control.ProgramRoot + "\r\n" +
-         control.ProgramDirectoryName + "\r\n" + IntegerText(control.ActiveSlot) + "\r\n" +
+         control.ProgramDirectoryName + "\r\n" + IntegerText(control.ActiveSlot.Number()) + "\r\n" +
          std::string(EndMarker) + "\r\n";
 }
 
-void LoadDirectories(platform::FileSystem& files, DirectorySet& directories,
-                     std::int16_t& activeSlot) {
+void LoadDirectories(platform::FileSystem& files, DirectorySet& directories, Slot& activeSlot) {
   NoteLastFile(files, directories, ControlFileName);
   const ControlFile control = ReadControlFile(files.ReadFile(ControlFileName), ControlFileName);
   activeSlot = control.ActiveSlot;
@@ -108,7 +107,7 @@ void LoadDirectories(platform::FileSystem& files, DirectorySet& directories,
 }
 
 void SaveControlFile(platform::FileSystem& files, const DirectorySet& directories,
-                     std::int16_t activeSlot) {
+                     Slot activeSlot) {
   files.ReplaceFile(directories.RootDirectory + ControlFileName,
                     ControlFileText({directories.RootDirectory, directories.ProgramRoot,
                                      directories.ProgramDirectoryName, activeSlot}));

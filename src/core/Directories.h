@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/DirectorySet.h"
+#include "core/Slot.h"
 #include "platform/FileSystem.h"
 
 namespace torvane::core {
@@ -15,7 +16,7 @@ struct ControlFile {
   std::string RootDirectory;         ///< with its backslash
   std::string ProgramRoot;           ///< with its backslash
   std::string ProgramDirectoryName;  ///< a drive is not kept: it reads as empty
-  std::int16_t ActiveSlot = 1;       ///< 1 or 2
+  Slot ActiveSlot;
 };
 
 /// Three lines must be there and the first two must say something, else a RuntimeFault that names
@@ -28,12 +29,10 @@ struct ControlFile {
 /// a program directory that exists, and Control.cfg written back at root.
 /// Throws RuntimeFault for a file that is missing or too short and for a directory that cannot be
 /// made.
-void LoadDirectories(platform::FileSystem& files, DirectorySet& directories,
-                     std::int16_t& activeSlot);
+void LoadDirectories(platform::FileSystem& files, DirectorySet& directories, Slot& activeSlot);
 
 /// Control.cfg at root from the values in memory, replaced whole.
-void SaveControlFile(platform::FileSystem& files, const DirectorySet& directories,
-                     std::int16_t activeSlot);
+void SaveControlFile(platform::FileSystem& files, const DirectorySet& directories, Slot activeSlot);
 
 /// The path of a program directory, with its backslash: of a drive entry ("A:") the drive's root,
 /// of any other name the directory of `ProgramRoot`. Without a name, `ProgramRoot` itself.

@@ -1,8 +1,9 @@
 // Where everything lies. Each directory ends in a backslash except where said.
 #pragma once
 
-#include <array>
 #include <string>
+
+#include "core/Slot.h"
 
 namespace torvane::core {
 
@@ -16,7 +17,7 @@ struct DirectorySet {
   std::string ToolsDirectory;
   std::string MessageDirectory;
   std::string MessageHelpDirectory;
-  std::array<std::string, 3> SubsDirectory;  ///< by slot 1 and 2; 0 is empty
+  BySlot<std::string> SubsDirectory;
   std::string ProgramRoot;
   std::string ProgramDirectoryName;  ///< no backslash; may be a drive such as "A:"
   std::string ProgramDirectory;

@@ -69,22 +69,22 @@ bool ReadOptional(platform::FileSystem& files, const DirectorySet& directories,
 
 }  // namespace
 
-std::string SlotFile(std::string_view rootDirectory, int slot, std::string_view extension) {
+std::string SlotFile(std::string_view rootDirectory, Slot slot, std::string_view extension) {
   std::string path(rootDirectory);
-  return path.append("Actvprg").append(std::to_string(slot)).append(".").append(extension);
+  return path.append("Actvprg").append(std::to_string(slot.Number())).append(".").append(extension);
 }
 
-std::string SlotFile(const DirectorySet& directories, int slot, std::string_view extension) {
+std::string SlotFile(const DirectorySet& directories, Slot slot, std::string_view extension) {
   return SlotFile(directories.RootDirectory, slot, extension);
 }
 
-bool SlotFilesExist(const platform::FileSystem& files, const DirectorySet& directories, int slot) {
+bool SlotFilesExist(const platform::FileSystem& files, const DirectorySet& directories, Slot slot) {
   return std::all_of(RequiredSlotFiles.begin(), RequiredSlotFiles.end(), [&](auto extension) {
     return files.FileExists(SlotFile(directories, slot, extension));
   });
 }
 
-void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directories, int slot) {
+void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directories, Slot slot) {
   for (const auto& name : files.ListFiles(SlotFile(directories, slot, Extension::Any))) {
     files.DeleteFile(directories.RootDirectory + name);
   }
@@ -161,19 +161,19 @@ std::string BatchText(const Batch& batch) {
                      LongText(batch.SheetsToGo)});
 }
 
-void LoadSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void LoadSlotConfig(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                     ActiveProgram& program) {
   const std::string path = SlotFile(directories, slot, Extension::Config);
   NoteLastFile(files, directories, path);
   ReadSlotConfig(files.ReadFile(path), path, program);
 }
 
-void SaveSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void SaveSlotConfig(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                     const ActiveProgram& program) {
   files.ReplaceFile(SlotFile(directories, slot, Extension::Config), SlotConfigText(program));
 }
 
-void LoadProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void LoadProgramStatus(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                        RunTotals& totals) {
   totals = RunTotals{};
   const std::string path = SlotFile(directories, slot, Extension::Status);
@@ -181,12 +181,12 @@ void LoadProgramStatus(platform::FileSystem& files, const DirectorySet& director
   if (ReadOptional(files, directories, path, text)) totals = ReadProgramStatus(text, path);
 }
 
-void SaveProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void SaveProgramStatus(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                        const RunTotals& totals) {
   files.ReplaceFile(SlotFile(directories, slot, Extension::Status), ProgramStatusText(totals));
 }
 
-void LoadBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void LoadBatch(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                Batch& batch) {
   batch = Batch{};
   const std::string path = SlotFile(directories, slot, Extension::BatchCounters);
@@ -194,7 +194,7 @@ void LoadBatch(platform::FileSystem& files, const DirectorySet& directories, int
   if (ReadOptional(files, directories, path, text)) batch = ReadBatch(text, path);
 }
 
-void SaveBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void SaveBatch(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                const Batch& batch) {
   files.ReplaceFile(SlotFile(directories, slot, Extension::BatchCounters), BatchText(batch));
 }

@@ -10,6 +10,7 @@
 
 #include "core/ActiveProgram.h"
 #include "core/DirectorySet.h"
+#include "core/Slot.h"
 #include "platform/FileSystem.h"
 
 namespace torvane::core {
@@ -38,17 +39,17 @@ inline constexpr std::array<std::string_view, 6> RequiredSlotFiles = {
 
 /// `rootDirectory` (with its backslash) + "Actvprg" + slot + "." + extension: the one place that
 /// knows these names.
-[[nodiscard]] std::string SlotFile(std::string_view rootDirectory, int slot,
+[[nodiscard]] std::string SlotFile(std::string_view rootDirectory, Slot slot,
                                    std::string_view extension);
-[[nodiscard]] std::string SlotFile(const DirectorySet& directories, int slot,
+[[nodiscard]] std::string SlotFile(const DirectorySet& directories, Slot slot,
                                    std::string_view extension);
 
 /// True when all six required files of the slot exist.
 [[nodiscard]] bool SlotFilesExist(const platform::FileSystem& files,
-                                  const DirectorySet& directories, int slot);
+                                  const DirectorySet& directories, Slot slot);
 
 /// Deletes every file of the slot, whatever its extension.
-void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directories, int slot);
+void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directories, Slot slot);
 
 /// Bytes of a record of the listing and of the table: one line.
 inline constexpr std::size_t LineRecordSize = 80;
@@ -85,19 +86,19 @@ void ReadSlotConfig(std::string_view text, std::string_view path, ActiveProgram&
 // The same with their files.
 
 /// The file must be there.
-void LoadSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void LoadSlotConfig(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                     ActiveProgram& program);
-void SaveSlotConfig(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void SaveSlotConfig(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                     const ActiveProgram& program);
 
 /// Without the file: zeros.
-void LoadProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void LoadProgramStatus(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                        RunTotals& totals);
-void SaveProgramStatus(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void SaveProgramStatus(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                        const RunTotals& totals);
-void LoadBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void LoadBatch(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                Batch& batch);
-void SaveBatch(platform::FileSystem& files, const DirectorySet& directories, int slot,
+void SaveBatch(platform::FileSystem& files, const DirectorySet& directories, Slot slot,
                const Batch& batch);
 
 }  // namespace torvane::core

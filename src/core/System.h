@@ -12,6 +12,7 @@
 #include "core/MachineData.h"
 #include "core/MachineState.h"
 #include "core/PlotSettings.h"
+#include "core/Slot.h"
 #include "core/TransferSettings.h"
 
 namespace torvane::core {
@@ -46,16 +47,16 @@ struct System {
   MessageTables Messages;
   ColourTable Colours;
   PlotSettings Plot;
-  std::array<PlotView, 3> Views;          ///< by slot 1 and 2; 0 is empty
-  std::array<ActiveProgram, 3> Programs;  ///< by slot 1 and 2; 0 is empty
-  std::int16_t ActiveSlot = 1;            ///< 1 or 2
-  std::int16_t TableSent = 0;             ///< table records of the active slot that have gone out
+  BySlot<PlotView> Views;
+  BySlot<ActiveProgram> Programs;
+  Slot ActiveSlot;
+  std::int16_t TableSent = 0;  ///< table records of the active slot that have gone out
   ConsoleState Console;
   bool ImperialUnits = false;
   bool ShuttingDown = false;
   bool SplashDone = false;
 
-  [[nodiscard]] ActiveProgram& Active() { return Programs[static_cast<std::size_t>(ActiveSlot)]; }
+  [[nodiscard]] ActiveProgram& Active() { return Programs[ActiveSlot]; }
 };
 
 }  // namespace torvane::core

@@ -75,7 +75,7 @@ Ending DirectoryActions::Delete(const std::string& name) {
     return Ending::Closes;
   // While the questions stood a program may have been selected from here.
   if (RefuseProtected(name, "Delete")) return Ending::StaysOpen;
-  const BusySpell busy(parts_.Dialogs);
+  const link::BusyCursor busy(parts_.Dialogs);
   for (const std::string& file : listed())
     parts_.Files.DeleteFile(std::string(path).append("\\").append(file));
   parts_.Files.RemoveDirectory(path);

@@ -63,7 +63,7 @@ std::string DirectoryPath(const core::DirectorySet& directories, std::string_vie
 
 ProgramList FillProgramList(const FileParts& parts, std::string_view directoryName,
                             std::string_view selectName, SelectMode mode) {
-  const BusySpell busy(parts.Dialogs);
+  const link::BusyCursor busy(parts.Dialogs);
   ProgramList list;
   list.Files =
       parts.Files.ListEntries(DirectoryPath(parts.System.Directories, directoryName) + "*.prg");

@@ -63,7 +63,7 @@ Ending ProgramActions::Delete(const Request& request) {
       count == 1 ? Quoted(request.Programs.front()) : std::to_string(count) + " Programs";
   if (!Ask(parts_, supervision::OneLineWarning("Delete " + what + " !"))) return Ending::Closes;
   {
-    const BusySpell busy(parts_.Dialogs);
+    const link::BusyCursor busy(parts_.Dialogs);
     for (const std::string& name : request.Programs) {
       DeleteProgramFiles(parts_.Files, PlaceOf(request.Directory, name));
       parts_.Breathe();
@@ -98,7 +98,7 @@ Ending ProgramActions::RenameOrCopyAs(const Request& request) {
 }
 
 CopyEnd ProgramActions::TransferOne(const ProgramPlace& from, const ProgramPlace& to, bool move) {
-  const BusySpell busy(parts_.Dialogs);
+  const link::BusyCursor busy(parts_.Dialogs);
   const CopyEnd end = CopyProgram(parts_.Files, parts_.System.Directories, from, to);
   if (end == CopyEnd::Done && move) DeleteFamily(parts_.Files, from);
   return end;

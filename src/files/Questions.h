@@ -34,18 +34,4 @@ enum class FaultRule {
 [[nodiscard]] Ending CarryOut(const FileParts& parts, FaultRule rule,
                               const std::function<Ending()>& action);
 
-/// A busy pointer for as long as it lives.
-class BusySpell {
- public:
-  explicit BusySpell(supervision::OperatorDialogs& dialogs) : dialogs_(dialogs) {
-    dialogs_.BusyPointer(true);
-  }
-  ~BusySpell() { dialogs_.BusyPointer(false); }
-  BusySpell(const BusySpell&) = delete;
-  BusySpell& operator=(const BusySpell&) = delete;
-
- private:
-  supervision::OperatorDialogs& dialogs_;
-};
-
 }  // namespace torvane::files

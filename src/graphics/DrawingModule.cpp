@@ -14,11 +14,9 @@ namespace torvane::graphics {
 
 DrawingModule::DrawingModule(core::System& system, platform::FileSystem& files,
                              std::array<platform::Canvas*, 2> boxes)
-    : system_(system), files_(files), boxes_{nullptr, boxes[0], boxes[1]} {}
+    : system_(system), files_(files), boxes_{boxes[0], boxes[1]} {}
 
-platform::Canvas* DrawingModule::PlotBox(int slot) const {
-  return slot == 1 || slot == 2 ? boxes_[static_cast<std::size_t>(slot)] : nullptr;
-}
+platform::Canvas* DrawingModule::PlotBox(core::Slot slot) const { return boxes_[slot]; }
 
 void DrawingModule::LoadPlotConfig(PlotButtons& buttons) {
   core::LoadPlotConfig(files_, system_.Directories, system_.Plot, system_.Console);
@@ -28,13 +26,13 @@ void DrawingModule::LoadPlotConfig(PlotButtons& buttons) {
   system_.Plot.PlotInitialising = false;
 }
 
-void DrawingModule::LoadPlot(int slot) {
+void DrawingModule::LoadPlot(core::Slot slot) {
   auto* const box = PlotBox(slot);
   if (box == nullptr) return;
-  const auto& program = system_.Programs[static_cast<std::size_t>(slot)];
-  auto& view = system_.Views[static_cast<std::size_t>(slot)];
+  const auto& program = system_.Programs[slot];
+  auto& view = system_.Views[slot];
 
-  ++redraws_[static_cast<std::size_t>(slot)];
+  ++redraws_[slot];
   box->Cls();
   ShowLimits(slot, false);
   view.PlotIconSize = IconSizeOf(view);
@@ -55,10 +53,10 @@ void DrawingModule::LoadPlot(int slot) {
   DrawRecordsOf(*kerf, program.KerfRecords, *box, system_.Colours);
 }
 
-bool DrawingModule::ApplyView(int slot) {
+bool DrawingModule::ApplyView(core::Slot slot) {
   auto& box = *PlotBox(slot);
-  const auto& program = system_.Programs[static_cast<std::size_t>(slot)];
-  auto& view = system_.Views[static_cast<std::size_t>(slot)];
+  const auto& program = system_.Programs[slot];
+  auto& view = system_.Views[slot];
   if (!view.ViewZoomed) {
     view = FitSheet(system_.Machine, program.SheetX, program.SheetY,
                     {std::abs(box.ScaleWidth()), std::abs(box.ScaleHeight())}, view);
@@ -71,26 +69,26 @@ bool DrawingModule::ApplyView(int slot) {
   return true;
 }
 
-void DrawingModule::RefreshPlot(int slot) {
+void DrawingModule::RefreshPlot(core::Slot slot) {
   LoadPlot(slot);
   system_.State.RunSeconds = 0;
 }
 
-void DrawingModule::DrawSheet(int slot, bool draw, bool showDatum, double sizeX, double sizeY) {
+void DrawingModule::DrawSheet(core::Slot slot, bool draw, bool showDatum, double sizeX,
+                              double sizeY) {
   if (auto* const box = PlotBox(slot)) {
     graphics::DrawSheet(*box, system_.Colours, draw, showDatum, sizeX, sizeY);
   }
 }
 
-void DrawingModule::ShowLimits(int slot, bool show) {
+void DrawingModule::ShowLimits(core::Slot slot, bool show) {
   auto* const box = PlotBox(slot);
   if (box == nullptr) return;
-  const auto index = static_cast<std::size_t>(slot);
-  graphics::ShowLimits(*box, system_.Machine, system_.Views[index], system_.Programs[index],
+  graphics::ShowLimits(*box, system_.Machine, system_.Views[slot], system_.Programs[slot],
                        system_.Plot.LimitsShown, show);
 }
 
-void DrawingModule::DrawPlotRecord(int slot, const partprogram::DrawRecord& record,
+void DrawingModule::DrawPlotRecord(core::Slot slot, const partprogram::DrawRecord& record,
                                    PaintMode mode) {
   if (auto* const box = PlotBox(slot)) {
     graphics::DrawPlotRecord(*box, system_.Colours, record, mode);

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "core/Slot.h"
 #include "core/System.h"
 #include "graphics/RecordColour.h"
 #include "partprogram/DrawRecord.h"
@@ -34,18 +35,18 @@ class DrawingModule {
   void LoadPlotConfig(PlotButtons& buttons);
 
   /// Redraws a slot's canvas whole from its files. A slot without ".drw" shows an empty canvas.
-  void LoadPlot(int slot);
+  void LoadPlot(core::Slot slot);
 
   /// How often the slot's canvas, of slot 1 or 2, was redrawn: what was painted over it before has
   /// gone.
-  [[nodiscard]] int Redraws(int slot) const { return redraws_[static_cast<std::size_t>(slot)]; }
+  [[nodiscard]] int Redraws(core::Slot slot) const { return redraws_[slot]; }
 
   /// LoadPlot, and the run time starts again at 0.
-  void RefreshPlot(int slot);
+  void RefreshPlot(core::Slot slot);
 
-  void DrawSheet(int slot, bool draw, bool showDatum, double sizeX, double sizeY);
-  void ShowLimits(int slot, bool show);
-  void DrawPlotRecord(int slot, const partprogram::DrawRecord& record, PaintMode mode);
+  void DrawSheet(core::Slot slot, bool draw, bool showDatum, double sizeX, double sizeY);
+  void ShowLimits(core::Slot slot, bool show);
+  void DrawPlotRecord(core::Slot slot, const partprogram::DrawRecord& record, PaintMode mode);
 
   /// KerfButton changed. Redraws the active slot at once, but during a cycle the state waits for
   /// the next redraw. Nothing while the buttons are being reset.
@@ -55,15 +56,15 @@ class DrawingModule {
   void LimitsButtonChanged(bool pressed);
 
   /// The canvas of slot 1 or 2; null for any other.
-  [[nodiscard]] platform::Canvas* PlotBox(int slot) const;
+  [[nodiscard]] platform::Canvas* PlotBox(core::Slot slot) const;
 
  private:
-  [[nodiscard]] bool ApplyView(int slot);
+  [[nodiscard]] bool ApplyView(core::Slot slot);
 
   core::System& system_;
   platform::FileSystem& files_;
-  std::array<platform::Canvas*, 3> boxes_;
-  std::array<int, 3> redraws_{};
+  core::BySlot<platform::Canvas*> boxes_;
+  core::BySlot<int> redraws_;
 };
 
 }  // namespace torvane::graphics

@@ -36,15 +36,15 @@ void TraceLine(platform::Canvas& canvas, double x1, double y1, double x2, double
 RealTimePlotter::RealTimePlotter(core::System& system, DrawingModule& drawing, Links links)
     : system_(system), drawing_(drawing), links_(std::move(links)) {}
 
-void RealTimePlotter::PlaceMovementIcon(int slot, double x, double y, bool show) {
+void RealTimePlotter::PlaceMovementIcon(core::Slot slot, double x, double y, bool show) {
   if (auto* const box = drawing_.PlotBox(slot)) {
-    const double size = system_.Views[static_cast<std::size_t>(slot)].PlotIconSize;
+    const double size = system_.Views[slot].PlotIconSize;
     graphics::PlaceMovementIcon(*box, size, x, y, show);
   }
 }
 
 void RealTimePlotter::HideIcons() {
-  for (const int slot : {1, 2}) PlaceMovementIcon(slot, 0, 0, false);
+  for (const core::Slot slot : core::BothSlots) PlaceMovementIcon(slot, 0, 0, false);
 }
 
 void RealTimePlotter::RealTimePlot() {
@@ -70,18 +70,18 @@ void RealTimePlotter::Draw(platform::Canvas& box, const TraceSegment& segment) {
             segment.Width);
 }
 
-void RealTimePlotter::Remember(int slot, const TraceSegment& segment) {
-  Trace& trace = traces_[static_cast<std::size_t>(slot)];
+void RealTimePlotter::Remember(core::Slot slot, const TraceSegment& segment) {
+  Trace& trace = traces_[slot];
   const int redraws = drawing_.Redraws(slot);
   if (std::exchange(trace.Redraws, redraws) != redraws) trace.Segments.clear();
   if (trace.Segments.size() >= MostSegments) trace.Segments.clear();
   trace.Segments.push_back(segment);
 }
 
-void RealTimePlotter::RedrawWithTrace(int slot) {
+void RealTimePlotter::RedrawWithTrace(core::Slot slot) {
   auto* const box = drawing_.PlotBox(slot);
   if (box == nullptr) return;
-  Trace& trace = traces_[static_cast<std::size_t>(slot)];
+  Trace& trace = traces_[slot];
   const bool onCanvas = trace.Redraws == drawing_.Redraws(slot);
   drawing_.LoadPlot(slot);
   if (!onCanvas) return;

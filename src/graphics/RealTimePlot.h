@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Slot.h"
 #include "core/System.h"
 #include "graphics/DrawingModule.h"
 #include "platform/Canvas.h"
@@ -26,7 +27,7 @@ class RealTimePlotter final : public supervision::PlotStage {
     /// A typed query: expression and decimals; 0 after a failure.
     std::function<float(std::string_view expression, int decimals)> GetRspnsSngl;
     /// Brings the slot's canvas forward on the main screen.
-    std::function<void(int slot)> ShowPlotBox;
+    std::function<void(core::Slot slot)> ShowPlotBox;
   };
 
   RealTimePlotter(core::System& system, DrawingModule& drawing, Links links);
@@ -34,15 +35,15 @@ class RealTimePlotter final : public supervision::PlotStage {
   /// One tick. The start of a cycle repaints the plot, and only that wipes the trace before it.
   void RealTimePlot() override;
 
-  void RefreshPlot(int slot) override { drawing_.RefreshPlot(slot); }
-  void ShowPlotBox(int slot) override { links_.ShowPlotBox(slot); }
+  void RefreshPlot(core::Slot slot) override { drawing_.RefreshPlot(slot); }
+  void ShowPlotBox(core::Slot slot) override { links_.ShowPlotBox(slot); }
 
   /// Redraws a slot's plot at another size of its canvas: what was traced since the last redraw is
   /// traced again.
-  void RedrawWithTrace(int slot);
+  void RedrawWithTrace(core::Slot slot);
 
   /// Moves the slot's icon to (x, y), mm, or hides it.
-  void PlaceMovementIcon(int slot, double x, double y, bool show);
+  void PlaceMovementIcon(core::Slot slot, double x, double y, bool show);
 
  private:
   /// One segment in program units, mm, with its pen.
@@ -62,14 +63,14 @@ class RealTimePlotter final : public supervision::PlotStage {
   };
 
   static void Draw(platform::Canvas& box, const TraceSegment& segment);
-  void Remember(int slot, const TraceSegment& segment);
+  void Remember(core::Slot slot, const TraceSegment& segment);
   void HideIcons();
   void FollowHead(platform::Canvas& box);
 
   core::System& system_;
   DrawingModule& drawing_;
   Links links_;
-  std::array<Trace, 3> traces_;  ///< by slot 1 and 2; 0 is empty
+  core::BySlot<Trace> traces_;
 };
 
 }  // namespace torvane::graphics

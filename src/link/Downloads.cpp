@@ -69,16 +69,16 @@ void Downloads::SendParameterLine(std::string_view line) {
   }
 }
 
-void Downloads::DownTable(std::int16_t slot, std::int16_t& sent, std::int16_t target,
+void Downloads::DownTable(core::Slot slot, std::int16_t& sent, std::int16_t target,
                           bool pausePoll) {
   SendTable(slot, sent, target, {.PausePoll = pausePoll});
 }
 
-void Downloads::SendTable(std::int16_t slot, std::int16_t& sent, std::int16_t target,
+void Downloads::SendTable(core::Slot slot, std::int16_t& sent, std::int16_t target,
                           const TableSend& how) {
   if (!trio_.Settings().TrioLinkEnabled) return;
   if (slot != 1 && slot != 2) return;
-  const std::int16_t last = std::min(target, programs_[static_cast<std::size_t>(slot)].TableLines);
+  const std::int16_t last = std::min(target, programs_[slot].TableLines);
   if (sent >= last) return;
   struct Paused {
     Paused(Trio& trio, bool pause) : Of(trio), Pause(pause) {
@@ -114,7 +114,7 @@ void Downloads::SendRecords(const std::string& path, std::int16_t& sent, std::in
   sent = target;
 }
 
-void Downloads::TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent,
+void Downloads::TopUpTable(core::Slot activeSlot, std::int16_t running, std::int16_t& sent,
                            const std::function<bool()>& overtaken) {
   const int wanted = int{running} + trio_.Settings().TableLeadLines;
   const int gap = wanted - sent;

@@ -10,6 +10,7 @@
 #include "core/ActiveProgram.h"
 #include "core/DirectorySet.h"
 #include "core/MachineData.h"
+#include "core/Slot.h"
 #include "link/Trio.h"
 #include "platform/FileSystem.h"
 
@@ -24,7 +25,7 @@ class Downloads {
  public:
   /// `programs` by slot 1 and 2.
   Downloads(Trio& trio, platform::FileSystem& files, const core::DirectorySet& directories,
-            const std::array<core::ActiveProgram, 3>& programs)
+            const core::BySlot<core::ActiveProgram>& programs)
       : trio_(trio), files_(files), directories_(directories), programs_(programs) {}
 
   /// Sends a ".prm" file line by line, screens locked and poll stopped. Lines with "SYS" set the
@@ -36,12 +37,12 @@ class Downloads {
   /// sets `sent` to `target`, whatever failed. `pausePoll` stops the poll meanwhile. A table that
   /// is missing or too short is a RuntimeFault, with `sent` at the last record that went out. If
   /// somebody starts a new table meanwhile (`sent` falls), the rest of this one stays where it is.
-  void DownTable(std::int16_t slot, std::int16_t& sent, std::int16_t target, bool pausePoll);
+  void DownTable(core::Slot slot, std::int16_t& sent, std::int16_t target, bool pausePoll);
 
   /// Keeps the controller TableLeadLines ahead of the `running` record; on every tick. It asks
   /// `overtaken` after each line: true leaves the rest, and `sent`, to whoever puts another program
   /// in force meanwhile.
-  void TopUpTable(std::int16_t activeSlot, std::int16_t running, std::int16_t& sent,
+  void TopUpTable(core::Slot activeSlot, std::int16_t running, std::int16_t& sent,
                   const std::function<bool()>& overtaken = {});
 
   /// The first four batch counters.
@@ -58,14 +59,14 @@ class Downloads {
     Asker From = Asker::Operator;
     std::function<bool()> Overtaken = {};
   };
-  void SendTable(std::int16_t slot, std::int16_t& sent, std::int16_t target, const TableSend& how);
+  void SendTable(core::Slot slot, std::int16_t& sent, std::int16_t target, const TableSend& how);
   void SendRecords(const std::string& path, std::int16_t& sent, std::int16_t target,
                    const TableSend& how);
 
   Trio& trio_;
   platform::FileSystem& files_;
   const core::DirectorySet& directories_;
-  const std::array<core::ActiveProgram, 3>& programs_;
+  const core::BySlot<core::ActiveProgram>& programs_;
 };
 
 }  // namespace torvane::link

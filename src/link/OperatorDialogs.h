@@ -19,7 +19,7 @@ class OperatorDialogs {
   /// Text with its line feeds. True unless button 0 or another way of closing answered; false at
   /// once while a warning is already up.
   virtual bool ShowWarning(std::string_view text, WarningMode mode, WarningStyle style) = 0;
-  virtual void BusyPointer(bool busy) = 0;
+  virtual void SetBusy(bool busy) = 0;
   virtual void Beep() = 0;
 
   /// One line with its OK key, or two: how almost every refusal looks.
@@ -36,5 +36,17 @@ class OperatorDialogs {
 
 /// Of two lines: one line feed before them and one between.
 [[nodiscard]] std::string TwoLineWarning(std::string_view first, std::string_view second);
+
+/// The busy cursor for as long as it lives; one within another is allowed.
+class BusyCursor {
+ public:
+  explicit BusyCursor(OperatorDialogs& dialogs) : dialogs_(dialogs) { dialogs_.SetBusy(true); }
+  ~BusyCursor() { dialogs_.SetBusy(false); }
+  BusyCursor(const BusyCursor&) = delete;
+  BusyCursor& operator=(const BusyCursor&) = delete;
+
+ private:
+  OperatorDialogs& dialogs_;
+};
 
 }  // namespace torvane::link

@@ -15,7 +15,6 @@ namespace Variable {
 // Status and messages.
 inline constexpr std::string_view IoMessage = "VR(16)";        ///< 0 none, 1 to 64 into IO.msg
 inline constexpr std::string_view LogicMessages = "VR(17)";    ///< bit n: line n of Logic.msg
-inline constexpr std::string_view FrontEndState = "VR(18)";    ///< bit 0: the front end is up
 inline constexpr std::string_view Status = "VR(19)";           ///< the status word
 inline constexpr std::string_view RunTime = "VR(52)";          ///< s of the current cycle
 inline constexpr std::string_view PositionDivisor = "VR(59)";  ///< of axes 0 and 1; 0 counts as 1

@@ -53,16 +53,14 @@ void WriteReport(platform::FileSystem& files, const core::DirectorySet& director
 }
 
 void WriteSlotFiles(platform::FileSystem& files, const core::DirectorySet& directories,
-                    std::int16_t slot, const PassResult& result) {
+                    core::Slot slot, const PassResult& result) {
   const auto file = [&](std::string_view extension) {
     return core::SlotFile(directories, slot, extension);
   };
   files.ReplaceFile(file(Extension::Body), result.Text.Body);
   files.ReplaceFile(file(Extension::Converted), result.Text.Converted);
   for (const auto& [number, text] : result.Conversion.Subs) {
-    files.ReplaceFile(directories.SubsDirectory[static_cast<std::size_t>(slot)] +
-                          core::IntegerText(number) + ".sub",
-                      text);
+    files.ReplaceFile(directories.SubsDirectory[slot] + core::IntegerText(number) + ".sub", text);
   }
   WriteReport(files, directories, result);
   WriteRecords(files, file(Extension::Draw), result.Conversion.Records);

@@ -10,6 +10,7 @@
 #include "core/ActiveProgram.h"
 #include "core/DirectorySet.h"
 #include "core/MachineData.h"
+#include "core/Slot.h"
 #include "partprogram/ConvertModule.h"
 #include "partprogram/DrawRecord.h"
 #include "partprogram/ReverseModule.h"
@@ -23,7 +24,7 @@ namespace torvane::partprogram {
 struct PassInput {
   std::string_view ProgramName;
   std::string_view DirectoryName;
-  std::int16_t Slot = 1;  ///< 1 or 2
+  core::Slot Slot;
   const core::MachineData* Machine = nullptr;
   const core::Station* ActiveStation = nullptr;
   platform::LocalTime Time;  ///< stands in the report
@@ -62,7 +63,7 @@ void WriteReport(platform::FileSystem& files, const core::DirectorySet& director
 /// than Good it writes those that exist: the caller empties the slot.
 /// Throws RuntimeFault where a file cannot be written.
 void WriteSlotFiles(platform::FileSystem& files, const core::DirectorySet& directories,
-                    std::int16_t slot, const PassResult& result);
+                    core::Slot slot, const PassResult& result);
 
 /// The bytes of a record file.
 [[nodiscard]] std::string EncodeRecords(const std::vector<DrawRecord>& records);

@@ -69,7 +69,6 @@ class ReversePass {
   [[nodiscard]] bool Applies(const Row& row) const;
   Flow TakeBlock();
   Flow RunOrder();
-  void ReportFault();
   void Begin();
   void Finish();
 

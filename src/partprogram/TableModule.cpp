@@ -45,7 +45,7 @@ float Rounded(double value, int places) {
 /// only the start of a line is held to it, so that a row may run past the last index.
 class TableLines {
  public:
-  TableLines(std::int16_t slot, std::size_t records)
+  TableLines(core::Slot slot, std::size_t records)
       : first_(slot == 2 ? 750 : 500), last_(first_ + 200), pointer_(first_) {
     Result.Text.reserve(records * 48 + 32);
   }
@@ -88,7 +88,7 @@ class TableLines {
 
 class TablePass {
  public:
-  TablePass(std::int16_t slot, std::size_t records) : lines_(slot, records) {}
+  TablePass(core::Slot slot, std::size_t records) : lines_(slot, records) {}
 
   TableResult Run(std::vector<DrawRecord>& kerf) {
     for (std::size_t i = 1; i < kerf.size(); ++i) {
@@ -199,7 +199,7 @@ class TablePass {
 
 }  // namespace
 
-TableResult MakeTables(std::int16_t slot, std::vector<DrawRecord>& kerf) {
+TableResult MakeTables(core::Slot slot, std::vector<DrawRecord>& kerf) {
   return TablePass(slot, kerf.size()).Run(kerf);
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Slot.h"
 #include "partprogram/DrawRecord.h"
 
 namespace torvane::partprogram {
@@ -17,6 +18,6 @@ struct TableResult {
 };
 
 /// For slot 1 or 2. Writes `TableLine` into the records.
-[[nodiscard]] TableResult MakeTables(std::int16_t slot, std::vector<DrawRecord>& kerf);
+[[nodiscard]] TableResult MakeTables(core::Slot slot, std::vector<DrawRecord>& kerf);
 
 }  // namespace torvane::partprogram

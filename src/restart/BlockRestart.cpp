@@ -28,7 +28,7 @@ std::unique_ptr<platform::RecordFile> OpenNoted(platform::FileSystem& files,
 }
 
 const core::ActiveProgram& ProgramInForce(const core::System& system) {
-  return system.Programs[static_cast<std::size_t>(system.ActiveSlot)];
+  return system.Programs[system.ActiveSlot];
 }
 
 }  // namespace

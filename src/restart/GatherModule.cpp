@@ -47,20 +47,19 @@ std::string ReadNoted(platform::FileSystem& files, const core::DirectorySet& dir
 }  // namespace
 
 GatherBodies SlotBodies(platform::FileSystem& files, const core::DirectorySet& directories,
-                        int slot) {
+                        core::Slot slot) {
   GatherBodies bodies;
   const std::string together = core::SlotFile(directories, slot, "M2");
   if (files.FileExists(together)) bodies.Together = ReadNoted(files, directories, together);
   bodies.ReadSub = [&files, &directories, slot](std::int16_t number) {
     return ReadNoted(files, directories,
-                     directories.SubsDirectory[static_cast<std::size_t>(slot)] +
-                         core::IntegerText(number) + ".sub");
+                     directories.SubsDirectory[slot] + core::IntegerText(number) + ".sub");
   };
   return bodies;
 }
 
 void GatherModule::GatherToBlock(std::string_view programName, std::string_view directoryName,
-                                 int slot, const GatherTarget& target, GatherState& result) {
+                                 core::Slot slot, const GatherTarget& target, GatherState& result) {
   const std::string report = directories_.ServiceDirectory + "Gather.txt";
   const std::string rest = GatherTextFile(directories_);
   ClearGatherState(result, machine_);

@@ -8,6 +8,7 @@
 
 #include "core/DirectorySet.h"
 #include "core/MachineData.h"
+#include "core/Slot.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "restart/GatherState.h"
@@ -43,7 +44,7 @@ struct GatherResult {
 /// The subroutines of a slot, read as they are called, each noted before it is opened. `files` and
 /// `directories` must outlive them.
 [[nodiscard]] GatherBodies SlotBodies(platform::FileSystem& files,
-                                      const core::DirectorySet& directories, int slot);
+                                      const core::DirectorySet& directories, core::Slot slot);
 
 /// The files of a gather.
 class GatherModule {
@@ -55,7 +56,7 @@ class GatherModule {
   /// Walks the slot's ".cnv" to the target and puts the state there into `result`. Leaves
   /// Gather.txt and Gather.rep. A required file that is missing is a RuntimeFault, and Gather.txt
   /// then holds what was found up to there.
-  void GatherToBlock(std::string_view programName, std::string_view directoryName, int slot,
+  void GatherToBlock(std::string_view programName, std::string_view directoryName, core::Slot slot,
                      const GatherTarget& target, GatherState& result);
 
  private:

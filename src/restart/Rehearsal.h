@@ -51,7 +51,7 @@ struct RehearsedProgram {
   std::span<const std::string> Listing;  ///< ".rnd", trimmed
   std::string_view ProgramName;
   std::string_view DirectoryName;
-  std::int16_t Slot = 1;
+  core::Slot Slot;
   std::int16_t TableSent = 0;
   const core::MachineData* Machine = nullptr;
   platform::LocalTime Time;

@@ -15,8 +15,8 @@ namespace {
 constexpr std::uint32_t Green = 65280;
 constexpr std::uint32_t Black = 0;
 
-std::string TableInForce(std::int16_t slot) {
-  return link::Assignment(link::Variable::TableInForce, core::IntegerText(slot));
+std::string TableInForce(core::Slot slot) {
+  return link::Assignment(link::Variable::TableInForce, core::IntegerText(slot.Number()));
 }
 
 /// The same warning on the other screens has two line feeds.
@@ -27,7 +27,7 @@ std::string RefusalText() {
 
 }  // namespace
 
-RestartLineSet RestartLineSetOf(const RestartContent& content, std::int16_t slot) {
+RestartLineSet RestartLineSetOf(const RestartContent& content, core::Slot slot) {
   RestartLineSet set;
   set.File = RestartLines(content);
   std::copy_if(set.File.begin(), set.File.end(), std::back_inserter(set.Now), GoesToController);
@@ -129,7 +129,7 @@ void RestartOperation::Tick() {
 
 void RestartOperation::StartRun() {
   phase_ = Phase::Starting;
-  const std::int16_t slot = parts_.System.ActiveSlot;
+  const core::Slot slot = parts_.System.ActiveSlot;
   const std::int16_t blockNo = parts_.States.RestartState.BlockNo;
   parts_.Trio.Download(SlotLine());
   parts_.Trio.Download(StartLine(slot, blockNo));

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Slot.h"
 #include "core/System.h"
 #include "link/Trio.h"
 #include "partprogram/SplittingModule.h"
@@ -109,6 +110,6 @@ struct RestartLineSet {
   std::vector<std::string> AtStart;   ///< at the operator's cycle start
   std::vector<std::string> OnCancel;  ///< at CANCEL instead
 };
-[[nodiscard]] RestartLineSet RestartLineSetOf(const RestartContent& content, std::int16_t slot);
+[[nodiscard]] RestartLineSet RestartLineSetOf(const RestartContent& content, core::Slot slot);
 
 }  // namespace torvane::restart

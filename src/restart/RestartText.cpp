@@ -72,8 +72,8 @@ std::string BlockFraction(std::int16_t blockNo) {
   return "." + digits;
 }
 
-std::string StartLine(std::int16_t slot, std::int16_t blockNo) {
-  return "B" + core::IntegerText(slot) + BlockFraction(blockNo) + "R";
+std::string StartLine(core::Slot slot, std::int16_t blockNo) {
+  return "B" + core::IntegerText(slot.Number()) + BlockFraction(blockNo) + "R";
 }
 
 RestartLabels LabelsOf(const GatherState& state, std::string_view toolName) {

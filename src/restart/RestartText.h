@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Slot.h"
 #include "partprogram/DrawRecord.h"
 #include "restart/GatherState.h"
 
@@ -35,7 +36,7 @@ struct RestartContent {
 [[nodiscard]] std::string BlockFraction(std::int16_t blockNo);
 
 /// "B1.00123R": the controller goes on at the block.
-[[nodiscard]] std::string StartLine(std::int16_t slot, std::int16_t blockNo);
+[[nodiscard]] std::string StartLine(core::Slot slot, std::int16_t blockNo);
 
 /// What RestartForm shows.
 struct RestartLabels {

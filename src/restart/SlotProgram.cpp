@@ -38,7 +38,7 @@ std::vector<std::string> ListingLines(std::string_view bytes) {
 }
 
 SlotProgram ReadSlotProgram(platform::FileSystem& files, const core::DirectorySet& directories,
-                            int slot) {
+                            core::Slot slot) {
   const auto path = [&](std::string_view extension) {
     return core::SlotFile(directories, slot, extension);
   };

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/DirectorySet.h"
+#include "core/Slot.h"
 #include "partprogram/DrawRecord.h"
 #include "platform/FileSystem.h"
 #include "restart/Rehearsal.h"
@@ -24,7 +25,7 @@ struct SlotProgram {
 
 /// `files` must outlive the program: subroutines are read as they are called.
 [[nodiscard]] SlotProgram ReadSlotProgram(platform::FileSystem& files,
-                                          const core::DirectorySet& directories, int slot);
+                                          const core::DirectorySet& directories, core::Slot slot);
 
 /// The lines of a listing's fixed records, trimmed.
 [[nodiscard]] std::vector<std::string> ListingLines(std::string_view bytes);

@@ -14,7 +14,7 @@ constexpr std::string_view NothingSecond = "If No Punches Are On View !";
 }  // namespace
 
 const core::PlotView& VisualRestart::View() const {
-  return parts_.System.Views[static_cast<std::size_t>(parts_.System.ActiveSlot)];
+  return parts_.System.Views[parts_.System.ActiveSlot];
 }
 
 void VisualRestart::BeginVisualRestart() {

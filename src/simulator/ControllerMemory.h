@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Slot.h"
+
 namespace torvane::simulator {
 
 inline constexpr int VariableCount = 1024;
@@ -64,7 +66,7 @@ class MemoryListener {
   virtual void OutputWritten(int output, double value) = 0;
   /// The start line of a restart: the slot, and the digits after its point (empty without one).
   /// False when there is nothing to go on with.
-  virtual bool RestartRequested(int slot, std::string_view fraction) = 0;
+  virtual bool RestartRequested(core::Slot slot, std::string_view fraction) = 0;
 };
 
 /// Every number outside a range is answered with false or 0: nothing here throws.

@@ -301,7 +301,7 @@ void Machine::StartCycle() {
   restartMark_ = 0;
   memory_.SetVariable(Vr::RunningLine, 0);
   messages_.Set(LogicBit::SheetCountReached, false);
-  Tell(EventKind::CycleStarted, run_.Slot());
+  Tell(EventKind::CycleStarted, run_.Slot().Number());
   if (run_.PathMissing()) Tell(EventKind::PathMissing);
   FetchWork();
 }
@@ -363,7 +363,7 @@ void Machine::StartRestart() {
   }
 }
 
-bool Machine::RestartRequested(int slot, std::string_view fraction) {
+bool Machine::RestartRequested(core::Slot slot, std::string_view fraction) {
   if (mode_ != MachineMode::Restarting) return false;
   try {
     ContinueAt(slot, fraction);
@@ -374,7 +374,7 @@ bool Machine::RestartRequested(int slot, std::string_view fraction) {
   return true;
 }
 
-void Machine::ContinueAt(int slot, std::string_view fraction) {
+void Machine::ContinueAt(core::Slot slot, std::string_view fraction) {
   RestartPoint point{std::max(run_.Reached(slot), 1), 0};
   if (restartText_) {
     const auto found = FindRestartPoint(*options_.Files, options_.RootDirectory,

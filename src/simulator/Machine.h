@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "core/Slot.h"
 #include "simulator/ControllerMemory.h"
 #include "simulator/KeypadLamps.h"
 #include "simulator/Kinematics.h"
@@ -99,7 +100,7 @@ class Machine final : public MemoryListener {
   void TableWritten(int index, int count) override;
   void RestartMarkWritten(int linesSent) override { restartMark_ = linesSent; }
   void OutputWritten(int output, double value) override;
-  bool RestartRequested(int slot, std::string_view fraction) override;
+  bool RestartRequested(core::Slot slot, std::string_view fraction) override;
 
  private:
   struct StopPoint {
@@ -131,7 +132,7 @@ class Machine final : public MemoryListener {
   void GoIdle();
   void FinishAction();
   void StartRestart();
-  void ContinueAt(int slot, std::string_view fraction);
+  void ContinueAt(core::Slot slot, std::string_view fraction);
   void RestartLost();
   void Refuse(int word);
   void RefuseStart(EventKind why);

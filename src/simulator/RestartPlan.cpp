@@ -39,7 +39,7 @@ int BlockNumberOf(std::string_view fraction) {
 /// The slot's program as a restart looks at it.
 class Program {
  public:
-  Program(const platform::FileSystem& files, std::string_view root, int slot) {
+  Program(const platform::FileSystem& files, std::string_view root, core::Slot slot) {
     whole_ = programmed_.Load(files, core::SlotFile(root, slot, core::Extension::Draw)) &&
              compensated_.Load(files, core::SlotFile(root, slot, core::Extension::Kerf));
     const std::string listing = core::SlotFile(root, slot, core::Extension::Listing);

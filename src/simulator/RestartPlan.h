@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/Slot.h"
 #include "platform/FileSystem.h"
 #include "simulator/Kinematics.h"
 
@@ -35,7 +36,7 @@ struct RestartPoint {
 
 /// What a restart is asked for with.
 struct RestartQuery {
-  int Slot = 1;
+  core::Slot Slot;
   /// The digits of the start line: a hundred-thousandth for each block number, so "00123" is N123;
   /// empty for a block without a number.
   std::string_view Fraction;

@@ -53,16 +53,14 @@ TableRun::TableRun(ControllerMemory& memory, const MachineOptions& options)
 
 void TableRun::Written(int index, int count, bool running) {
   const auto values = memory_.TableRange(index, count);
-  for (std::size_t i = 0; i < rings_.size(); ++i) {
-    auto& ring = rings_[i];
+  for (const core::Slot slot : core::BothSlots) {
+    auto& ring = rings_[slot];
     if (values.empty() || !ring.Holds(index)) continue;
-    ring.Written(index, values, running && slot_ == static_cast<int>(i) + 1);
+    ring.Written(index, values, running && slot_ == slot);
   }
 }
 
-void TableRun::Selected(int slot) {
-  if (slot == 1 || slot == 2) rings_[static_cast<std::size_t>(slot - 1)].Select();
-}
+void TableRun::Selected(core::Slot slot) { rings_[slot].Select(); }
 
 void TableRun::Forget() {
   record_ = 0;
@@ -75,7 +73,7 @@ void TableRun::Forget() {
   stored_.reset();
 }
 
-void TableRun::Open(int slot) {
+void TableRun::Open(core::Slot slot) {
   slot_ = slot;
   Forget();
   Ring().Settle();
@@ -85,15 +83,15 @@ void TableRun::Open(int slot) {
   pathMissing_ = !path_.Load(*options_.Files, core::SlotFile(root, slot, core::Extension::Kerf));
 }
 
-bool TableRun::Begin(int slot) {
-  const auto& ring = rings_[static_cast<std::size_t>(slot - 1)];
+bool TableRun::Begin(core::Slot slot) {
+  const auto& ring = rings_[slot];
   if (ring.Row(1) == nullptr) return false;
   Open(slot);
   line_ = 0;
   return true;
 }
 
-void TableRun::Continue(int slot, const RestartPoint& point, int linesSent) {
+void TableRun::Continue(core::Slot slot, const RestartPoint& point, int linesSent) {
   Open(slot);
   line_ = std::max(point.Line, 1) - 1;
   if (options_.Files != nullptr && !options_.RootDirectory.empty()) {
@@ -192,7 +190,7 @@ RowOutcome TableRun::Next(const Position& from, Mover& mover) {
     if (!ReadSecondHalf(values, *row)) return RowOutcome::Missing;
   }
   line_ = last;
-  reached_[static_cast<std::size_t>(slot_ - 1)] = last;
+  reached_[slot_] = last;
   skip_ = row->Skip;
   record_ = 0;
   if (row->Type == RowType::End) return RowOutcome::Finished;

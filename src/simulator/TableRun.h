@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "core/Slot.h"
 #include "platform/FileSystem.h"
 #include "simulator/ControllerMemory.h"
 #include "simulator/Kinematics.h"
@@ -41,15 +42,15 @@ class TableRun {
   /// Rows have come. `running`: a cycle of this run is open.
   void Written(int index, int count, bool running);
   /// The front end has named a slot's table.
-  void Selected(int slot);
+  void Selected(core::Slot slot);
 
   /// Starts at the first line. False when it is not in the ring.
-  bool Begin(int slot);
+  bool Begin(core::Slot slot);
   /// Goes on with a line. `linesSent` is what the restart table was closed with: lines up to there
   /// that the ring does not hold come from the slot's file, later ones are waited for; 0 where it
   /// was not given. Settings that are in front of the line are put in force. Throws RuntimeFault
   /// where a root directory was given and the file cannot be opened.
-  void Continue(int slot, const RestartPoint& point, int linesSent);
+  void Continue(core::Slot slot, const RestartPoint& point, int linesSent);
   /// As after switching on.
   void PowerOn();
 
@@ -58,9 +59,9 @@ class TableRun {
 
   /// Line reached, from 1; 0 before the first.
   [[nodiscard]] int Line() const { return line_; }
-  [[nodiscard]] int Slot() const { return slot_; }
+  [[nodiscard]] core::Slot Slot() const { return slot_; }
   /// Line that the last run of a slot has reached since switching on; 0 none.
-  [[nodiscard]] int Reached(int slot) const { return reached_[static_cast<std::size_t>(slot - 1)]; }
+  [[nodiscard]] int Reached(core::Slot slot) const { return reached_[slot]; }
   /// Record of the line in hand in ".krw", 0 where the machine moves by the rows alone.
   [[nodiscard]] int Record() const { return record_; }
   /// Block skip level of the line in hand.
@@ -72,11 +73,9 @@ class TableRun {
   [[nodiscard]] bool PathMissing() const { return pathMissing_; }
 
  private:
-  [[nodiscard]] const TableRing& Ring() const {
-    return rings_[static_cast<std::size_t>(slot_ - 1)];
-  }
-  [[nodiscard]] TableRing& Ring() { return rings_[static_cast<std::size_t>(slot_ - 1)]; }
-  void Open(int slot);
+  [[nodiscard]] const TableRing& Ring() const { return rings_[slot_]; }
+  [[nodiscard]] TableRing& Ring() { return rings_[slot_]; }
+  void Open(core::Slot slot);
   [[nodiscard]] RowOutcome Fetch(int line, std::span<const double>& values);
   [[nodiscard]] std::span<const double> StoredRow(int line);
   void ResumeRing(int linesSent);
@@ -96,12 +95,12 @@ class TableRun {
 
   ControllerMemory& memory_;
   const MachineOptions& options_;
-  std::array<TableRing, 2> rings_;
+  core::BySlot<TableRing> rings_;
   PathFile path_;
   std::unique_ptr<platform::RecordFile> stored_;
   std::vector<double> storedValues_;
   int storedIndex_ = 0;  ///< of the row that was read last from the file
-  int slot_ = 1;
+  core::Slot slot_;
   int line_ = 0;
   int program_ = 0;  ///< the ring's program when the run began
   int record_ = 0;
@@ -109,7 +108,7 @@ class TableRun {
   double along_ = 0;  ///< mm of the next element that were cut before a restart
   /// Where the machine is before the first line of a restart; gone once it has moved.
   std::optional<Position> place_;
-  std::array<int, 2> reached_{};
+  core::BySlot<int> reached_;
   int pathRefusal_ = 0;
   bool pathMissing_ = false;
 };

@@ -16,40 +16,28 @@ namespace {
 
 namespace Variable = link::Variable;
 
-/// The busy pointer for as long as something runs.
-class Busying {
- public:
-  explicit Busying(OperatorDialogs& dialogs) : dialogs_(dialogs) { dialogs_.BusyPointer(true); }
-  ~Busying() { dialogs_.BusyPointer(false); }
-  Busying(const Busying&) = delete;
-  Busying& operator=(const Busying&) = delete;
-
- private:
-  OperatorDialogs& dialogs_;
-};
-
 }  // namespace
 
-std::string ProgramCaption(std::string_view programName, int slot) {
+std::string ProgramCaption(std::string_view programName, core::Slot slot) {
   const std::string name =
-      programName.empty() ? "PROGRAM " + std::to_string(slot) : std::string(programName);
-  return name + "   F1" + std::to_string(slot - 1);
+      programName.empty() ? "PROGRAM " + std::to_string(slot.Number()) : std::string(programName);
+  return name + "   F1" + std::to_string(slot.Number() - 1);
 }
 
-core::ActiveProgram& ActiveStore::Slot(int slot) const {
-  return parts_.System.Programs.at(static_cast<std::size_t>(slot));
+core::ActiveProgram& ActiveStore::Slot(core::Slot slot) const {
+  return parts_.System.Programs[slot];
 }
 
-void ActiveStore::ShowCaption(int slot) {
+void ActiveStore::ShowCaption(core::Slot slot) {
   parts_.Screens.SetProgramCaption(slot, ProgramCaption(Slot(slot).ProgramName, slot));
 }
 
 void ActiveStore::PressActiveButton() {
-  const FlagGuard guard(programChangeGuard_);
+  const ScopedFlag guard(programChangeGuard_);
   parts_.Screens.PressProgramButton(parts_.System.ActiveSlot);
 }
 
-void ActiveStore::ClearSlot(int slot) {
+void ActiveStore::ClearSlot(core::Slot slot) {
   core::EmptySlot(Slot(slot), parts_.System.Machine.LoadPositionY);
   core::DeleteSlotFiles(parts_.Files, parts_.System.Directories, slot);
   parts_.Plot.RefreshPlot(slot);
@@ -57,7 +45,7 @@ void ActiveStore::ClearSlot(int slot) {
   ShowCaption(slot);
 }
 
-void ActiveStore::ReadSlotFiles(int slot) {
+void ActiveStore::ReadSlotFiles(core::Slot slot) {
   auto& files = parts_.Files;
   const auto& directories = parts_.System.Directories;
   core::ActiveProgram program;
@@ -77,7 +65,7 @@ void ActiveStore::ReadSlotFiles(int slot) {
 
 /// The files of records have the sizes that the counts say, and the table holds nothing but table
 /// lines: what is short or foreign shows here and not in the middle of a cut.
-void ActiveStore::HoldSizes(int slot, const core::ActiveProgram& program) const {
+void ActiveStore::HoldSizes(core::Slot slot, const core::ActiveProgram& program) const {
   struct Counted {
     std::string_view Extension;
     std::size_t RecordSize;
@@ -98,14 +86,13 @@ void ActiveStore::HoldSizes(int slot, const core::ActiveProgram& program) const 
   core::HoldTableLines(parts_.Files, core::SlotFile(directories, slot, core::Extension::Table));
 }
 
-void ActiveStore::LoadSlot(int slot) {
+void ActiveStore::LoadSlot(core::Slot slot) {
   auto& system = parts_.System;
   if (core::SlotFilesExist(parts_.Files, system.Directories, slot)) {
     ReadSlotFiles(slot);
     parts_.Plot.RefreshPlot(slot);
     system.State.RunSeconds = 0;
-    parts_.Downloads.DownTable(static_cast<std::int16_t>(slot), system.TableSent,
-                               system.Link.TableFillLines, false);
+    parts_.Downloads.DownTable(slot, system.TableSent, system.Link.TableFillLines, false);
   } else {
     ClearSlot(slot);
   }
@@ -114,14 +101,13 @@ void ActiveStore::LoadSlot(int slot) {
 
 void ActiveStore::LoadActivePrograms() {
   auto& system = parts_.System;
-  const Busying pointer(parts_.Dialogs);
+  const link::BusyCursor busy(parts_.Dialogs);
   try {
     // Once, before both slots: the second goes on with the count of the first, so that it sends
     // only what is left below the fill.
     system.TableSent = 0;
     LoadSlot(1);
     LoadSlot(2);
-    if (system.ActiveSlot != 1 && system.ActiveSlot != 2) system.ActiveSlot = 1;
     SendTableInForce();
     parts_.Trio.Download(
         link::Assignment(Variable::ProgramCode, core::IntegerText(system.Active().ProgramCode)));
@@ -157,8 +143,8 @@ void ActiveStore::SendActiveProgram() {
 }
 
 void ActiveStore::SendTableInForce() {
-  parts_.Trio.Download(
-      link::Assignment(Variable::TableInForce, core::IntegerText(parts_.System.ActiveSlot)));
+  parts_.Trio.Download(link::Assignment(Variable::TableInForce,
+                                        core::IntegerText(parts_.System.ActiveSlot.Number())));
 }
 
 void ActiveStore::SendLoadPosition() {

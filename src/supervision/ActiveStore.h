@@ -4,13 +4,14 @@
 #include <string>
 #include <string_view>
 
-#include "supervision/FlagGuard.h"
+#include "core/Slot.h"
 #include "supervision/ProgramParts.h"
+#include "supervision/ScopedFlag.h"
 
 namespace torvane::supervision {
 
 /// "PROGRAM 1   F10" for an empty slot 1, the program's name in the same form otherwise.
-[[nodiscard]] std::string ProgramCaption(std::string_view programName, int slot);
+[[nodiscard]] std::string ProgramCaption(std::string_view programName, core::Slot slot);
 
 class ActiveStore {
  public:
@@ -22,7 +23,7 @@ class ActiveStore {
   void LoadActivePrograms();
 
   /// Empties a slot, 1 or 2: its record, its files, its plot and its caption.
-  void ClearSlot(int slot);
+  void ClearSlot(core::Slot slot);
 
   /// Puts a slot's table in force from its first line: the order of a change and of a selection.
   void SendActiveProgram();
@@ -31,21 +32,21 @@ class ActiveStore {
   void PressActiveButton();
 
   /// The caption of a slot's button, from its record.
-  void ShowCaption(int slot);
+  void ShowCaption(core::Slot slot);
 
   /// True while the system itself presses a program button.
   [[nodiscard]] bool ProgramChangeGuard() const { return programChangeGuard_; }
 
  private:
-  void LoadSlot(int slot);
-  void ReadSlotFiles(int slot);
-  void HoldSizes(int slot, const core::ActiveProgram& program) const;
+  void LoadSlot(core::Slot slot);
+  void ReadSlotFiles(core::Slot slot);
+  void HoldSizes(core::Slot slot, const core::ActiveProgram& program) const;
   void GiveUp();
   void SendTableInForce();
   void SendLoadPosition();
   /// Tool offsets, on a machine that has them, and the batch counters.
   void SendActiveValues();
-  [[nodiscard]] core::ActiveProgram& Slot(int slot) const;
+  [[nodiscard]] core::ActiveProgram& Slot(core::Slot slot) const;
 
   ProgramParts parts_;
   bool programChangeGuard_ = false;

@@ -3,7 +3,7 @@
 #include "core/General.h"
 #include "link/Variables.h"
 #include "supervision/CycleRules.h"
-#include "supervision/FlagGuard.h"
+#include "supervision/ScopedFlag.h"
 
 namespace torvane::supervision {
 
@@ -62,7 +62,7 @@ bool Keypad::Flip(int key) {
 }
 
 void Keypad::Send(const core::KeypadEntry& entry, std::int16_t value) {
-  const FlagGuard updating(keypadUpdating_);
+  const ScopedFlag updating(keypadUpdating_);
   trio_.Download(link::Assignment(entry.Variable, core::IntegerText(value)));
 }
 

@@ -53,12 +53,12 @@ LaserFigures Poll::ReadLaserFigures() {
 }
 
 void Poll::RefreshBatch(link::Asker asker) {
-  const std::int16_t slot = system_.ActiveSlot;
+  const core::Slot slot = system_.ActiveSlot;
   if (!system_.Link.TrioLinkEnabled || system_.Console.BatchEditing) return;
   if (slot != 1 && slot != 2) return;
   const bool ticking = asker == link::Asker::Poll;
   const std::uint64_t changes = changes_.Begun();
-  const core::Batch before = system_.Programs[static_cast<std::size_t>(slot)].BatchCounters;
+  const core::Batch before = system_.Programs[slot].BatchCounters;
   core::Batch read;
   read.PartsPerSheet = trio_.GetRspnsLng(Variable::PartsPerSheet, asker);
   read.PartsRequired = trio_.GetRspnsLng(Variable::PartsRequired, asker);
@@ -66,7 +66,7 @@ void Poll::RefreshBatch(link::Asker asker) {
   read.SheetsCompleted = trio_.GetRspnsLng(Variable::SheetsCompleted, asker);
   read.SheetsToGo = SheetsToGo(read);
   if (ticking && (changes_.Begun() != changes || trio_.Ending())) return;
-  core::Batch& counters = system_.Programs[static_cast<std::size_t>(slot)].BatchCounters;
+  core::Batch& counters = system_.Programs[slot].BatchCounters;
   // The operator has set or cleared them meanwhile: these replies are older than that.
   if (!SameCounters(counters, before)) return;
   counters = read;

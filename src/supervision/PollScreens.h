@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/Slot.h"
 #include "supervision/MessageButton.h"
 
 namespace torvane::supervision {
@@ -53,10 +54,10 @@ class PlotStage {
   virtual void RealTimePlot() = 0;
 
   /// Redraws a slot's plot from its files, blank where there are none. The run time starts at 0.
-  virtual void RefreshPlot(int slot) = 0;
+  virtual void RefreshPlot(core::Slot slot) = 0;
 
   /// Brings the slot's PlotBox forward and puts the other's behind.
-  virtual void ShowPlotBox(int slot) = 0;
+  virtual void ShowPlotBox(core::Slot slot) = 0;
 };
 
 }  // namespace torvane::supervision

@@ -5,9 +5,9 @@
 
 #include "core/General.h"
 #include "link/Variables.h"
-#include "supervision/FlagGuard.h"
 #include "supervision/MachineStatus.h"
 #include "supervision/MessageButton.h"
+#include "supervision/ScopedFlag.h"
 
 namespace torvane::supervision {
 
@@ -60,7 +60,7 @@ void Poll::PollTrio() {
       &Poll::ReadFeeds,        &Poll::ReadRunningBlock, &Poll::RefreshMessageButton,
       &Poll::RunMachineStages, &Poll::TopUpTable,       &Poll::RefreshTickBatch};
   trio_.Loop().WaitUntil([this] { return !inTick_; });
-  const FlagGuard tick(inTick_);
+  const ScopedFlag tick(inTick_);
   const Watch watch(*this);
   for (const Stage stage : Stages) {
     if (watch.Overtaken()) return;
@@ -154,15 +154,15 @@ void Poll::ReadRunningBlock() {
 
 std::optional<ListingView> Poll::TakeChangedListing() {
   auto& state = system_.State;
-  const std::int16_t slot = system_.ActiveSlot;
+  const core::Slot slot = system_.ActiveSlot;
   if (state.RunningBlock == state.RunningBlockShown && slot == state.RunningSlotShown)
     return std::nullopt;
   state.RunningBlockShown = state.RunningBlock;
-  state.RunningSlotShown = slot;
+  state.RunningSlotShown = slot.Number();
   return Listing(slot, state.RunningBlock);
 }
 
-ListingView Poll::Listing(int slot, int block) const {
+ListingView Poll::Listing(core::Slot slot, int block) const {
   return ShowRunningBlock(files_, system_.Directories, system_.Programs, slot, block);
 }
 

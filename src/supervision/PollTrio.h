@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/Slot.h"
 #include "core/System.h"
 #include "link/Downloads.h"
 #include "link/Trio.h"
@@ -70,7 +71,7 @@ class Poll {
   [[nodiscard]] std::optional<ListingView> TakeChangedListing();
 
   /// The listing around a running record; all blank for a slot without a program.
-  [[nodiscard]] ListingView Listing(int slot, int block) const;
+  [[nodiscard]] ListingView Listing(core::Slot slot, int block) const;
 
   /// Asks for the two message numbers. True when the list was built anew and is to be shown.
   bool RefreshMessages();

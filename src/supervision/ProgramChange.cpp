@@ -8,7 +8,7 @@
 
 namespace torvane::supervision {
 
-void ProgramChange::ChangeActiveProgram(int slot) {
+void ProgramChange::ChangeActiveProgram(core::Slot slot) {
   if (store_.ProgramChangeGuard()) return;
   if (Allowed() && !RefuseAction(CycleAction::ChangeProgram, parts_.System.State, parts_.Dialogs)) {
     Change(slot);
@@ -27,7 +27,7 @@ bool ProgramChange::Allowed() const {
   return !blocked && !console.PlotKeysActive && console.PlotKeyMode < 1;
 }
 
-void ProgramChange::Change(int slot) {
+void ProgramChange::Change(core::Slot slot) {
   auto& system = parts_.System;
   const ChangeLock::Change change(parts_.Poll.Changes(), parts_.Trio);
   parts_.Poll.RefreshBatch(link::Asker::Operator);

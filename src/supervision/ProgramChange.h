@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/ScreenNames.h"
+#include "core/Slot.h"
 #include "supervision/ActiveStore.h"
 #include "supervision/ProgramParts.h"
 
@@ -26,11 +27,11 @@ class ProgramChange {
 
   /// Puts slot 2 in force if `slot` is 2, otherwise slot 1. A refused change snaps the buttons back
   /// to the slot in force.
-  void ChangeActiveProgram(int slot);
+  void ChangeActiveProgram(core::Slot slot);
 
  private:
   [[nodiscard]] bool Allowed() const;
-  void Change(int slot);
+  void Change(core::Slot slot);
 
   ProgramParts parts_;
   ActiveStore& store_;

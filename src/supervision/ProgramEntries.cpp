@@ -96,7 +96,7 @@ std::optional<SearchWords> ProgramEntries::PrepareSearch(std::string_view direct
   return words;
 }
 
-bool ProgramEntries::RestartAvailable(int slot) const {
+bool ProgramEntries::RestartAvailable(core::Slot slot) const {
   return std::all_of(RestartFiles.begin(), RestartFiles.end(), [&](std::string_view extension) {
     return files_.FileExists(core::SlotFile(system_.Directories, slot, extension));
   });

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Slot.h"
 #include "core/System.h"
 #include "platform/Drives.h"
 #include "platform/FileSystem.h"
@@ -58,7 +59,7 @@ class ProgramEntries {
                                            std::string_view programText);
 
   /// True when a restart of the slot can be prepared: its ".cfg", ".drw", ".cnv" and ".tbl" exist.
-  [[nodiscard]] bool RestartAvailable(int slot) const;
+  [[nodiscard]] bool RestartAvailable(core::Slot slot) const;
 
  private:
   void Refuse(std::string_view line);

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Slot.h"
+
 namespace torvane::supervision {
 
 class ProgramScreens {
@@ -15,11 +17,11 @@ class ProgramScreens {
   [[nodiscard]] virtual std::vector<std::string> VisibleForms() const = 0;
 
   /// Caption of a program button of the main screen.
-  virtual void SetProgramCaption(int slot, std::string_view caption) = 0;
+  virtual void SetProgramCaption(core::Slot slot, std::string_view caption) = 0;
 
   /// Presses the program button of a slot and releases the other. Their events may run: the change
   /// of program that they ask for returns at once.
-  virtual void PressProgramButton(int slot) = 0;
+  virtual void PressProgramButton(core::Slot slot) = 0;
 
   /// Shows SetupForm and makes it the current screen.
   virtual void OpenSetupForm() = 0;

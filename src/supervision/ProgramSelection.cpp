@@ -154,10 +154,10 @@ void ProgramSelection::SaveSlot() {
 
 void ProgramSelection::PutInForce() {
   auto& system = parts_.System;
-  const int slot = system.ActiveSlot;
+  const core::Slot slot = system.ActiveSlot;
   store_.ShowCaption(slot);
   // A new program is seen whole, whatever part of the old one was in view.
-  system.Views[static_cast<std::size_t>(slot)].ViewZoomed = false;
+  system.Views[slot].ViewZoomed = false;
   parts_.Plot.RefreshPlot(slot);
   system.State.RunSeconds = 0;
   store_.SendActiveProgram();

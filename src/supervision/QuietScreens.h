@@ -27,8 +27,8 @@ class QuietPollScreens : public PollScreens {
 class QuietProgramScreens : public ProgramScreens {
  public:
   [[nodiscard]] std::vector<std::string> VisibleForms() const override { return {}; }
-  void SetProgramCaption(int /*slot*/, std::string_view /*caption*/) override {}
-  void PressProgramButton(int /*slot*/) override {}
+  void SetProgramCaption(core::Slot /*slot*/, std::string_view /*caption*/) override {}
+  void PressProgramButton(core::Slot /*slot*/) override {}
   void OpenSetupForm() override {}
   void UnloadProgramForm() override {}
 };
@@ -44,8 +44,8 @@ class QuietPlot : public PlotStage {
     if (state.MachineRunning && !state.MachineWasRunning) RefreshPlot(system_.ActiveSlot);
     state.RunSeconds = trio_.GetRspnsSngl(link::Variable::RunTime, 2, link::Asker::Poll);
   }
-  void RefreshPlot(int /*slot*/) override { system_.State.RunSeconds = 0; }
-  void ShowPlotBox(int /*slot*/) override {}
+  void RefreshPlot(core::Slot /*slot*/) override { system_.State.RunSeconds = 0; }
+  void ShowPlotBox(core::Slot /*slot*/) override {}
 
  private:
   core::System& system_;

@@ -34,7 +34,7 @@ ListingWindow ListingWindowOf(int block, int line) {
   return {line - 2, 2};
 }
 
-int ListingLine(platform::FileSystem& files, const core::DirectorySet& directories, int slot,
+int ListingLine(platform::FileSystem& files, const core::DirectorySet& directories, core::Slot slot,
                 int block) {
   if (block < 0) return 0;
   const std::string path = core::SlotFile(directories, slot, core::Extension::Draw);
@@ -47,12 +47,12 @@ int ListingLine(platform::FileSystem& files, const core::DirectorySet& directori
 }
 
 ListingView ShowRunningBlock(platform::FileSystem& files, const core::DirectorySet& directories,
-                             const std::array<core::ActiveProgram, 3>& programs, int slot,
+                             const core::BySlot<core::ActiveProgram>& programs, core::Slot slot,
                              int block) {
   ListingView rows;
   rows.fill({BlankRow(), false});
   if (slot != 1 && slot != 2) return rows;
-  const auto& program = programs[static_cast<std::size_t>(slot)];
+  const auto& program = programs[slot];
   const std::string path = core::SlotFile(directories, slot, core::Extension::Listing);
   if (!program.Selected || !files.FileExists(path)) return rows;
   const auto window = ListingWindowOf(block, ListingLine(files, directories, slot, block));

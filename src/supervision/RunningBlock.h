@@ -6,6 +6,7 @@
 
 #include "core/ActiveProgram.h"
 #include "core/DirectorySet.h"
+#include "core/Slot.h"
 #include "platform/FileSystem.h"
 #include "supervision/MessageList.h"
 
@@ -31,13 +32,13 @@ struct ListingWindow {
 
 /// The line number of record `block` + 1 of the slot's ".drw"; 0 where there is no such record.
 [[nodiscard]] int ListingLine(platform::FileSystem& files, const core::DirectorySet& directories,
-                              int slot, int block);
+                              core::Slot slot, int block);
 
 /// The rows of the view. All blank where `slot` is neither 1 nor 2, where it holds no program and
 /// where it has no listing. Text is without the blanks around it.
 [[nodiscard]] ListingView ShowRunningBlock(platform::FileSystem& files,
                                            const core::DirectorySet& directories,
-                                           const std::array<core::ActiveProgram, 3>& programs,
-                                           int slot, int block);
+                                           const core::BySlot<core::ActiveProgram>& programs,
+                                           core::Slot slot, int block);
 
 }  // namespace torvane::supervision

@@ -13,7 +13,7 @@ using partprogram::Figure;
 using partprogram::Mark;
 
 partprogram::DrawRecord ReadSlotHeader(platform::FileSystem& files,
-                                       const core::DirectorySet& directories, int slot,
+                                       const core::DirectorySet& directories, core::Slot slot,
                                        std::string_view extension) {
   const std::string path = core::SlotFile(directories, slot, extension);
   core::NoteLastFile(files, directories, path);

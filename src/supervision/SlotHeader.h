@@ -5,6 +5,7 @@
 
 #include "core/ActiveProgram.h"
 #include "core/DirectorySet.h"
+#include "core/Slot.h"
 #include "partprogram/DrawRecord.h"
 #include "platform/FileSystem.h"
 
@@ -14,7 +15,7 @@ namespace torvane::supervision {
 /// not the sheet or whose count is below 1 throws RuntimeFault.
 [[nodiscard]] partprogram::DrawRecord ReadSlotHeader(platform::FileSystem& files,
                                                      const core::DirectorySet& directories,
-                                                     int slot, std::string_view extension);
+                                                     core::Slot slot, std::string_view extension);
 
 /// Material, sheet, clamps, kerf width, units and the count of ".drw".
 void TakeDrawHeader(const partprogram::DrawRecord& header, core::ActiveProgram& program);

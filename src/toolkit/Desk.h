@@ -125,16 +125,4 @@ class Desk : public QWidget {
   int beeps_ = 0;
 };
 
-/// The hourglass for the length of a block.
-class BusyPointer {
- public:
-  explicit BusyPointer(Desk& desk) : desk_(desk) { desk_.SetBusy(true); }
-  ~BusyPointer() { desk_.SetBusy(false); }
-  BusyPointer(const BusyPointer&) = delete;
-  BusyPointer& operator=(const BusyPointer&) = delete;
-
- private:
-  Desk& desk_;
-};
-
 }  // namespace torvane::toolkit

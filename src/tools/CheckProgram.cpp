@@ -30,9 +30,9 @@ void WriteFiles(const std::string& native, const CheckOptions& options, std::str
   core::DirectorySet places;
   places.RootDirectory = SystemDirectory(native);
   places.ServiceDirectory = places.RootDirectory;
-  places.SubsDirectory = {"", places.RootDirectory + "Subs\\One\\",
+  places.SubsDirectory = {places.RootDirectory + "Subs\\One\\",
                           places.RootDirectory + "Subs\\Two\\"};
-  const auto& subs = places.SubsDirectory[static_cast<std::size_t>(options.Slot)];
+  const auto& subs = places.SubsDirectory[options.Slot];
 
   std::error_code error;
   platform::DiskFileSystem files(".");

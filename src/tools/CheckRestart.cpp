@@ -33,7 +33,7 @@ using Kind = RestartQuestion::Kind;
 struct Loaded {
   std::string Directory;
   std::string Program;
-  std::int16_t Slot = 1;
+  core::Slot Slot;
   float SheetX = 0;
   float SheetY = 0;
   std::int16_t TableLines = 0;
@@ -76,7 +76,7 @@ bool LoadProgram(const Installation& installation, const CheckOptions& options,
 }
 
 /// A slot's files as they are.
-void LoadSlot(const Installation& installation, std::int16_t slot, ReadOnlyFiles& files,
+void LoadSlot(const Installation& installation, core::Slot slot, ReadOnlyFiles& files,
               Loaded& loaded) {
   core::ActiveProgram program;
   core::LoadSlotConfig(files, installation.Directories, slot, program);

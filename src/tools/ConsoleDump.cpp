@@ -198,15 +198,14 @@ QJsonArray Forms(const ScriptStage& stage) {
 
 QJsonObject State(const core::System& system) {
   QJsonArray programs;
-  for (const std::size_t slot : {1U, 2U}) {
-    const auto& program = system.Programs[slot];
+  for (const auto& program : system.Programs) {
     programs.append(QJsonObject{{"directory", Text(program.DirectoryName)},
                                 {"program", Text(program.ProgramName)},
                                 {"tableLines", program.TableLines}});
   }
   return {{"formsLocked", system.Console.FormsLocked},
           {"currentForm", Text(system.Console.CurrentForm)},
-          {"activeSlot", system.ActiveSlot},
+          {"activeSlot", system.ActiveSlot.Number()},
           {"tableSent", system.TableSent},
           {"plotKeysActive", system.Console.PlotKeysActive},
           {"plotKeyMode", system.Console.PlotKeyMode},
@@ -242,9 +241,9 @@ QJsonValue Plot(const ScriptStage& stage) {
   const auto from = canvas.ToUser(0, 0);
   const auto to = canvas.ToUser(canvas.PixelWidth(), canvas.PixelHeight());
   const auto slot = stage.System.ActiveSlot;
-  return QJsonObject{{"slot", slot},
+  return QJsonObject{{"slot", slot.Number()},
                      {"view", QJsonArray{from.X, from.Y, to.X, to.Y}},
-                     {"zoomed", stage.System.Views[static_cast<std::size_t>(slot)].ViewZoomed},
+                     {"zoomed", stage.System.Views[slot].ViewZoomed},
                      {"cursor", Cursor(canvas)},
                      {"marked", Marked(stage)}};
 }

@@ -34,7 +34,9 @@
 #include "support/RecordingFiles.h"
 #include "support/TempDirectory.h"
 
-namespace torvane::app {
+namespace torvane::tests {
+
+using namespace torvane::app;
 
 using Events = std::vector<std::string>;
 
@@ -87,18 +89,18 @@ class RecordedScreens final : public StartScreens,
   void ShutdownToService() override {
     if (OnServiceShutdown) OnServiceShutdown();
   }
-  void BusyPointer(bool busy) override { Note(busy ? "busy" : "ready"); }
+  void SetBusy(bool busy) override { Note(busy ? "busy" : "ready"); }
   void Beep() override {}
 
   // ProgramScreens
   [[nodiscard]] std::vector<std::string> VisibleForms() const override { return {}; }
-  void SetProgramCaption(int slot, std::string_view caption) override {
-    Captions[slot] = caption;
+  void SetProgramCaption(core::Slot slot, std::string_view caption) override {
+    Captions[slot.Number()] = caption;
     Note("caption " + std::string(caption));
   }
-  void PressProgramButton(int slot) override {
-    PressedSlot = slot;
-    Note("press program " + std::to_string(slot));
+  void PressProgramButton(core::Slot slot) override {
+    PressedSlot = slot.Number();
+    Note("press program " + std::to_string(slot.Number()));
   }
   void OpenSetupForm() override {}
   void UnloadProgramForm() override {}
@@ -115,8 +117,8 @@ class RecordedScreens final : public StartScreens,
 
   // PlotStage
   void RealTimePlot() override {}
-  void RefreshPlot(int slot) override { Note("plot " + std::to_string(slot)); }
-  void ShowPlotBox(int) override {}
+  void RefreshPlot(core::Slot slot) override { Note("plot " + std::to_string(slot.Number())); }
+  void ShowPlotBox(core::Slot) override {}
 
   // SessionEnd
   void EndSession() override { Note("end session"); }
@@ -133,10 +135,10 @@ class RecordedScreens final : public StartScreens,
 
 class AppFixture : public ::testing::Test {
  public:
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Disk{Temp.Path()};
   Events Log;
-  test::RecordingFiles Files{Disk, Log};
+  tests::RecordingFiles Files{Disk, Log};
   platform::VirtualLoop Loop;
   platform::ScriptedPort Port{Loop};
   core::System System;
@@ -251,4 +253,4 @@ class AppFixture : public ::testing::Test {
   }
 };
 
-}  // namespace torvane::app
+}  // namespace torvane::tests

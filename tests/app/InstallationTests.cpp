@@ -20,7 +20,7 @@ struct InstallationTest : ::testing::Test {
     }
   }
 
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Files{Temp.Path()};
 };
 
@@ -42,7 +42,7 @@ TEST_F(InstallationTest, TheRootCountsAndNotTheWorkingDirectory) {
 }
 
 TEST_F(InstallationTest, TwoInstallationsDoNotMeet) {
-  test::TempDirectory another;
+  tests::TempDirectory another;
   another.Put("Control.cfg", ".\\\r\n.\\Programs\\\r\n\r\n");
   const platform::DiskFileSystem files(another.Path());
   const HeldInstallation first(Files);
@@ -51,7 +51,7 @@ TEST_F(InstallationTest, TwoInstallationsDoNotMeet) {
 }
 
 TEST_F(InstallationTest, AFolderThatIsNoInstallationIsLeftAsItIs) {
-  test::TempDirectory empty;
+  tests::TempDirectory empty;
   const platform::DiskFileSystem files(empty.Path());
   const HeldInstallation held(files);
   EXPECT_FALSE(empty.Has("Torvane.lock"));

@@ -2,6 +2,8 @@
 #include "AppFixture.h"
 
 namespace torvane::app {
+
+using namespace tests;
 namespace {
 
 struct ShutdownTest : AppFixture {

@@ -2,6 +2,8 @@
 #include "AppFixture.h"
 
 namespace torvane::app {
+
+using namespace tests;
 namespace {
 
 using StartUpTest = AppFixture;
@@ -277,7 +279,7 @@ TEST_F(StartUpTest, EachMissingRequiredFileEndsTheStartAndIsNamedTwice) {
   for (const auto& [native, path] : required) {
     PutInstallation();
     std::filesystem::remove(Temp.Path() + "/" + native);
-    EXPECT_EQ(test::FaultOf([&] { Start(); }), path + ": not found");
+    EXPECT_EQ(tests::FaultOf([&] { Start(); }), path + ": not found");
     EXPECT_EQ(Temp.Get("Service/LastFile.txt"), path + "\r\n");
   }
 }

@@ -55,7 +55,7 @@ struct Plant {
     Controller = std::make_unique<simulator::SimulatedController>(options);
   }
 
-  test::TempDirectory Directory;
+  tests::TempDirectory Directory;
   platform::DiskFileSystem Files{Directory.Path()};
   std::unique_ptr<simulator::SimulatedController> Controller;
 };
@@ -194,12 +194,12 @@ class ConsoleSession : private tools::ConsoleStart {
   void RunFor(int ms) { Loop.RunFor(ms); }
 
   std::shared_ptr<Plant> ThePlant;
-  test::TempDirectory& Directory = ThePlant->Directory;
+  tests::TempDirectory& Directory = ThePlant->Directory;
   platform::DiskFileSystem* Files = &ThePlant->Files;
   simulator::SimulatedController* Controller = ThePlant->Controller.get();
   platform::VirtualLoop Loop;
   platform::FixedClock Clock{{2026, 3, 4, 5, 6, 7}};
-  test::LooseDrives Drives;
+  tests::LooseDrives Drives;
   core::System System;
   RecordedEnd Session;
   std::vector<std::string> Lines;

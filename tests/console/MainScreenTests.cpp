@@ -92,7 +92,8 @@ TEST_F(MainScreen, AfterAnyButtonTypingGoesToTheCanvas) {
     Button(name).SetFocus();
     Button(name).Press();
     RunFor(100);
-    EXPECT_EQ(Focus("FrontEnd"), "PlotBox(" + std::to_string(System.ActiveSlot) + ")") << name;
+    EXPECT_EQ(Focus("FrontEnd"), "PlotBox(" + std::to_string(System.ActiveSlot.Number()) + ")")
+        << name;
   }
   TypeF(4);
   EXPECT_TRUE(Shows("StatusMenuForm"));

@@ -18,9 +18,7 @@ class PlotModes : public ConsoleFixture {
     ASSERT_TRUE(System.Console.PlotKeysActive);
   }
   [[nodiscard]] int Mode() const { return System.Console.PlotKeyMode; }
-  [[nodiscard]] const core::PlotView& View() const {
-    return System.Views[static_cast<std::size_t>(System.ActiveSlot)];
-  }
+  [[nodiscard]] const core::PlotView& View() const { return System.Views[System.ActiveSlot]; }
   [[nodiscard]] platform::OverlayState Shape(platform::Overlay which) {
     return Main().PlotBox(System.ActiveSlot).Canvas().GetOverlay(which);
   }

@@ -15,12 +15,12 @@ namespace torvane::core {
 namespace {
 
 struct DirectoriesTest : ::testing::Test {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Disk{Temp.Path()};
   std::vector<std::string> Events;
-  test::RecordingFiles Files{Disk, Events};
+  tests::RecordingFiles Files{Disk, Events};
   DirectorySet Directories;
-  std::int16_t ActiveSlot = 0;
+  core::Slot ActiveSlot;
 
   DirectoriesTest() {
     Temp.MakeDirectory("Service");
@@ -115,7 +115,7 @@ TEST_F(DirectoriesTest, ANameThatLeadsOutOfTheProgramRootIsNotTaken) {
 }
 
 TEST_F(DirectoriesTest, TheRootMayStandAnywhere) {
-  test::TempDirectory other;
+  tests::TempDirectory other;
   const std::string root = platform::DiskFileSystem::ToSystemPath(other.Path());
   Load(root + "\r\n" + root + "\\Jobs\r\nX\r\n1\r\n******\r\n");
   EXPECT_TRUE(other.Has("Subs/Two"));
@@ -125,18 +125,18 @@ TEST_F(DirectoriesTest, TheRootMayStandAnywhere) {
 }
 
 TEST_F(DirectoriesTest, AMissingOrShortFileIsAFaultThatNamesIt) {
-  EXPECT_EQ(test::FaultOf([&] { LoadDirectories(Files, Directories, ActiveSlot); }),
+  EXPECT_EQ(tests::FaultOf([&] { LoadDirectories(Files, Directories, ActiveSlot); }),
             "Control.cfg: not found");
   EXPECT_EQ(Temp.Get("Service/LastFile.txt"), "Control.cfg\r\n");
-  EXPECT_EQ(test::FaultOf([&] { Load(".\r\nPrograms\r\n"); }),
+  EXPECT_EQ(tests::FaultOf([&] { Load(".\r\nPrograms\r\n"); }),
             "Control.cfg: ends too soon, line 3 is missing");
-  EXPECT_EQ(test::FaultOf([&] { Load("\r\nPrograms\r\nSHOP\r\n1\r\n"); }),
+  EXPECT_EQ(tests::FaultOf([&] { Load("\r\nPrograms\r\nSHOP\r\n1\r\n"); }),
             "Control.cfg: line 1 names no directory");
 }
 
 TEST_F(DirectoriesTest, ADirectoryThatCannotBeMadeIsAFault) {
   Temp.Put("Trio", "a file stands in its place");
-  EXPECT_EQ(test::FaultOf([&] { Load(".\r\nPrograms\r\nSHOP\r\n1\r\n"); }),
+  EXPECT_EQ(tests::FaultOf([&] { Load(".\r\nPrograms\r\nSHOP\r\n1\r\n"); }),
             ".\\Trio: is there already");
 }
 
@@ -156,7 +156,7 @@ RC_GTEST_PROP(ControlFile, WhatIsWrittenIsRead, ()) {
   control.RootDirectory = "C:\\ROOT\\";
   control.ProgramRoot = "C:\\PROG\\";
   control.ProgramDirectoryName = *rc::gen::container<std::string>(rc::gen::inRange('A', 'Z'));
-  control.ActiveSlot = *rc::gen::element<std::int16_t>(1, 2);
+  control.ActiveSlot = *rc::gen::element<int>(1, 2);
   const ControlFile read = ReadControlFile(ControlFileText(control), "Control.cfg");
   RC_ASSERT(read.RootDirectory == control.RootDirectory);
   RC_ASSERT(read.ProgramRoot == control.ProgramRoot);
@@ -165,7 +165,7 @@ RC_GTEST_PROP(ControlFile, WhatIsWrittenIsRead, ()) {
 }
 
 RC_GTEST_PROP(ControlFile, AnyTextIsReadOrIsAFault, (const std::string& text)) {
-  const auto fault = test::FaultOf([&] {
+  const auto fault = tests::FaultOf([&] {
     const auto control = ReadControlFile(text, "Control.cfg");
     RC_ASSERT(control.ActiveSlot == 1 || control.ActiveSlot == 2);
     RC_ASSERT(control.RootDirectory.back() == '\\' && control.ProgramRoot.back() == '\\');

@@ -13,7 +13,7 @@ namespace torvane::core {
 namespace {
 
 TEST(ExampleInstallation, ReadsWhole) {
-  const test::TempDirectory temp;
+  const tests::TempDirectory temp;
   std::filesystem::copy(torvane::tests::SourceTree() / "examples/installation", temp.Path(),
                         std::filesystem::copy_options::recursive);
   platform::DiskFileSystem files(temp.Path());

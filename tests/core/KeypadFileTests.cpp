@@ -120,13 +120,13 @@ TEST(KeypadFile, AnEntryWithoutAVariableIsNoKey) {
 }
 
 TEST(KeypadFile, IsNotedAndMustBeThere) {
-  test::TempDirectory temp;
+  tests::TempDirectory temp;
   platform::DiskFileSystem files{temp.Path()};
   temp.MakeDirectory("Service");
   DirectorySet directories;
   directories.RootDirectory = ".\\";
   KeypadTable keys;
-  EXPECT_EQ(test::FaultOf([&] { LoadKeypadFile(files, directories, keys); }),
+  EXPECT_EQ(tests::FaultOf([&] { LoadKeypadFile(files, directories, keys); }),
             ".\\Keypad.cfg: not found");
   EXPECT_EQ(temp.Get("Service/LastFile.txt"), ".\\Keypad.cfg\r\n");
   temp.Put("Keypad.cfg", "1,M,0,A,VR(1),1\n");

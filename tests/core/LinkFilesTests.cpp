@@ -167,7 +167,7 @@ TEST(TrioCms, HandshakeWordsAddUp) {
 
 TEST(TrioCms, SixLinesAreTooFew) {
   const std::string text = PortText("1", "NONE");
-  EXPECT_EQ(test::FaultOf([&] { ReadPort(text.substr(0, text.rfind("Handshake"))); }),
+  EXPECT_EQ(tests::FaultOf([&] { ReadPort(text.substr(0, text.rfind("Handshake"))); }),
             "Trio.cms: ends too soon, line 7 is missing");
 }
 

@@ -94,13 +94,13 @@ TEST(Colours, SwappedLabelsSwapNothing) {
 TEST(Colours, AShortFileOrALineWithoutANumberIsAFault) {
   std::string text = FileWith(5, "255");
   EXPECT_EQ(ReadColours(text)[ColourName::BlockSkip1], 255u);
-  EXPECT_EQ(test::FaultOf([&] { ReadColours(FileWith(5, "red")); }),
+  EXPECT_EQ(tests::FaultOf([&] { ReadColours(FileWith(5, "red")); }),
             "Colour.cfg: \"red\" stands in place of a number");
-  EXPECT_NE(test::FaultOf([&] { ReadColours(FileWith(5, "")); }), "");
-  EXPECT_NE(test::FaultOf([&] { ReadColours(FileWith(5, "1e20")); }), "");
-  EXPECT_EQ(test::FaultOf([&] { ReadColours("a,1\r\nb,2\r\n"); }),
+  EXPECT_NE(tests::FaultOf([&] { ReadColours(FileWith(5, "")); }), "");
+  EXPECT_NE(tests::FaultOf([&] { ReadColours(FileWith(5, "1e20")); }), "");
+  EXPECT_EQ(tests::FaultOf([&] { ReadColours("a,1\r\nb,2\r\n"); }),
             "Colour.cfg: ends too soon, colour 3 is missing");
-  EXPECT_EQ(test::FaultOf([&] { ReadColours(""); }),
+  EXPECT_EQ(tests::FaultOf([&] { ReadColours(""); }),
             "Colour.cfg: ends too soon, colour 1 is missing");
 }
 

@@ -93,9 +93,9 @@ TEST(MachineFile, InInchesEveryLengthIsConvertedAndNothingElse) {
 
 TEST(MachineFile, OneLineShortIsAFaultThatNamesTheFile) {
   const std::string shorter = MachineText.substr(0, MachineText.rfind("C2"));
-  EXPECT_EQ(test::FaultOf([&] { ReadMachine(shorter); }),
+  EXPECT_EQ(tests::FaultOf([&] { ReadMachine(shorter); }),
             "Machine.dat: ends too soon, line 18 is missing");
-  EXPECT_EQ(test::FaultOf([&] { ReadMachine(""); }),
+  EXPECT_EQ(tests::FaultOf([&] { ReadMachine(""); }),
             "Machine.dat: ends too soon, line 1 is missing");
 }
 

@@ -20,10 +20,10 @@ namespace {
 using Events = std::vector<std::string>;
 
 struct Settings : ::testing::Test {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Disk{Temp.Path()};
   Events Log;
-  test::RecordingFiles Files{Disk, Log};
+  tests::RecordingFiles Files{Disk, Log};
   System Shared;
 
   Settings() {
@@ -36,7 +36,7 @@ struct Settings : ::testing::Test {
     for (int line = 2; line <= 18; ++line) text += "1\r\n";
     Temp.Put("Data/Machine.dat", text);
   }
-  std::string Fault(const std::function<void()>& call) { return test::FaultOf(call); }
+  std::string Fault(const std::function<void()>& call) { return tests::FaultOf(call); }
 };
 
 TEST_F(Settings, LastFileHoldsOneLineTheLatest) {

@@ -13,7 +13,7 @@ namespace torvane::core {
 namespace {
 
 struct SlotFiles : ::testing::Test {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Files{Temp.Path()};
   DirectorySet Directories;
 
@@ -75,7 +75,7 @@ TEST_F(SlotFiles, TheConfigIsWrittenAndReadBack) {
 TEST_F(SlotFiles, ATextInPlaceOfACountIsAFault) {
   Temp.Put("Actvprg1.cfg", "A\r\nB\r\nC\r\nmany\r\n1\r\n0\r\n******\r\n");
   ActiveProgram program;
-  EXPECT_EQ(test::FaultOf([&] { LoadSlotConfig(Files, Directories, 1, program); }),
+  EXPECT_EQ(tests::FaultOf([&] { LoadSlotConfig(Files, Directories, 1, program); }),
             ".\\Actvprg1.cfg: \"many\" stands in place of a number");
 }
 
@@ -87,10 +87,10 @@ TEST_F(SlotFiles, ADamagedConfigIsAFaultThatNamesIt) {
         "A\r\nB\r\nC\r\n1\r\n1\r\n12 mm\r\n", "A\r\nB\r\nC\r\n1\r\n1\r\nnan\r\n",
         "A\r\nB\r\nC\r\n1\r\n1\r\n1e99\r\n", "A\r\nB\r\nC\r\n\r\n1\r\n0\r\n",
         "A\r\nB\r\nC\r\n1\r\n1\r\n0\r\n", "A\r\nB\r\nC\r\n1\r\n1\r\n0\r\nend\r\n"}) {
-    const auto fault = test::FaultOf([&] { ReadSlotConfig(text, "Actvprg1.cfg", program); });
+    const auto fault = tests::FaultOf([&] { ReadSlotConfig(text, "Actvprg1.cfg", program); });
     EXPECT_EQ(fault.substr(0, 14), "Actvprg1.cfg: ") << text;
   }
-  EXPECT_EQ(test::FaultOf([&] { LoadSlotConfig(Files, Directories, 2, program); }),
+  EXPECT_EQ(tests::FaultOf([&] { LoadSlotConfig(Files, Directories, 2, program); }),
             ".\\Actvprg2.cfg: not found");
 }
 
@@ -99,11 +99,11 @@ TEST_F(SlotFiles, ANameThatIsNoPlainNameIsDamage) {
   for (const char* name : {"", "..", "A\\B", "A/B", "C:", "A*"}) {
     const std::string rest = "\r\n.\\P\r\n1\r\n1\r\n0\r\n******\r\n";
     const std::string fault = "Actvprg1.cfg: \"" + std::string(name) + "\" is no plain name";
-    EXPECT_EQ(test::FaultOf([&] {
+    EXPECT_EQ(tests::FaultOf([&] {
                 ReadSlotConfig(name + std::string("\r\nSHOP") + rest, "Actvprg1.cfg", program);
               }),
               fault);
-    EXPECT_EQ(test::FaultOf([&] {
+    EXPECT_EQ(tests::FaultOf([&] {
                 ReadSlotConfig(std::string("PART\r\n") + name + rest, "Actvprg1.cfg", program);
               }),
               fault);
@@ -112,9 +112,9 @@ TEST_F(SlotFiles, ANameThatIsNoPlainNameIsDamage) {
 
 TEST_F(SlotFiles, ARecordFileHasTheSizeThatItsCountSays) {
   Temp.Put("a.rnd", std::string(160, ' '));
-  EXPECT_EQ(test::FaultOf([&] { HoldSize(Files, "a.rnd", 2, LineRecordSize); }), "");
+  EXPECT_EQ(tests::FaultOf([&] { HoldSize(Files, "a.rnd", 2, LineRecordSize); }), "");
   for (const int count : {0, 1, 3}) {
-    EXPECT_EQ(test::FaultOf([&] { HoldSize(Files, "a.rnd", count, LineRecordSize); }),
+    EXPECT_EQ(tests::FaultOf([&] { HoldSize(Files, "a.rnd", count, LineRecordSize); }),
               "a.rnd: its size is 160 bytes in place of " + std::to_string(count * 80));
   }
 }
@@ -125,10 +125,10 @@ TEST_F(SlotFiles, ATableHoldsTableLinesAndNothingElse) {
     return line;
   };
   Temp.Put("a.tbl", record("TABLE(500,1)") + record("TABLE(507,-999)"));
-  EXPECT_EQ(test::FaultOf([&] { HoldTableLines(Files, "a.tbl"); }), "");
+  EXPECT_EQ(tests::FaultOf([&] { HoldTableLines(Files, "a.tbl"); }), "");
   for (const char* line : {"VR(48)=5", "", "table(500,1)", " TABLE(500,1)", "TABLE 500"}) {
     Temp.Put("a.tbl", record("TABLE(500,1)") + record(line));
-    EXPECT_EQ(test::FaultOf([&] { HoldTableLines(Files, "a.tbl"); }),
+    EXPECT_EQ(tests::FaultOf([&] { HoldTableLines(Files, "a.tbl"); }),
               "a.tbl: record 2 is no table line");
   }
 }
@@ -171,16 +171,16 @@ TEST(SlotTexts, ABlankBeforeANumberIsAllowed) {
 }
 
 TEST(SlotTexts, DamagedStatusAndBatchAreFaults) {
-  EXPECT_EQ(test::FaultOf([] { static_cast<void>(ReadBatch("1\r\n2\r\n3\r\n4\r\n", "a.btc")); }),
+  EXPECT_EQ(tests::FaultOf([] { static_cast<void>(ReadBatch("1\r\n2\r\n3\r\n4\r\n", "a.btc")); }),
             "a.btc: ends too soon, line 5 is missing");
   EXPECT_EQ(
-      test::FaultOf([] { static_cast<void>(ReadBatch("1\n2\n3\n4\n3000000000\n", "a.btc")); }),
+      tests::FaultOf([] { static_cast<void>(ReadBatch("1\n2\n3\n4\n3000000000\n", "a.btc")); }),
       "a.btc: the number 3000000000 is out of range");
-  EXPECT_EQ(test::FaultOf([] { static_cast<void>(ReadProgramStatus("1\n******\n", "a.sts")); }),
+  EXPECT_EQ(tests::FaultOf([] { static_cast<void>(ReadProgramStatus("1\n******\n", "a.sts")); }),
             "a.sts: \"******\" stands in place of a number");
-  EXPECT_EQ(test::FaultOf([] { static_cast<void>(ReadProgramStatus("1\n2\n3\n4\n", "a.sts")); }),
+  EXPECT_EQ(tests::FaultOf([] { static_cast<void>(ReadProgramStatus("1\n2\n3\n4\n", "a.sts")); }),
             "a.sts: the end mark is missing");
-  EXPECT_EQ(test::FaultOf([] { static_cast<void>(ReadBatch("1\n2\n3\n4\n5\n*****\n", "a.btc")); }),
+  EXPECT_EQ(tests::FaultOf([] { static_cast<void>(ReadBatch("1\n2\n3\n4\n5\n*****\n", "a.btc")); }),
             "a.btc: the end mark is missing");
 }
 
@@ -238,9 +238,9 @@ RC_GTEST_PROP(SlotTexts, WhatIsWrittenIsRead, ()) {
 RC_GTEST_PROP(SlotTexts, AnyTextIsReadOrIsAFaultThatNamesTheFile, (const std::string& text)) {
   ActiveProgram program;
   for (const auto& fault :
-       {test::FaultOf([&] { ReadSlotConfig(text, "f", program); }),
-        test::FaultOf([&] { static_cast<void>(ReadBatch(text, "f")); }),
-        test::FaultOf([&] { static_cast<void>(ReadProgramStatus(text, "f")); })}) {
+       {tests::FaultOf([&] { ReadSlotConfig(text, "f", program); }),
+        tests::FaultOf([&] { static_cast<void>(ReadBatch(text, "f")); }),
+        tests::FaultOf([&] { static_cast<void>(ReadProgramStatus(text, "f")); })}) {
     RC_ASSERT(fault.empty() || fault.substr(0, 3) == "f: ");
   }
 }

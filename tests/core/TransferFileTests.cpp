@@ -145,16 +145,16 @@ RC_GTEST_PROP(CodeString, EveryStringCanBeWritten, (const std::string& wanted)) 
 }
 
 TEST(ControlCms, IsRequiredAndNotedBeforeItIsOpened) {
-  const test::TempDirectory temp;
+  const tests::TempDirectory temp;
   platform::DiskFileSystem files(temp.Path());
   temp.MakeDirectory("Service");
   DirectorySet directories;
   TransferSettings settings;
   const auto load = [&] { LoadTransferSettings(files, directories, settings); };
-  EXPECT_EQ(test::FaultOf(load), "Control.cms: not found");
+  EXPECT_EQ(tests::FaultOf(load), "Control.cms: not found");
   EXPECT_EQ(temp.Get("Service/LastFile.txt"), "Control.cms\r\n");
   temp.Put("Control.cms", OneLine(2, "4"));
-  EXPECT_EQ(test::FaultOf(load), "");
+  EXPECT_EQ(tests::FaultOf(load), "");
   EXPECT_EQ(settings.CommsPort, 4);
 }
 

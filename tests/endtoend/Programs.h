@@ -68,7 +68,7 @@ class EndToEnd : public ::testing::Test {
     return Directory.Path() + "/" + name;
   }
 
-  test::TempDirectory Directory;
+  tests::TempDirectory Directory;
   RunningProgram Machine{"torvane-sim"};
   RunningProgram Office{"torvane-office"};
   RunningProgram Console{"torvane"};

@@ -13,6 +13,8 @@
 #include "support/RecordingFiles.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 const std::vector<std::string> Entries = {"SHOP", "NEST", "E: [Removable Drive]"};
@@ -200,7 +202,7 @@ void FailAt(bool dead) {
   Yard yard;
   yard.Fill();
   std::vector<std::string> events;
-  test::RecordingFiles disk(yard.Disk, events);
+  tests::RecordingFiles disk(yard.Disk, events);
   std::string failed;
   int left = *rc::gen::inRange(0, 12);
   disk.Before = [&](const std::string& event) {

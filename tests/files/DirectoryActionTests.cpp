@@ -4,6 +4,8 @@
 #include "platform/RuntimeFault.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 using enum DirectoryAction;

@@ -6,6 +6,8 @@
 #include "files/ProgramText.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 EditDocument Numbered(int lines) {

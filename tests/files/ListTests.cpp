@@ -3,6 +3,8 @@
 #include "files/Lists.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 class Lists : public ::testing::Test, public Workshop {};

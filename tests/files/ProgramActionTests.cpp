@@ -5,6 +5,8 @@
 #include "support/RecordingFiles.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 using enum ProgramAction;
@@ -123,7 +125,7 @@ TEST_F(Actions, CompanionsOfATargetWithoutASourceGoUnasked) {
 
 TEST_F(Actions, ARenameThatChangesOnlyCaseKeepsTheStageAndGoesThroughTheTempFiles) {
   std::vector<std::string> events;
-  test::RecordingFiles recorded(Disk, events);
+  tests::RecordingFiles recorded(Disk, events);
   PutShop("ABC", Whole);
   const FileParts parts{System, recorded, Drives, Dialogs, {}};
   EXPECT_EQ(ProgramActions(parts).CarryOut({Rename, "SHOP", {"ABC"}, "abc", std::nullopt}),

@@ -14,6 +14,8 @@
 #include "support/MemoryFiles.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 using namespace std::string_literals;

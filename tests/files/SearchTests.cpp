@@ -3,6 +3,8 @@
 #include "files/ProgramSearch.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 class Search : public ::testing::Test, public Workshop {

@@ -9,6 +9,8 @@
 #include "files/SendProgress.h"
 
 namespace torvane::files {
+
+using namespace tests;
 namespace {
 
 using namespace std::string_literals;

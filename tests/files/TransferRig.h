@@ -19,7 +19,9 @@
 #include "platform/VirtualLoop.h"
 #include "support/TempDirectory.h"
 
-namespace torvane::files {
+namespace torvane::tests {
+
+using namespace torvane::files;
 
 /// Writes to the paths that `Refuse` names are faults.
 class FailingFiles final : public platform::FileSystem {
@@ -96,7 +98,7 @@ class WrittenSendScreen final : public SendScreen {
 };
 
 struct TransferRig {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Disk{Temp.Path()};
   FailingFiles Files{Disk};
   platform::VirtualLoop Loop;
@@ -159,4 +161,4 @@ struct TransferRig {
   }
 };
 
-}  // namespace torvane::files
+}  // namespace torvane::tests

@@ -18,7 +18,9 @@
 #include "support/LooseDrives.h"
 #include "support/TempDirectory.h"
 
-namespace torvane::files {
+namespace torvane::tests {
+
+using namespace torvane::files;
 
 /// Writes down what was told ("tell ...") and asked ("ask ..."), with its line feeds.
 class WrittenDialogs final : public supervision::OperatorDialogs {
@@ -40,7 +42,7 @@ class WrittenDialogs final : public supervision::OperatorDialogs {
     Answers.pop_front();
     return answer;
   }
-  void BusyPointer(bool busy) override {
+  void SetBusy(bool busy) override {
     Busy += busy ? 1 : -1;
     Spells += busy ? 1 : 0;
   }
@@ -51,10 +53,10 @@ class WrittenDialogs final : public supervision::OperatorDialogs {
 };
 
 struct Workshop {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Disk{Temp.Path(), {{'C', Temp.Path()}}};
   core::System System;
-  test::LooseDrives Drives;
+  tests::LooseDrives Drives;
   WrittenDialogs Dialogs;
   int Breaths = 0;
   FileParts Parts{System, Disk, Drives, Dialogs, [this] { ++Breaths; }};
@@ -98,4 +100,4 @@ struct Workshop {
 using Shown = std::vector<std::string>;
 using Names = std::vector<std::string>;
 
-}  // namespace torvane::files
+}  // namespace torvane::tests

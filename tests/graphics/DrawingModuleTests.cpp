@@ -7,13 +7,13 @@ namespace torvane::graphics {
 namespace {
 
 using core::ColourName;
-using testing::Arc;
-using testing::CanvasCallKind;
-using testing::Cut;
-using testing::MemoryFiles;
-using testing::MoveTo;
-using testing::Overlay;
-using testing::PlotSetting;
+using tests::Arc;
+using tests::CanvasCallKind;
+using tests::Cut;
+using tests::MemoryFiles;
+using tests::MoveTo;
+using tests::Overlay;
+using tests::PlotSetting;
 
 TEST(LoadPlot, OfASlotWithoutProgramShowsAnEmptyCanvas) {
   PlotSetting setting;

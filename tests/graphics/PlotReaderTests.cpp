@@ -8,11 +8,11 @@
 namespace torvane::graphics {
 namespace {
 
-using testing::Arc;
-using testing::Cut;
-using testing::DrawRecord;
-using testing::MoveTo;
-using testing::RecordingCanvas;
+using tests::Arc;
+using tests::Cut;
+using tests::DrawRecord;
+using tests::MoveTo;
+using tests::RecordingCanvas;
 
 DrawRecord AnyRecord() {
   const auto number = [] { return *rc::gen::inRange(-2000, 2000) / 4.0; };
@@ -76,10 +76,10 @@ RC_GTEST_PROP(PlotOfManyRecords, WhatIsClippedHasNoPointInTheView, ()) {
 
 RC_GTEST_PROP(PlotOfManyRecords, FromAFileIsThatOfTheRecords, ()) {
   const auto count = *rc::gen::inRange(1, 40);
-  std::vector<DrawRecord> records = {testing::SheetRecord()};
+  std::vector<DrawRecord> records = {tests::SheetRecord()};
   for (int i = 0; i < count; ++i) records.push_back(AnyRecord());
-  testing::MemoryFiles files;
-  files.Files["P.drw"] = testing::FileOf(records);
+  tests::MemoryFiles files;
+  files.Files["P.drw"] = tests::FileOf(records);
 
   const core::ColourTable colours;
   RecordingCanvas fromFile(800, 600);
@@ -112,15 +112,15 @@ RC_GTEST_PROP(PlotFields, OfAnyBytesAreThoseOfTheWholeRecord, ()) {
   expected.KerfSide = whole.KerfSide;
   expected.BeamState1 = whole.BeamState1;
   expected.Blended = whole.Blended;
-  RC_ASSERT(testing::FileOf({some}) == testing::FileOf({expected}));
+  RC_ASSERT(tests::FileOf({some}) == tests::FileOf({expected}));
 }
 
 TEST(PlotOfAFile, LeavesTheFieldsOfOneRecordOutOfTheNext) {
   auto blended = Cut(0, 0, 1, 1);
   blended.Blended = -1;
   const auto plain = Cut(1, 1, 2, 2);
-  testing::MemoryFiles files;
-  files.Files["P.drw"] = testing::FileOf({testing::SheetRecord(), blended, plain});
+  tests::MemoryFiles files;
+  files.Files["P.drw"] = tests::FileOf({tests::SheetRecord(), blended, plain});
   const core::ColourTable colours;
   RecordingCanvas canvas(800, 600);
   DrawRecordsOf(*files.OpenRecords("P.drw", partprogram::DrawRecordSize), 3, canvas, colours);

@@ -15,7 +15,9 @@
 #include "platform/RecordingCanvas.h"
 #include "support/MemoryFiles.h"
 
-namespace torvane::graphics::testing {
+namespace torvane::tests {
+
+using namespace torvane::graphics;
 
 using partprogram::DrawRecord;
 using platform::CanvasCall;
@@ -97,12 +99,8 @@ struct PlotSetting {
   }
 
   [[nodiscard]] RecordingCanvas& Box(int slot) { return slot == 1 ? Box1 : Box2; }
-  [[nodiscard]] core::PlotView& View(int slot) {
-    return System.Views[static_cast<std::size_t>(slot)];
-  }
-  [[nodiscard]] core::ActiveProgram& Program(int slot) {
-    return System.Programs[static_cast<std::size_t>(slot)];
-  }
+  [[nodiscard]] core::PlotView& View(int slot) { return System.Views[slot]; }
+  [[nodiscard]] core::ActiveProgram& Program(int slot) { return System.Programs[slot]; }
   [[nodiscard]] platform::Colour Ink(core::ColourName name) const { return System.Colours[name]; }
 
   static std::string Path(int slot, const char* extension) {
@@ -135,4 +133,4 @@ struct PlotSetting {
   }
 };
 
-}  // namespace torvane::graphics::testing
+}  // namespace torvane::tests

@@ -6,13 +6,13 @@
 namespace torvane::graphics {
 namespace {
 
-using testing::Arc;
-using testing::CanvasCallKind;
-using testing::Cut;
-using testing::MoveTo;
-using testing::PlotSetting;
-using testing::RecordingCanvas;
-using testing::SheetRecord;
+using tests::Arc;
+using tests::CanvasCallKind;
+using tests::Cut;
+using tests::MoveTo;
+using tests::PlotSetting;
+using tests::RecordingCanvas;
+using tests::SheetRecord;
 
 TEST(PlotWithoutAConsole, DrawsWhatTheConsoleDraws) {
   PlotSetting setting;

@@ -10,13 +10,13 @@ namespace {
 
 using core::ColourName;
 using platform::PenStyle;
-using testing::CanvasCall;
-using testing::CanvasCallKind;
-using testing::Cut;
-using testing::MemoryFiles;
-using testing::Overlay;
-using testing::PlotSetting;
-using testing::RecordingCanvas;
+using tests::CanvasCall;
+using tests::CanvasCallKind;
+using tests::Cut;
+using tests::MemoryFiles;
+using tests::Overlay;
+using tests::PlotSetting;
+using tests::RecordingCanvas;
 
 /// A selected program in slot 1 and a head that the test moves.
 struct TraceSetting : PlotSetting {
@@ -30,7 +30,7 @@ struct TraceSetting : PlotSetting {
          Queries.push_back(std::string(expression) + "/" + std::to_string(decimals));
          return RunTime;
        },
-       [this](int slot) { ShownBoxes.push_back(slot); }}};
+       [this](core::Slot slot) { ShownBoxes.push_back(slot.Number()); }}};
 
   TraceSetting() {
     Select(1, {Cut(0, 0, 100, 0)});
@@ -265,7 +265,7 @@ TEST(Trace, OperatorWhoChangesTheSlotDuringTheQueryFindsTheOtherCanvasServed) {
                              setting.System.ActiveSlot = 2;
                              return 0.0F;
                            },
-                           [](int) {}});
+                           [](core::Slot) {}});
   setting.Plotter.PlaceMovementIcon(2, 5, 5, true);
   setting.System.State.MachineWasRunning = false;
   plotter.RealTimePlot();

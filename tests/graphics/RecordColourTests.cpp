@@ -7,8 +7,8 @@ namespace torvane::graphics {
 namespace {
 
 using core::ColourName;
-using testing::Cut;
-using testing::MoveTo;
+using tests::Cut;
+using tests::MoveTo;
 
 partprogram::DrawRecord CutWith(int skip, int kerf, bool blended) {
   auto record = Cut(0, 0, 10, 0);

@@ -10,13 +10,13 @@ namespace torvane::graphics {
 namespace {
 
 using partprogram::Figure;
-using testing::Arc;
-using testing::CanvasCall;
-using testing::CanvasCallKind;
-using testing::Cut;
-using testing::DrawRecord;
-using testing::MoveTo;
-using testing::RecordingCanvas;
+using tests::Arc;
+using tests::CanvasCall;
+using tests::CanvasCallKind;
+using tests::Cut;
+using tests::DrawRecord;
+using tests::MoveTo;
+using tests::RecordingCanvas;
 
 constexpr platform::Colour Ink = 0x123456;
 

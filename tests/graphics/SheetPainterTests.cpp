@@ -7,10 +7,10 @@ namespace torvane::graphics {
 namespace {
 
 using core::ColourName;
-using testing::CanvasCall;
-using testing::CanvasCallKind;
-using testing::Overlay;
-using testing::RecordingCanvas;
+using tests::CanvasCall;
+using tests::CanvasCallKind;
+using tests::Overlay;
+using tests::RecordingCanvas;
 
 std::vector<CanvasCall> Datum(platform::Colour ink) {
   return {{CanvasCallKind::Circle, 0, 0, 5, 0, ink},

@@ -3,6 +3,8 @@
 #include "LinkFixture.h"
 
 namespace torvane::link {
+
+using namespace tests;
 namespace {
 
 using ::testing::ElementsAre;

@@ -10,6 +10,8 @@
 #include "link/Variables.h"
 
 namespace torvane::link {
+
+using namespace tests;
 namespace {
 
 using ::testing::ElementsAre;

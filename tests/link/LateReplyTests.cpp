@@ -9,6 +9,8 @@
 #include "LinkFixture.h"
 
 namespace torvane::link {
+
+using namespace tests;
 namespace {
 
 using ::testing::ElementsAre;

@@ -17,7 +17,9 @@
 #include "platform/VirtualLoop.h"
 #include "support/MemoryFiles.h"
 
-namespace torvane::link {
+namespace torvane::tests {
+
+using namespace torvane::link;
 
 using Lines = std::vector<std::string>;
 
@@ -106,7 +108,7 @@ class FakeScreens final : public LinkScreens {
   void LockForms(bool locked, std::string_view exempt) override {
     Calls.push_back((locked ? "lock " : "unlock ") + std::string(exempt));
   }
-  void BusyPointer(bool) override {}
+  void SetBusy(bool) override {}
   void Beep() override {}
   void ShutdownToService() override {
     Calls.emplace_back("ShutdownToService");
@@ -145,4 +147,4 @@ struct LinkFixture {
 
 class LinkTest : public ::testing::Test, protected LinkFixture {};
 
-}  // namespace torvane::link
+}  // namespace torvane::tests

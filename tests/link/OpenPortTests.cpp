@@ -1,6 +1,8 @@
 #include "LinkFixture.h"
 
 namespace torvane::link {
+
+using namespace tests;
 namespace {
 
 class OpenPort : public LinkTest {

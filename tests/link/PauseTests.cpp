@@ -4,6 +4,8 @@
 #include "link/Downloads.h"
 
 namespace torvane::link {
+
+using namespace tests;
 namespace {
 
 using ::testing::ElementsAre;
@@ -11,7 +13,7 @@ using ::testing::IsEmpty;
 
 class Pauses : public LinkTest {
  protected:
-  std::array<core::ActiveProgram, 3> programs_;
+  core::BySlot<core::ActiveProgram> programs_;
   Downloads downloads_{Link, Files, Directories, programs_};
   int ticks_ = 0;
 

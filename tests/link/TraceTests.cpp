@@ -4,6 +4,8 @@
 #include "link/LinkTrace.h"
 
 namespace torvane::link {
+
+using namespace tests;
 namespace {
 
 class Tracing : public LinkTest {

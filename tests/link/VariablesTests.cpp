@@ -6,6 +6,8 @@
 #include "link/Variables.h"
 
 namespace torvane::link {
+
+using namespace tests;
 namespace {
 
 TEST(Variables, TheRollersGoOnByThreeLinesAndOffByASubtraction) {

@@ -9,7 +9,7 @@
 namespace torvane::partprogram {
 namespace {
 
-using namespace testing;
+using namespace torvane::tests;
 
 core::MachineData Machine(float angle, float radius = 0) {
   core::MachineData machine;

@@ -7,7 +7,7 @@
 
 #include "partprogram/Pipeline.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 inline core::MachineData LargeMachine() {
   core::MachineData machine;
@@ -68,4 +68,4 @@ inline std::vector<std::string> MessagesOf(const partprogram::ConversionResult& 
   return messages;
 }
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

@@ -7,8 +7,8 @@
 
 using namespace torvane;
 using namespace torvane::partprogram;
-using torvane::testing::Join;
-using torvane::testing::LargeMachine;
+using torvane::tests::Join;
+using torvane::tests::LargeMachine;
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include "support/SourceTree.h"
 #include "support/TempDirectory.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 namespace fs = std::filesystem;
 
@@ -53,7 +53,7 @@ const char* OutcomeText(partprogram::PassOutcome outcome) {
 }
 
 /// What the passes left on the disk, under the names of the golden folder.
-GoldenFiles CollectFiles(const test::TempDirectory& disk, std::int16_t slot, bool refused) {
+GoldenFiles CollectFiles(const tests::TempDirectory& disk, std::int16_t slot, bool refused) {
   GoldenFiles files;
   files["Reverse.txt"] = disk.Get("Service/Reverse.txt");
   if (refused) return files;
@@ -126,13 +126,13 @@ GoldenCase LoadGoldenCase(const std::string& name) {
 }
 
 GoldenFiles RunGoldenCase(const GoldenCase& golden) {
-  const test::TempDirectory disk;
+  const tests::TempDirectory disk;
   for (const char* name : {"Service", "Subs/One", "Subs/Two"}) disk.MakeDirectory(name);
   platform::DiskFileSystem files(disk.Path());
   core::DirectorySet places;
   places.RootDirectory = ".\\";
   places.ServiceDirectory = ".\\Service\\";
-  places.SubsDirectory = {"", ".\\Subs\\One\\", ".\\Subs\\Two\\"};
+  places.SubsDirectory = {".\\Subs\\One\\", ".\\Subs\\Two\\"};
 
   const auto result = partprogram::RunPasses(partprogram::SqueezeProgram(golden.Text),
                                              {golden.Program, golden.Directory, golden.Slot,
@@ -144,4 +144,4 @@ GoldenFiles RunGoldenCase(const GoldenCase& golden) {
   return made;
 }
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

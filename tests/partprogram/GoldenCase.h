@@ -10,7 +10,7 @@
 
 #include "core/MachineData.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 /// File names, without a path, and their bytes.
 using GoldenFiles = std::map<std::string, std::string>;
@@ -46,4 +46,4 @@ struct GoldenCase {
 void WriteFolder(const std::filesystem::path& folder, const GoldenFiles& files);
 [[nodiscard]] std::string ReadBytes(const std::filesystem::path& path);
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

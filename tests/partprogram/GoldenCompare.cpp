@@ -7,7 +7,7 @@
 #include <sstream>
 #include <string_view>
 
-namespace torvane::testing {
+namespace torvane::tests {
 namespace {
 
 enum class Kind { Word, Long, Single, Text };
@@ -190,4 +190,4 @@ std::string FirstDifference(const std::string& name, const std::string& expected
   return TextDifference(expected, actual);
 }
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 /// Empty when the bytes are equal; else one sentence about the first difference: a record and the
 /// name of its field in ".drw" and ".krw", a record of 80 bytes in ".tbl" and ".rnd", a line in any
@@ -11,4 +11,4 @@ namespace torvane::testing {
 [[nodiscard]] std::string FirstDifference(const std::string& name, const std::string& expected,
                                           const std::string& actual);
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

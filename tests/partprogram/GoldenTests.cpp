@@ -12,7 +12,7 @@
 #include "GoldenCase.h"
 #include "GoldenCompare.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -124,4 +124,4 @@ TEST(GoldenDifferences, NameTheLineOfAText) {
 }
 
 }  // namespace
-}  // namespace torvane::testing
+}  // namespace torvane::tests

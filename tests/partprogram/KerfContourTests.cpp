@@ -11,7 +11,7 @@
 namespace torvane::partprogram {
 namespace {
 
-using namespace testing;
+using namespace torvane::tests;
 using core::Vector2;
 
 bool IsArc(const DrawRecord& element) { return element.Code == RecordCode::ArcProfile; }

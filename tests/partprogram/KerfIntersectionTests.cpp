@@ -227,9 +227,9 @@ TEST(IntersectionSearch, LineAndArcGiveTheBitsOfTheWalk) {
     const ChordArc arc = make.AnyArc(offset, 360, 12);
     const Segment line =
         i % 2 == 0 ? DelicateLine(make, arc) : Segment{make.Point(offset), make.Point(offset)};
-    const Intersection expected = testing::WalkLineArc(line, arc);
+    const Intersection expected = tests::WalkLineArc(line, arc);
     ASSERT_EQ(IntersectLineArc(line, arc), expected) << i;
-    ASSERT_EQ(IntersectArcLine(arc, line), testing::WalkArcLine(arc, line)) << i;
+    ASSERT_EQ(IntersectArcLine(arc, line), tests::WalkArcLine(arc, line)) << i;
     inside += expected.Kind == Meeting::Inside ? 1 : 0;
   }
   EXPECT_GT(inside, 1000);  // the pairs do cross
@@ -268,7 +268,7 @@ TEST(IntersectionSearch, TwoArcsGiveTheBitsOfTheWalk) {
     const ChordArc first = make.AnyArc(offset, 360, 3);
     const ChordArc second =
         i % 2 == 0 ? DelicateArc(make, first, make.Sweep(360)) : make.AnyArc(offset, 360, 3);
-    const Intersection expected = testing::WalkArcs(first, second);
+    const Intersection expected = tests::WalkArcs(first, second);
     ASSERT_EQ(IntersectArcs(first, second), expected) << i;
     inside += expected.Kind == Meeting::Inside ? 1 : 0;
   }
@@ -289,7 +289,7 @@ TEST(IntersectionSearch, ChordsInOneLineFarApartGiveTheBitsOfTheWalk) {
     const double lengths = make.Whole(0, 1) == 0 ? make.Whole(33, 60) : make.Single(9, 60);
     ChordArc second = first;
     second.Centre = {centre.X + lengths * (to.X - from.X), centre.Y + lengths * (to.Y - from.Y)};
-    ASSERT_EQ(IntersectArcs(first, second), testing::WalkArcs(first, second)) << i;
+    ASSERT_EQ(IntersectArcs(first, second), tests::WalkArcs(first, second)) << i;
   }
 }
 
@@ -303,17 +303,17 @@ RC_GTEST_PROP(IntersectionSearch, HalfCirclesOfTheMachineGiveTheBitsOfTheWalk,
   const int perDegree = make.Whole(0, 19) == 0 ? 10 : 3;
   const ChordArc first = Arc(a.X, a.Y, make.Single(1, 30), make.Angle(), turn, perDegree);
   const ChordArc second = Arc(b.X, b.Y, make.Single(1, 30), make.Angle(), -turn, perDegree);
-  RC_ASSERT(IntersectArcs(first, second) == testing::WalkArcs(first, second));
+  RC_ASSERT(IntersectArcs(first, second) == tests::WalkArcs(first, second));
 }
 
 TEST(IntersectionSearch, AnArcThatGoesRoundManyTimesGivesTheBitsOfTheWalk) {
   const Segment line{{-7, 3}, {3, -7}};
   for (const double sweep : {700.0, -719.5, 1500.0, -3000.0}) {
     const ChordArc arc = Arc(1, 2, 5, 33, sweep, 2);
-    EXPECT_EQ(IntersectArcLine(arc, line), testing::WalkArcLine(arc, line));
-    EXPECT_EQ(IntersectLineArc(line, arc), testing::WalkLineArc(line, arc));
+    EXPECT_EQ(IntersectArcLine(arc, line), tests::WalkArcLine(arc, line));
+    EXPECT_EQ(IntersectLineArc(line, arc), tests::WalkLineArc(line, arc));
     const ChordArc other = Arc(3, 3, 4, 12, 90, 2);
-    EXPECT_EQ(IntersectArcs(arc, other), testing::WalkArcs(arc, other));
+    EXPECT_EQ(IntersectArcs(arc, other), tests::WalkArcs(arc, other));
   }
 }
 

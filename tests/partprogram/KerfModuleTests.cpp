@@ -13,7 +13,7 @@
 namespace torvane::partprogram {
 namespace {
 
-using namespace testing;
+using namespace torvane::tests;
 
 core::MachineData Machine(std::int16_t yDirection = 1) {
   core::MachineData machine;

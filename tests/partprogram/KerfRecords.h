@@ -8,7 +8,9 @@
 #include "partprogram/DrawRecord.h"
 #include "partprogram/KerfModule.h"
 
-namespace torvane::partprogram::testing {
+namespace torvane::tests {
+
+using namespace torvane::partprogram;
 
 inline DrawRecord Header() {
   DrawRecord header;
@@ -74,4 +76,4 @@ inline std::string Bytes(const DrawRecord& record) {
   return bytes;
 }
 
-}  // namespace torvane::partprogram::testing
+}  // namespace torvane::tests

@@ -12,12 +12,12 @@
 
 using namespace torvane;
 using namespace torvane::partprogram;
-using torvane::testing::Join;
+using torvane::tests::Join;
 
 namespace {
 
 struct Selection {
-  core::MachineData Machine = torvane::testing::LargeMachine();
+  core::MachineData Machine = torvane::tests::LargeMachine();
   core::Station Station{1, 1, "Laser", 3, 0, 0, 0, 0};
 
   PassResult Run(std::string_view program, std::int16_t slot = 1) {
@@ -56,7 +56,7 @@ TEST(Pipeline, FillsTheSlot) {
 }
 
 TEST(Pipeline, WritesTheFilesOfTheSlot) {
-  const test::TempDirectory directory;
+  const tests::TempDirectory directory;
   for (const char* name : {"Service", "Subs", "Subs/Two"}) directory.MakeDirectory(name);
   platform::DiskFileSystem files(directory.Path());
   core::DirectorySet directories;
@@ -115,22 +115,22 @@ TEST(Pipeline, ATableLineThatWouldBeCutIsReportedWithItsBlock) {
 }
 
 TEST(Pipeline, AGeneratedSheetNearTheCountsIsGood) {
-  core::MachineData machine = torvane::testing::LargeMachine();
-  torvane::testing::GeneratorOptions options;
+  core::MachineData machine = torvane::tests::LargeMachine();
+  torvane::tests::GeneratorOptions options;
   options.Profiles = 3000;
-  const PassResult result = Selection{machine}.Run(torvane::testing::GenerateProgram(options));
+  const PassResult result = Selection{machine}.Run(torvane::tests::GenerateProgram(options));
   EXPECT_EQ(result.Outcome, PassOutcome::Good);
   EXPECT_EQ(result.Conversion.Errors.size(), 0U);
   EXPECT_EQ(result.Conversion.Records.size(), 24001U);
 }
 
 TEST(Pipeline, ExpressionsGiveTheRecordsOfPlainNumbers) {
-  torvane::testing::GeneratorOptions plain;
+  torvane::tests::GeneratorOptions plain;
   plain.Profiles = 200;
-  torvane::testing::GeneratorOptions expressions = plain;
+  torvane::tests::GeneratorOptions expressions = plain;
   expressions.Expressions = true;
-  const auto left = Selection().Run(torvane::testing::GenerateProgram(plain));
-  const auto right = Selection().Run(torvane::testing::GenerateProgram(expressions));
+  const auto left = Selection().Run(torvane::tests::GenerateProgram(plain));
+  const auto right = Selection().Run(torvane::tests::GenerateProgram(expressions));
   EXPECT_EQ(EncodeRecords(left.Kerf), EncodeRecords(right.Kerf));
   EXPECT_EQ(left.Table.Text, right.Table.Text);
 }

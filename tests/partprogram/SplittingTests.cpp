@@ -86,7 +86,7 @@ TEST(ReverseRecord, TwiceIsTheSameElement) {
 }
 
 TEST(ClearSplitCycle, ResetsTheCountersAndDeletesTheFile) {
-  const test::TempDirectory directory;
+  const tests::TempDirectory directory;
   directory.Put("SplitCyc.drw", "x");
   platform::DiskFileSystem files(directory.Path());
   core::DirectorySet directories;

@@ -12,7 +12,7 @@
 namespace torvane::partprogram {
 namespace {
 
-using namespace ::torvane::partprogram::testing;
+using namespace torvane::tests;
 using ::testing::ElementsAre;
 
 std::vector<std::string> Lines(std::vector<DrawRecord> kerf, std::int16_t slot = 1) {

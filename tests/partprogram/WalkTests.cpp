@@ -11,7 +11,7 @@
 
 using namespace torvane;
 using namespace torvane::partprogram;
-using namespace torvane::testing;
+using namespace torvane::tests;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

@@ -21,7 +21,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 struct DiskFiles : ::testing::Test {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   DiskFileSystem Files{Temp.Path(), {{'A', Temp.Path() + "/stick"}}};
 
   /// What the fault says, empty without one.
@@ -320,7 +320,7 @@ TEST_F(DiskFiles, RecordsAreReadByNumberFromOne) {
 }
 
 RC_GTEST_PROP(Records, AnyOrderOfReadsGivesTheRecordsOfTheFile, ()) {
-  const test::TempDirectory temp;
+  const tests::TempDirectory temp;
   DiskFileSystem files(temp.Path());
   const std::size_t size = *rc::gen::inRange<std::size_t>(1, 700);
   const std::size_t count = *rc::gen::inRange<std::size_t>(0, 400);
@@ -340,7 +340,7 @@ RC_GTEST_PROP(Records, AnyOrderOfReadsGivesTheRecordsOfTheFile, ()) {
 }
 
 RC_GTEST_PROP(Paths, AnyTextIsAPathThatFaultsPlainlyOrWorks, (const std::string& path)) {
-  const test::TempDirectory temp;
+  const tests::TempDirectory temp;
   DiskFileSystem files(temp.Path() + "/root");
   temp.MakeDirectory("root");
   static_cast<void>(files.ListFiles(path));

@@ -18,7 +18,7 @@ namespace torvane::platform {
 namespace {
 
 struct Locks : ::testing::Test {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   DiskFileSystem Files{Temp.Path()};
 };
 

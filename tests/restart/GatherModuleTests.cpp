@@ -10,7 +10,7 @@ namespace torvane::restart {
 namespace {
 
 struct GatherFiles : testing::Test {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Files{Temp.Path(), {{'C', Temp.Path()}}};
   core::DirectorySet Directories;
   core::MachineData Machine;
@@ -22,7 +22,7 @@ struct GatherFiles : testing::Test {
     for (const char* name : {"Service", "Subs/One", "Subs/Two"}) Temp.MakeDirectory(name);
     Directories.RootDirectory = "C:\\";
     Directories.ServiceDirectory = "C:\\Service\\";
-    Directories.SubsDirectory = {"", "C:\\Subs\\One\\", "C:\\Subs\\Two\\"};
+    Directories.SubsDirectory = {"C:\\Subs\\One\\", "C:\\Subs\\Two\\"};
     Machine.LoadPositionX = 2500;
     Machine.TravelMaxX = 3000;
     Machine.TravelMaxY = 1500;

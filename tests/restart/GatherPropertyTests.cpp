@@ -13,6 +13,8 @@
 #include "restart/Gathering.h"
 
 namespace torvane::restart {
+
+using namespace tests;
 namespace {
 
 using partprogram::DrawRecord;

@@ -5,6 +5,8 @@
 #include "restart/Gathering.h"
 
 namespace torvane::restart {
+
+using namespace tests;
 namespace {
 
 using testing::HasSubstr;

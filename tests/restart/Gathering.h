@@ -14,7 +14,9 @@
 #include "platform/RuntimeFault.h"
 #include "restart/GatherModule.h"
 
-namespace torvane::restart {
+namespace torvane::tests {
+
+using namespace torvane::restart;
 
 struct Gathering {
   core::MachineData Machine = [] {
@@ -70,4 +72,4 @@ struct Gathering {
   }
 };
 
-}  // namespace torvane::restart
+}  // namespace torvane::tests

@@ -14,9 +14,11 @@
 #include "restart/VisualRestart.h"
 #include "supervision/Bench.h"
 
-namespace torvane::restart {
+namespace torvane::tests {
 
-using supervision::Lines;
+using namespace torvane::restart;
+
+using tests::Lines;
 
 /// RestartForm and the plot, written down.
 class RecordingRestartScreen final : public RestartScreen, public VisualScreens {
@@ -54,13 +56,13 @@ class RecordingRestartScreen final : public RestartScreen, public VisualScreens 
   Lines& log_;
 };
 
-struct RestartBench : supervision::Bench {
+struct RestartBench : tests::Bench {
   platform::FixedClock Clock{{2026, 3, 7, 9, 5, 0}};
   RestartStates States;
   partprogram::SplitCycle Split;
   GatherModule Gather{Files, System.Directories, System.Machine, Clock};
   Lines Steps;  ///< what was shown, painted and sent, queries left out
-  supervision::RecordingDialogs Warnings{Steps};
+  tests::RecordingDialogs Warnings{Steps};
   RecordingRestartScreen Screen{Steps};
   RestartOperation Operation{{System, Trio, Poll, Loop, Files, Warnings, States, Split}, Screen};
   ChoiceParts Choice{System, Files, Warnings, Gather, States, Split};
@@ -101,7 +103,7 @@ struct RestartBench : supervision::Bench {
     program.ProgramName = "PLATE";
     program.DirectoryName = "SHOP";
     program.Selected = true;
-    core::PlotView& view = System.Views[static_cast<std::size_t>(slot)];
+    core::PlotView& view = System.Views[slot];
     view = {};
     view.Corner1X = -10;
     view.Corner1Y = 1510;
@@ -114,4 +116,4 @@ struct RestartBench : supervision::Bench {
   std::string LeftText() { return Temp.Get("Restart.tbx"); }
 };
 
-}  // namespace torvane::restart
+}  // namespace torvane::tests

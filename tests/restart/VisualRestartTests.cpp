@@ -5,6 +5,8 @@
 #include "restart/RestartBench.h"
 
 namespace torvane::restart {
+
+using namespace tests;
 namespace {
 
 using testing::ElementsAre;

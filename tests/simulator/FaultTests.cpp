@@ -7,7 +7,7 @@
 namespace torvane::simulator {
 namespace {
 
-using torvane::testing::SimulatedMachine;
+using torvane::tests::SimulatedMachine;
 
 ControllerOptions With(const char* fault, std::uint32_t seed = 1) {
   ControllerOptions options;

@@ -1,11 +1,13 @@
 // What the machine takes from an installation, and how it does without.
 #include <gtest/gtest.h>
 
-#include "MemoryFiles.h"
+#include "ReadOnlyFiles.h"
 #include "RunRig.h"
 #include "simulator/Installation.h"
 
 namespace torvane::simulator {
+
+using namespace tests;
 namespace {
 
 std::string MachineText(const char* minX, const char* maxX) {
@@ -18,7 +20,7 @@ std::string MachineText(const char* minX, const char* maxX) {
 }
 
 TEST(Installation, ItsRootIsThatOfControlCfg) {
-  MemoryFiles files;
+  ReadOnlyFiles files;
   files.Put("Control.cfg", "D:\\SHOP\\\r\nD:\\SHOP\\Programs\\\r\nA\r\n1\r\n******\r\n");
   files.Put("D:\\SHOP\\Data\\Machine.dat", MachineText("0", "0"));
   MachineOptions options;
@@ -28,7 +30,7 @@ TEST(Installation, ItsRootIsThatOfControlCfg) {
 }
 
 TEST(Installation, TravelThatIsNoneLeavesTheJogsFree) {
-  MemoryFiles files;
+  ReadOnlyFiles files;
   MachineOptions options;
   core::MachineData machine;
   FollowInstallation(files, "R\\", machine, options);
@@ -44,14 +46,14 @@ TEST(Installation, TravelThatIsNoneLeavesTheJogsFree) {
 }
 
 TEST(Installation, ThatIsNoneIsAFault) {
-  MemoryFiles files;
+  ReadOnlyFiles files;
   MachineOptions options;
   EXPECT_THROW(FollowInstallation(files, options), platform::RuntimeFault);
   EXPECT_EQ(options.Files, nullptr);
 }
 
 TEST(Installation, WithoutTheSlotsRecordsTheMachineSaysSoAndGoesByTheRows) {
-  MemoryFiles files;
+  ReadOnlyFiles files;
   MachineOptions options;
   options.RootDirectory = "R\\";
   options.Files = &files;
@@ -66,7 +68,7 @@ TEST(Installation, WithoutTheSlotsRecordsTheMachineSaysSoAndGoesByTheRows) {
 }
 
 TEST(Installation, ARestartWhoseFilesHaveGoneIsReported) {
-  MemoryFiles files;
+  ReadOnlyFiles files;
   files.Put("R\\Restart.tbx", "G00 X1 Y1 G40\r\n");
   MachineOptions options;
   options.RootDirectory = "R\\";

@@ -4,6 +4,8 @@
 #include "RunRig.h"
 
 namespace torvane::simulator {
+
+using namespace tests;
 namespace {
 
 constexpr int AllWords[] = {10, 11, 12, 13, 15, 17, 18, 19, 20, 21, 22};

@@ -31,7 +31,7 @@ core::TransferSettings Frame() {
 }
 
 struct OfficeTest : ::testing::Test {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Files{Temp.Path()};
   platform::VirtualLoop Loop;
   OfficePeer Office{Frame()};

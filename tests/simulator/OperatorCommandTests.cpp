@@ -8,7 +8,7 @@
 namespace torvane::simulator {
 namespace {
 
-using torvane::testing::SimulatedMachine;
+using torvane::tests::SimulatedMachine;
 
 OperatorAnswer Say(SimulatedMachine& machine, std::string_view line) {
   return CarryOutOperatorCommand(line, machine.Controller);

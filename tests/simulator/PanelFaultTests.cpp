@@ -10,7 +10,7 @@ namespace torvane::simulator {
 namespace {
 
 namespace StatusBit = core::StatusBit;
-using torvane::testing::SimulatedMachine;
+using torvane::tests::SimulatedMachine;
 
 std::string Say(SimulatedMachine& machine, std::string_view line) {
   return CarryOutOperatorCommand(line, machine.Controller).Text;

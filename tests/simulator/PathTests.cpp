@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "MemoryFiles.h"
+#include "ReadOnlyFiles.h"
 #include "RunRig.h"
 
 namespace torvane::simulator {
+
+using namespace tests;
 namespace {
 
 using partprogram::DrawRecord;
@@ -120,7 +122,7 @@ struct PathRig {
     Send(static_cast<std::size_t>(Rig->Vr(Vr::RunningLine)) + 15);
   }
 
-  MemoryFiles Files;
+  ReadOnlyFiles Files;
   std::vector<std::string> Rows;
   std::size_t Sent = 0;
   std::unique_ptr<RunRig> Rig;
@@ -260,13 +262,13 @@ TEST(Path, DamagedRecordFilesAreNotFollowed) {
   program.Cut(50, 10, 600);
   const std::string good = EncodeAll(program.Records);
   for (const std::size_t size : {std::size_t{0}, std::size_t{1}, good.size() - 1}) {
-    MemoryFiles files;
+    ReadOnlyFiles files;
     files.Put("R\\Actvprg1.krw", good.substr(0, size));
     PathFile path;
     EXPECT_FALSE(path.Load(files, "R\\Actvprg1.krw")) << size;
     EXPECT_TRUE(path.Empty());
   }
-  MemoryFiles files;
+  ReadOnlyFiles files;
   PathFile path;
   EXPECT_FALSE(path.Load(files, "R\\Actvprg1.krw")) << "missing";
 }

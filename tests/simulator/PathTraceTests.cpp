@@ -7,12 +7,14 @@
 #include "support/SheetRun.h"
 
 namespace torvane::simulator {
+
+using namespace tests;
 namespace {
 
-using torvane::testing::CompareSheet;
-using torvane::testing::Pieces;
-using torvane::testing::ReadPathFile;
-using torvane::testing::SheetRun;
+using torvane::tests::CompareSheet;
+using torvane::tests::Pieces;
+using torvane::tests::ReadPathFile;
+using torvane::tests::SheetRun;
 
 const char* const Corner =
     "! SHEET : X300 Y200\r\nN10 G71 G90\r\nN20 G00 X20 Y30\r\nN30 G31 T2=3\r\n"

@@ -6,7 +6,7 @@
 namespace torvane::simulator {
 namespace {
 
-using torvane::testing::SimulatedMachine;
+using torvane::tests::SimulatedMachine;
 
 TEST(SimulatedPort, AnswersComeFromTheLoopAndNotWithinTheWrite) {
   SimulatedMachine machine;

@@ -6,10 +6,12 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "MemoryFiles.h"
+#include "ReadOnlyFiles.h"
 #include "RunRig.h"
 
 namespace torvane::simulator {
+
+using namespace tests;
 namespace {
 
 /// A run of eight moves, stopped in the fourth.
@@ -210,7 +212,7 @@ class RestartWithFiles : public ::testing::Test {
     EXPECT_EQ(Rig->Send(line), ">>");
   }
 
-  MemoryFiles Files;
+  ReadOnlyFiles Files;
   std::unique_ptr<RunRig> Rig;
 };
 
@@ -311,7 +313,7 @@ TEST_F(RestartWithFiles, TheNumberOfABlockIsReadWithoutItsComment) {
 
 RC_GTEST_PROP(RestartProperty, AnyFilesAndAnyTextLeadSomewhereOrNowhere, ()) {
   const auto bytes = [] { return *rc::gen::container<std::string>(rc::gen::arbitrary<char>()); };
-  MemoryFiles files;
+  ReadOnlyFiles files;
   std::vector<partprogram::DrawRecord> records(1);
   const int count = *rc::gen::inRange(0, 6);
   for (int i = 0; i < count; ++i) {

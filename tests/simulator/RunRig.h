@@ -9,7 +9,9 @@
 #include "core/MachineState.h"
 #include "support/SimulatedMachine.h"
 
-namespace torvane::simulator {
+namespace torvane::tests {
+
+using namespace torvane::simulator;
 
 namespace StatusBit = core::StatusBit;
 
@@ -77,4 +79,4 @@ class RunRig {
   int next_ = 500;
 };
 
-}  // namespace torvane::simulator
+}  // namespace torvane::tests

@@ -5,6 +5,8 @@
 #include "RunRig.h"
 
 namespace torvane::simulator {
+
+using namespace tests;
 namespace {
 
 TEST(Run, MovesAtTheRapidRateAndCutsAtTheFeed) {

@@ -11,11 +11,6 @@
 namespace torvane::simulator {
 namespace {
 
-using torvane::testing::CompareSheet;
-using torvane::testing::Pieces;
-using torvane::testing::RestartOrder;
-using torvane::testing::SheetRun;
-using torvane::testing::UninterruptedRun;
 using namespace torvane::tests;
 
 bool IsCorner(const SheetRun& sheet, int record) {
@@ -189,10 +184,10 @@ INSTANTIATE_TEST_SUITE_P(Switches, SheetRestartSkips,
                                            std::pair{1, 1}));
 
 TEST(SheetRestart, BeyondTheLinesThatTheRingHolds) {
-  torvane::testing::GeneratorOptions options;
+  torvane::tests::GeneratorOptions options;
   options.Profiles = 70;
   options.Columns = 10;
-  const std::string program = torvane::testing::GenerateProgram(options);
+  const std::string program = torvane::tests::GenerateProgram(options);
   ASSERT_GT(SheetRun(program).Passes().Table.Lines, 500);
   StopEverywhere(program, {}, Between::What::Nothing, 61);
   StopEverywhere(program, {}, Between::What::ConsoleAnew, 97);
@@ -224,12 +219,12 @@ TEST(SheetRestart, ARestartOfARestartLeavesNothingOfTheFirst) {
 }
 
 RC_GTEST_PROP(SheetRestartProperty, AnySheetStoppedAnywhereComesOutWhole, ()) {
-  torvane::testing::GeneratorOptions options;
+  torvane::tests::GeneratorOptions options;
   options.Profiles = *rc::gen::inRange(1, 9);
   options.Columns = 3;
   options.KerfWidth = *rc::gen::inRange(0, 5) * 0.1;
   options.Expressions = *rc::gen::arbitrary<bool>();
-  const std::string program = torvane::testing::GenerateProgram(options);
+  const std::string program = torvane::tests::GenerateProgram(options);
   const Pieces whole = UninterruptedRun(program);
   const SheetRun sheet(program);
   auto records = CutRecords(whole);

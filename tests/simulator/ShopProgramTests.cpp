@@ -6,13 +6,15 @@
 
 #include <gtest/gtest.h>
 
-#include "MemoryFiles.h"
+#include "ReadOnlyFiles.h"
 #include "RunRig.h"
 #include "core/MachineFiles.h"
 #include "partprogram/Pipeline.h"
 #include "support/SourceTree.h"
 
 namespace torvane::simulator {
+
+using namespace tests;
 namespace {
 
 namespace fs = std::filesystem;
@@ -51,7 +53,7 @@ class ShopProgram : public ::testing::TestWithParam<std::string> {
     files_.Put("R\\Actvprg1.krw", partprogram::EncodeRecords(result_.Kerf));
   }
 
-  MemoryFiles files_;
+  ReadOnlyFiles files_;
   core::MachineData machine_;
   core::Station station_;
   partprogram::PassResult result_;

@@ -15,7 +15,7 @@ using platform::RuntimeFault;
 
 class FaultyDisk : public ::testing::Test {
  protected:
-  test::TempDirectory Folder;
+  tests::TempDirectory Folder;
   platform::DiskFileSystem Disk{Folder.Path()};
   StorageFaults Faults;
   FaultyFiles Files{Disk, Faults};
@@ -108,7 +108,7 @@ TEST(FaultyDrive, AnswersAtTheSecondTest) {
 }
 
 TEST(FaultyDrive, WordsOfThePanel) {
-  torvane::testing::SimulatedMachine machine;
+  torvane::tests::SimulatedMachine machine;
   const auto say = [&](std::string_view line) {
     return CarryOutOperatorCommand(line, machine.Controller).Text;
   };

@@ -5,6 +5,8 @@
 #include "Bench.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 class ActiveStoreTest : public ::testing::Test, public Bench {
@@ -84,7 +86,7 @@ TEST_F(ActiveStoreTest, ShowsCaptionsPlotsAndTheButtonUnderItsGuard) {
   System.ActiveSlot = 2;
   System.State.RunSeconds = 12;
   bool guarded = false;
-  ProgramScreens.OnPress = [&](int slot) {
+  ProgramScreens.OnPress = [&](core::Slot slot) {
     guarded = Store.ProgramChangeGuard();
     Change.ChangeActiveProgram(slot);
   };

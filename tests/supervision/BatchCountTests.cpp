@@ -8,6 +8,8 @@
 #include "supervision/BatchCount.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 core::Batch Of(double perSheet, double required, double completed) {

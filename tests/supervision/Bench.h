@@ -19,7 +19,9 @@
 #include "supervision/PollTrio.h"
 #include "supervision/ProgramChange.h"
 
-namespace torvane::supervision {
+namespace torvane::tests {
+
+using namespace torvane::supervision;
 
 using Lines = std::vector<std::string>;
 
@@ -28,8 +30,8 @@ struct Bench : SlotMaker {
   core::System System;
   platform::VirtualLoop Loop;
   platform::ScriptedPort Port{Loop};
-  link::FakeController Controller{Loop, Port};
-  link::FakeScreens LinkScreens;
+  tests::FakeController Controller{Loop, Port};
+  tests::FakeScreens LinkScreens;
   link::Trio Trio{Loop, Port, Files, System.Link, System.Directories, LinkScreens};
   link::Downloads Downloads{Trio, Files, System.Directories, System.Programs};
   RecordingDialogs Dialogs{Log};
@@ -59,7 +61,7 @@ struct Bench : SlotMaker {
   /// The slot holds a program of `tableLines` lines, with all its files.
   void Select(int slot, const std::string& name, int tableLines) {
     PutSlot(slot, name, tableLines);
-    auto& program = System.Programs[static_cast<std::size_t>(slot)];
+    auto& program = System.Programs[slot];
     program.Selected = true;
     program.ProgramName = name;
     program.DirectoryName = "SHOP";
@@ -81,4 +83,4 @@ struct Bench : SlotMaker {
   }
 };
 
-}  // namespace torvane::supervision
+}  // namespace torvane::tests

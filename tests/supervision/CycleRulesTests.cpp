@@ -9,6 +9,8 @@
 #include "supervision/CycleRules.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 core::MachineState StateOf(bool running, bool hold, bool cycle, bool error) {

@@ -6,6 +6,8 @@
 #include "supervision/Keypad.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 class KeypadTest : public ::testing::Test, public Bench {

@@ -6,6 +6,8 @@
 #include "supervision/ManualMotion.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 class ManualMotions : public ::testing::Test, protected Bench {

@@ -10,7 +10,7 @@ namespace torvane::supervision {
 namespace {
 
 struct Bench {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Files{Temp.Path(), {{'C', Temp.Path()}}};
   core::DirectorySet Directories;
 

@@ -92,7 +92,7 @@ TEST(MessageList, ACodeAboveTheTableEndsTheProgram) {
   Bench bench;
   EXPECT_TRUE(bench.Refresh(64, 0));
   EXPECT_EQ(bench.List.Row(1).Text, " Io 64");
-  const std::string fault = test::FaultOf([&] { bench.Refresh(65, 0); });
+  const std::string fault = tests::FaultOf([&] { bench.Refresh(65, 0); });
   EXPECT_NE(fault.find("IO.msg"), std::string::npos);
   EXPECT_NE(fault.find("65"), std::string::npos);
 }

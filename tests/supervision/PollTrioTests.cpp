@@ -7,6 +7,8 @@
 #include "Bench.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 const Lines EightQueries = {"? VR(19)",       "? VR(52)", "? MPOS AXIS(0)", "? MPOS AXIS(1)",

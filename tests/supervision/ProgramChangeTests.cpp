@@ -6,6 +6,8 @@
 #include "Bench.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 const std::string Refusal = "warning 1 1 \nCan Not Change Program\nWhile Machine Is Running !";
@@ -151,7 +153,7 @@ TEST_F(ProgramChangeTest, FeedHoldAndAnOpenCycleDoNotRefuse) {
 
 TEST_F(ProgramChangeTest, TheButtonsOwnEventDoesNotChangeAgain) {
   int presses = 0;
-  ProgramScreens.OnPress = [&](int slot) {
+  ProgramScreens.OnPress = [&](core::Slot slot) {
     ++presses;
     Change.ChangeActiveProgram(slot);
   };

@@ -5,6 +5,8 @@
 #include "supervision/ProgramEntries.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 class FakeDrives final : public platform::Drives {

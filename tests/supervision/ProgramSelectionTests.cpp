@@ -8,6 +8,8 @@
 #include "support/RecordingFiles.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 const char* const Good =
@@ -358,7 +360,7 @@ TEST_F(ProgramSelectionTest, OfflineAProgramIsSelectedAllTheSame) {
 TEST_F(ProgramSelectionTest, FilesAreWrittenInTheOrderOfThePasses) {
   Temp.Put("Programs/SHOP/PART.lsr", Laser);
   std::vector<std::string> done;
-  test::RecordingFiles files(Files, done);
+  tests::RecordingFiles files(Files, done);
   const ProgramParts parts{System, Trio, Downloads, files, Dialogs, ProgramScreens, Plot, Poll};
   ActiveStore store(parts);
   ProgramSelection selection(parts, store, Split, Clock);

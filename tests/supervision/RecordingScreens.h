@@ -12,7 +12,9 @@
 #include "supervision/ProgramScreens.h"
 #include "supervision/QuietScreens.h"
 
-namespace torvane::supervision {
+namespace torvane::tests {
+
+using namespace torvane::supervision;
 
 using Events = std::vector<std::string>;
 
@@ -29,7 +31,7 @@ class RecordingDialogs final : public OperatorDialogs {
     if (DuringWarning) DuringWarning();
     return Answer;
   }
-  void BusyPointer(bool busy) override { events_.emplace_back(busy ? "busy" : "idle"); }
+  void SetBusy(bool busy) override { events_.emplace_back(busy ? "busy" : "idle"); }
   void Beep() override { events_.emplace_back("beep"); }
 
  private:
@@ -71,14 +73,14 @@ class RecordingProgramScreens final : public ProgramScreens {
   explicit RecordingProgramScreens(Events& events) : events_(events) {}
 
   std::vector<std::string> Forms;
-  std::function<void(int)> OnPress;  ///< the event of the button
+  std::function<void(core::Slot)> OnPress;  ///< the event of the button
 
   [[nodiscard]] std::vector<std::string> VisibleForms() const override { return Forms; }
-  void SetProgramCaption(int slot, std::string_view caption) override {
-    events_.push_back("caption " + std::to_string(slot) + " " + std::string(caption));
+  void SetProgramCaption(core::Slot slot, std::string_view caption) override {
+    events_.push_back("caption " + std::to_string(slot.Number()) + " " + std::string(caption));
   }
-  void PressProgramButton(int slot) override {
-    events_.push_back("press " + std::to_string(slot));
+  void PressProgramButton(core::Slot slot) override {
+    events_.push_back("press " + std::to_string(slot.Number()));
     if (OnPress) OnPress(slot);
   }
   void OpenSetupForm() override { events_.emplace_back("open SetupForm"); }
@@ -97,14 +99,16 @@ class RecordingPlot final : public QuietPlot {
     events_.emplace_back("trace");
     QuietPlot::RealTimePlot();
   }
-  void RefreshPlot(int slot) override {
-    events_.push_back("plot " + std::to_string(slot));
+  void RefreshPlot(core::Slot slot) override {
+    events_.push_back("plot " + std::to_string(slot.Number()));
     QuietPlot::RefreshPlot(slot);
   }
-  void ShowPlotBox(int slot) override { events_.push_back("plotbox " + std::to_string(slot)); }
+  void ShowPlotBox(core::Slot slot) override {
+    events_.push_back("plotbox " + std::to_string(slot.Number()));
+  }
 
  private:
   Events& events_;
 };
 
-}  // namespace torvane::supervision
+}  // namespace torvane::tests

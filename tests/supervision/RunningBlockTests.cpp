@@ -9,11 +9,13 @@
 #include "supervision/RunningBlock.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
 namespace {
 
 /// A slot whose listing has `lines` lines "line <n>", and whose record n + 1 carries line number n.
 struct Bench : SlotMaker {
-  std::array<core::ActiveProgram, 3> Programs;
+  core::BySlot<core::ActiveProgram> Programs;
 
   explicit Bench(int lines) {
     std::vector<std::int16_t> numbers;

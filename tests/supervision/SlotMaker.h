@@ -12,10 +12,10 @@
 #include "platform/DiskFileSystem.h"
 #include "support/TempDirectory.h"
 
-namespace torvane::supervision {
+namespace torvane::tests {
 
 struct SlotMaker {
-  test::TempDirectory Temp;
+  tests::TempDirectory Temp;
   platform::DiskFileSystem Files{Temp.Path(), {{'C', Temp.Path()}}};
   core::DirectorySet Directories;
 
@@ -32,7 +32,7 @@ struct SlotMaker {
     directories.SettingsDirectory = "C:\\Settings\\";
     directories.MessageDirectory = "C:\\Messages\\";
     directories.MessageHelpDirectory = "C:\\Messages\\Help\\";
-    directories.SubsDirectory = {"", "C:\\Subs\\One\\", "C:\\Subs\\Two\\"};
+    directories.SubsDirectory = {"C:\\Subs\\One\\", "C:\\Subs\\Two\\"};
     directories.ProgramRoot = "C:\\Programs\\";
     directories.ProgramDirectoryName = "SHOP";
     directories.ProgramDirectory = "C:\\Programs\\SHOP\\";
@@ -103,4 +103,4 @@ struct SlotMaker {
   }
 };
 
-}  // namespace torvane::supervision
+}  // namespace torvane::tests

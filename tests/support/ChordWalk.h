@@ -6,7 +6,9 @@
 
 #include "partprogram/Intersection.h"
 
-namespace torvane::partprogram::testing {
+namespace torvane::tests {
+
+using namespace torvane::partprogram;
 
 /// The ends of an arc's chords, from its start on.
 inline std::vector<core::Vector2> ChordPoints(const ChordArc& arc) {
@@ -61,4 +63,4 @@ inline Intersection WalkArcs(const ChordArc& first, const ChordArc& second) {
   return found;
 }
 
-}  // namespace torvane::partprogram::testing
+}  // namespace torvane::tests

@@ -5,7 +5,7 @@
 
 #include "platform/RuntimeFault.h"
 
-namespace torvane::test {
+namespace torvane::tests {
 
 /// The sentence of the RuntimeFault that `call` throws, empty when it throws none.
 template <typename Call>
@@ -18,4 +18,4 @@ template <typename Call>
   return {};
 }
 
-}  // namespace torvane::test
+}  // namespace torvane::tests

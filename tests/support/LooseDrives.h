@@ -8,7 +8,7 @@
 
 #include "platform/Drives.h"
 
-namespace torvane::test {
+namespace torvane::tests {
 
 /// Drives that answer, or do so only from a later test on.
 class LooseDrives final : public platform::Drives {
@@ -25,4 +25,4 @@ class LooseDrives final : public platform::Drives {
   }
 };
 
-}  // namespace torvane::test
+}  // namespace torvane::tests

@@ -3,9 +3,9 @@
 
 #include "tools/ProgramGenerator.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 using tools::GenerateProgram;
 using tools::GeneratorOptions;
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

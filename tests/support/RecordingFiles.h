@@ -9,7 +9,7 @@
 
 #include "platform/FileSystem.h"
 
-namespace torvane::test {
+namespace torvane::tests {
 
 /// Passes everything on. Tests of existence and listings are not written down; a note in
 /// LastFile.txt is written as "note <path>".
@@ -88,4 +88,4 @@ class RecordingFiles final : public platform::FileSystem {
   std::vector<std::string>& events_;
 };
 
-}  // namespace torvane::test
+}  // namespace torvane::tests

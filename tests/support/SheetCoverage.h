@@ -27,7 +27,7 @@
 #include "core/General.h"
 #include "simulator/PathTrace.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 using Pieces = std::vector<simulator::PathPiece>;
 
@@ -219,4 +219,4 @@ struct SheetCover {
   return pieces;
 }
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

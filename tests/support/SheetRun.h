@@ -29,12 +29,12 @@
 #include "partprogram/FixedLines.h"
 #include "partprogram/Pipeline.h"
 #include "partprogram/SplittingModule.h"
-#include "simulator/MemoryFiles.h"
 #include "simulator/PathFile.h"
+#include "simulator/ReadOnlyFiles.h"
 #include "simulator/SimulatedController.h"
 #include "support/SheetCoverage.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 /// What the console tells the machine of a restart.
 struct RestartOrder {
@@ -64,7 +64,7 @@ class SheetRun {
         [this](const simulator::MachineEvent& event) { Events.push_back(event); });
   }
 
-  simulator::MemoryFiles Files;  ///< "R\" holds the slot's files
+  tests::ReadOnlyFiles Files;  ///< "R\" holds the slot's files
   std::vector<simulator::MachineEvent> Events;
   std::vector<std::string> Sent;  ///< every line that went out
 
@@ -289,4 +289,4 @@ class SheetRun {
   return sheet.AllPieces();
 }
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

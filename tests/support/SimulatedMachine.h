@@ -12,7 +12,7 @@
 #include "simulator/SimulatedController.h"
 #include "simulator/SimulatedPort.h"
 
-namespace torvane::testing {
+namespace torvane::tests {
 
 /// Hand `Port` to whatever wants a serial port and `Loop` to whatever wants a loop. `Events` holds
 /// all that the machine told, `Lines` all lines that reached the controller. For a line with the
@@ -65,4 +65,4 @@ class SimulatedMachine {
   std::vector<std::string> Lines;
 };
 
-}  // namespace torvane::testing
+}  // namespace torvane::tests

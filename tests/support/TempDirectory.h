@@ -10,7 +10,7 @@
 
 #include <stdlib.h>
 
-namespace torvane::test {
+namespace torvane::tests {
 
 class TempDirectory {
  public:
@@ -53,4 +53,4 @@ class TempDirectory {
   std::filesystem::path path_;
 };
 
-}  // namespace torvane::test
+}  // namespace torvane::tests

@@ -28,7 +28,7 @@ constexpr const char* Faulty =
 
 /// An installation of its own, with what the command prints.
 struct Shop {
-  test::TempDirectory Home;
+  tests::TempDirectory Home;
   std::ostringstream Out;
   std::ostringstream Errors;
 

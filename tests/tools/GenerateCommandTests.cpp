@@ -65,7 +65,7 @@ TEST(Generator, ByExpressionsGivesTheSamePath) {
 }
 
 TEST(Generator, WritesToAFile) {
-  const test::TempDirectory home;
+  const tests::TempDirectory home;
   const auto generated = Generate({home.Path() + "/BIG.prg", "--profiles", "3"});
   EXPECT_EQ(generated.Status, 0);
   EXPECT_EQ(generated.Out, "");

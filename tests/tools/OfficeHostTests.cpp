@@ -76,7 +76,7 @@ class OfficeOnATerminal : public ::testing::Test {
     return bytes;
   }
 
-  test::TempDirectory temp_;
+  tests::TempDirectory temp_;
   std::array<int, 2> keyboard_{};
   std::ostringstream out_;
   std::unique_ptr<OfficeHost> host_;

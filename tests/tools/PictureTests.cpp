@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::set<std::string> TakeAll(const fs::path& folder) {
-  const test::TempDirectory installation;
+  const tests::TempDirectory installation;
   fs::copy(torvane::tests::SourceTree() / "examples" / "installation", installation.Path(),
            fs::copy_options::recursive);
   MakeLongNames(installation.Path());
@@ -30,8 +30,8 @@ std::set<std::string> TakeAll(const fs::path& folder) {
 }
 
 TEST(Pictures, EveryScreenGetsOneAndASecondRoundGivesTheSame) {
-  const test::TempDirectory first;
-  const test::TempDirectory second;
+  const tests::TempDirectory first;
+  const tests::TempDirectory second;
   const auto names = TakeAll(first.Path());
   EXPECT_EQ(names, TakeAll(second.Path()));
   for (const char* screen :

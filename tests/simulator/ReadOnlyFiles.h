@@ -8,12 +8,12 @@
 #include "partprogram/DrawRecord.h"
 #include "support/MemoryFiles.h"
 
-namespace torvane::simulator {
+namespace torvane::tests {
 
 /// The machine must not write: every attempt is a fault.
-class MemoryFiles final : public tests::MemoryFiles {
+class ReadOnlyFiles final : public MemoryFiles {
  public:
-  MemoryFiles() { ReadOnly = true; }
+  ReadOnlyFiles() { ReadOnly = true; }
 };
 
 /// A record file of these records.
@@ -27,4 +27,4 @@ inline std::string EncodeAll(const std::vector<partprogram::DrawRecord>& records
   return bytes;
 }
 
-}  // namespace torvane::simulator
+}  // namespace torvane::tests
