@@ -13,7 +13,7 @@ namespace torvane::tests {
 namespace {
 
 using simulator::EventKind;
-using testing::Pieces;
+using tests::Pieces;
 using toolkit::Key;
 namespace Vr = simulator::Vr;
 

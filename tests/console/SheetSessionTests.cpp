@@ -10,9 +10,9 @@
 namespace torvane::tests {
 namespace {
 
-using testing::CompareSheet;
 using ::testing::ElementsAre;
-using testing::Pieces;
+using tests::CompareSheet;
+using tests::Pieces;
 using toolkit::Key;
 namespace Vr = simulator::Vr;
 
@@ -68,7 +68,7 @@ TEST_F(SheetSession, ARestartOfARestartLeavesNothingOfTheFirst) {
   EXPECT_LE(cover.Foreign(), Exact) << cover.Describe();
   EXPECT_LE(cover.Twice(LongSide), 100 / 30.0 + Exact);
   EXPECT_LE(cover.Twice(Arc), 1.5 + Exact);
-  EXPECT_NEAR(testing::FirstCut(third).S0, entry.Along, Exact);
+  EXPECT_NEAR(tests::FirstCut(third).S0, entry.Along, Exact);
   ExpectOneWay(second, first);
   ExpectOneWay(third, second);
 }
@@ -166,8 +166,8 @@ TEST_F(SheetSession, ABlockOfTheListIsCutAgainWhole) {
   EXPECT_LE(cover.Missing(), Exact) << cover.Describe();
   EXPECT_LE(cover.Foreign(), Exact) << cover.Describe();
   EXPECT_THAT(cover.RecordsCutTwice(Exact), ElementsAre(Arc));
-  EXPECT_EQ(testing::FirstCut(second).Place.Record, Arc);
-  EXPECT_NEAR(testing::FirstCut(second).S0, 0, Exact);
+  EXPECT_EQ(tests::FirstCut(second).Place.Record, Arc);
+  EXPECT_NEAR(tests::FirstCut(second).S0, 0, Exact);
   ExpectOneWay(second, first);
 }
 

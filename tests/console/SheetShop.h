@@ -64,7 +64,7 @@ class SheetShop {
   [[nodiscard]] Plant& ThePlant() { return *plant_; }
   void PowerCycle() { plant_->Controller->PowerCycle(); }
   /// The pieces of path run since the last call.
-  [[nodiscard]] testing::Pieces TakePieces() { return std::exchange(pieces_, {}); }
+  [[nodiscard]] tests::Pieces TakePieces() { return std::exchange(pieces_, {}); }
 
   // ---- the operator's work ----
   /// The program by its name on the pads, into its slot.
@@ -199,7 +199,7 @@ class SheetShop {
   std::shared_ptr<Plant> plant_ = std::make_shared<Plant>();
   std::unique_ptr<ConsoleSession> console_;
   std::int16_t slot_ = 1;
-  testing::Pieces pieces_;
+  tests::Pieces pieces_;
   simulator::PathFile programmed_;
   simulator::PathFile compensated_;
 };

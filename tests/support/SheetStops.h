@@ -34,7 +34,7 @@ inline constexpr double Exact = 0.01;  // mm
 }
 
 /// Records of the cuts of a run, in the order in which they were begun.
-[[nodiscard]] inline std::vector<int> CutRecords(const testing::Pieces& run) {
+[[nodiscard]] inline std::vector<int> CutRecords(const tests::Pieces& run) {
   std::vector<int> records;
   for (const auto& piece : run) {
     if (piece.Cut && piece.Beam && (records.empty() || records.back() != piece.Place.Record)) {
@@ -45,12 +45,12 @@ inline constexpr double Exact = 0.01;  // mm
 }
 
 /// One way with the beam off; it may be none where the machine stands at the place already.
-inline void ExpectOneWay(const testing::Pieces& second, const testing::Pieces& before) {
+inline void ExpectOneWay(const tests::Pieces& second, const tests::Pieces& before) {
   ASSERT_FALSE(before.empty());
-  const auto first = testing::FirstCut(second);
+  const auto first = tests::FirstCut(second);
   const bool there = simulator::Distance(before.back().To, first.From) < 1e-3;
-  EXPECT_LE(testing::WaysBeforeFirstCut(second), 1);
-  EXPECT_TRUE(there || testing::WaysBeforeFirstCut(second) == 1);
+  EXPECT_LE(tests::WaysBeforeFirstCut(second), 1);
+  EXPECT_TRUE(there || tests::WaysBeforeFirstCut(second) == 1);
 }
 
 /// A place of a restart, mm.
@@ -62,9 +62,9 @@ struct WantedEntry {
 };
 
 /// The sheet has come out whole: held against `whole`, a run without a stop.
-inline void ExpectWholeSheet(const testing::Pieces& whole, const testing::Pieces& first,
-                             const testing::Pieces& second, const WantedEntry& entry) {
-  const auto cover = testing::CompareSheet(whole, {first, second});
+inline void ExpectWholeSheet(const tests::Pieces& whole, const tests::Pieces& first,
+                             const tests::Pieces& second, const WantedEntry& entry) {
+  const auto cover = tests::CompareSheet(whole, {first, second});
   EXPECT_LE(cover.Missing(), Exact) << cover.Describe();
   EXPECT_LE(cover.Foreign(), Exact) << cover.Describe();
   EXPECT_LE(cover.LongestJump, 1e-3) << cover.Describe();
@@ -72,8 +72,8 @@ inline void ExpectWholeSheet(const testing::Pieces& whole, const testing::Pieces
   const double step = std::max(1.5, SplitStep(entry.Programmed));
   const double corner = std::abs(entry.Compensated - entry.Programmed);
   EXPECT_LE(cover.Twice(entry.Record), step + Exact + corner) << cover.Describe();
-  EXPECT_EQ(testing::FirstCut(second).Place.Record, entry.Record);
-  EXPECT_NEAR(testing::FirstCut(second).S0, entry.Along, Exact);
+  EXPECT_EQ(tests::FirstCut(second).Place.Record, entry.Record);
+  EXPECT_NEAR(tests::FirstCut(second).S0, entry.Along, Exact);
   ExpectOneWay(second, first);
 }
 
