@@ -45,10 +45,10 @@ constexpr const char* Repositioned =
     "N120 G31 T2=1\r\nN130 M30\r\n";
 
 std::string LongProgram() {
-  testing::GeneratorOptions options;
+  tests::GeneratorOptions options;
   options.Profiles = 70;
   options.Columns = 10;
-  return testing::GenerateProgram(options);
+  return tests::GenerateProgram(options);
 }
 
 /// The same sheet without a stop, by a console of its own.
