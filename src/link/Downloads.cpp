@@ -77,7 +77,6 @@ void Downloads::DownTable(core::Slot slot, std::int16_t& sent, std::int16_t targ
 void Downloads::SendTable(core::Slot slot, std::int16_t& sent, std::int16_t target,
                           const TableSend& how) {
   if (!trio_.Settings().TrioLinkEnabled) return;
-  if (slot != 1 && slot != 2) return;
   const std::int16_t last = std::min(target, programs_[slot].TableLines);
   if (sent >= last) return;
   struct Paused {

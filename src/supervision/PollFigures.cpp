@@ -55,7 +55,6 @@ LaserFigures Poll::ReadLaserFigures() {
 void Poll::RefreshBatch(link::Asker asker) {
   const core::Slot slot = system_.ActiveSlot;
   if (!system_.Link.TrioLinkEnabled || system_.Console.BatchEditing) return;
-  if (slot != 1 && slot != 2) return;
   const bool ticking = asker == link::Asker::Poll;
   const std::uint64_t changes = changes_.Begun();
   const core::Batch before = system_.Programs[slot].BatchCounters;

@@ -51,7 +51,6 @@ ListingView ShowRunningBlock(platform::FileSystem& files, const core::DirectoryS
                              int block) {
   ListingView rows;
   rows.fill({BlankRow(), false});
-  if (slot != 1 && slot != 2) return rows;
   const auto& program = programs[slot];
   const std::string path = core::SlotFile(directories, slot, core::Extension::Listing);
   if (!program.Selected || !files.FileExists(path)) return rows;

@@ -195,18 +195,6 @@ TEST(LoadPlot, DrawsASlotThatIsNotOnShow) {
   EXPECT_TRUE(setting.Box1.Calls().empty());
 }
 
-TEST(LoadPlot, OfNoSlotDoesNothing) {
-  PlotSetting setting;
-  for (const int slot : {-1, 0, 3}) {
-    setting.Drawing.LoadPlot(slot);
-    setting.Drawing.ShowLimits(slot, true);
-    setting.Drawing.DrawSheet(slot, true, true, 10, 10);
-    setting.Drawing.DrawPlotRecord(slot, Cut(0, 0, 1, 1), PaintMode::Background);
-  }
-  EXPECT_TRUE(setting.Box1.Calls().empty());
-  EXPECT_TRUE(setting.Box2.Calls().empty());
-}
-
 TEST(LoadPlot, SheetBeyondAllNumbersLeavesTheCanvasFitForTheNextProgram) {
   PlotSetting setting;
   setting.Select(1, {Cut(0, 0, 1, 1)});

@@ -388,10 +388,6 @@ TEST_F(PollTrioTest, BatchCountersAreNotReadOverAnEditOrOffline) {
   Poll.RefreshBatch();
   EXPECT_EQ(Sent(), Lines{});
   System.Console.BatchEditing = false;
-  System.ActiveSlot = 0;
-  Poll.RefreshBatch();
-  EXPECT_EQ(Sent(), Lines{});
-  System.ActiveSlot = 1;
   System.Link.TrioLinkEnabled = false;
   Poll.RefreshBatch();
   EXPECT_EQ(Sent(), Lines{});
