@@ -1,8 +1,8 @@
-#include "core/Slot.h"
+#include <string>
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include "core/Slot.h"
 
 namespace torvane::core {
 namespace {
