@@ -8,6 +8,9 @@
 #include "supervision/JogControl.h"
 
 namespace torvane::supervision {
+
+using namespace tests;
+
 namespace {
 
 constexpr const char* StopLine = "VR(48)=0";
