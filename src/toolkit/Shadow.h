@@ -3,6 +3,8 @@
 
 #include <QImage>
 #include <QWidget>
+#include <array>
+#include <cstddef>
 
 #include "toolkit/Form.h"
 #include "toolkit/Metrics.h"
@@ -23,8 +25,12 @@ class Form::Shadow : public QWidget {
  private:
   void Draw(int reach);
 
+  static constexpr std::size_t PieceCount = 8;
+
   int reach_ = 0;
-  QImage corner_;  ///< one quarter, the middle of the form at its right lower pixel
+  QRect covered_;  ///< by the form, in the shadow's own pixels
+  /// Four corners, then the sides left and right, above and below, which are stretched.
+  std::array<QImage, PieceCount> pieces_;
 };
 
 }  // namespace torvane::toolkit

@@ -57,6 +57,7 @@ class ConsoleProgram final : private ConsoleStart {
   [[nodiscard]] SimulatedMachine* Machine() { return machine_.get(); }
   /// Null without --simulate.
   [[nodiscard]] SimulatedOffice* Office() { return office_.get(); }
+  [[nodiscard]] files::CommsModule& Comms() { return comms_; }
   /// The machine's panel; null without --simulate, before the console shows, and off screen unless
   /// it was asked for.
   [[nodiscard]] SimulatorPanel* Panel() { return panel_.get(); }
