@@ -22,8 +22,8 @@ enum class Role {
   SubKey,           ///< cursor, delete and shift keys of the pads
   StatusPosition,   ///< position figures of the main screen
   StatusFeed,       ///< feed figure of the main screen
-  OkMessage,        ///< message button, nothing stands
-  WarningMessage,   ///< message button, a warning stands
+  OkMessage,        ///< message button, no message
+  WarningMessage,   ///< message button, a warning is in force
   CriticalMessage,  ///< message button, the machine is held
   Plot,             ///< canvases
   Count

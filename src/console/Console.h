@@ -63,11 +63,11 @@ class Console final : public supervision::PlotStage,
   /// The number of the record that a visual restart has highlighted, 0 outside its modes.
   [[nodiscard]] int MarkedRecord() const;
 
-  /// Plot.cfg, and the plot's switches as they stand at every start.
+  /// Plot.cfg, and the plot's switches as they are at every start.
   void LoadPlotConfig();
 
   /// The window is asked to close: out of the graphics state, then the shutdown question. Nothing
-  /// before the main screen shows, while the question stands, and from the shutdown on.
+  /// before the main screen shows, while the question is open, and from the shutdown on.
   void CloseRequested();
 
   /// The global keys of all screens.

@@ -23,7 +23,7 @@ inline constexpr int BackspaceCharacter = 8;
 inline constexpr int EnterCharacter = 13;
 
 /// The key when the mode accepts it, 0 when it does not. `key` is a character code, `text` what
-/// stands in the box, `selectionLength` how much of it is selected. The caller beeps on a 0.
+/// is in the box, `selectionLength` how much of it is selected. The caller beeps on a 0.
 [[nodiscard]] int FilterKey(int key, int mode, std::string_view text, int selectionLength);
 
 }  // namespace torvane::console

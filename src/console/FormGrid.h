@@ -20,7 +20,7 @@ namespace torvane::console {
 /// the others leave; in rows, only cells with a share grow beyond their least height.
 class Cell {
  public:
-  // A control stands where a cell is asked for, so that lists of controls read as lists.
+  // A control serves where a cell is asked for, so that lists of controls read as lists.
   Cell(toolkit::Control& control);  // NOLINT(google-explicit-constructor)
   Cell(toolkit::Control* control);  // NOLINT(google-explicit-constructor)
 

@@ -1,4 +1,4 @@
-// What stands on the main screen, as data: captions, the screens of the main keys, the figures.
+// What is shown on the main screen, as data: captions, the screens of the main keys, the figures.
 #pragma once
 
 #include <array>

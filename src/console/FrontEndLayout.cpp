@@ -1,4 +1,4 @@
-// Where everything stands on the main screen: one grid, the plot takes what the rest leaves.
+// Where everything lies on the main screen: one grid, the plot takes what the rest leaves.
 #include <algorithm>
 
 #include "console/FrontEnd.h"
@@ -17,7 +17,7 @@ constexpr int MainKeys = 7;
 /// Widths of the program keys and of the last two keys, in main keys.
 constexpr double ProgramKeyShare = 1.5;
 constexpr double LastKeyShare = 1.12;
-/// Keys of the graphics state: nothing stands beside them but the last two keys.
+/// Keys of the graphics state: nothing is beside them but the last two keys.
 constexpr int GraphicsKeys = 6;
 
 }  // namespace
@@ -42,7 +42,7 @@ void FrontEnd::Layout(const Metrics& metrics) {
   for (toolkit::PlotCanvas* box : plotBoxes_) box->Place(plot);
 }
 
-/// The figures that show share the height; the letter stands small above its figure, which has the
+/// The figures that show share the height; the letter is small above its figure, which has the
 /// whole width.
 void FrontEnd::LayoutPositions(const Metrics& metrics) {
   const Area box = positionBox_->Inside().Inset(metrics.Gap * 2, metrics.Gap);

@@ -21,7 +21,7 @@ enum class KeyCommand {
   FlipKerf,
   LeaveGraphics,
   PathButton,   ///< 1 to 6
-  LeaveRestart  ///< leave the visual restart and clean up behind it
+  LeaveRestart  ///< leave the visual restart and clean up after it
 };
 
 struct KeyAction {

@@ -31,7 +31,7 @@ int KeyOfCharacter(char character) {
   return SpaceKey;
 }
 
-/// The rows of the pad; a row of fewer than ten keys stands in the middle.
+/// The rows of the pad; a row of fewer than ten keys is in the middle.
 constexpr std::array<std::string_view, 5> KeyRows = {"1234567890", "+-=%().!&#", "QWERTYUIOP",
                                                      "ASDFGHJKL", "ZXCVBNM"};
 constexpr int KeysInARow = 10;

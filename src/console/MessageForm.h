@@ -1,4 +1,4 @@
-// What stands at the moment, and the help behind each message.
+// The messages in force, and the help behind each message.
 #pragma once
 
 #include <vector>

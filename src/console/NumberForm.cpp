@@ -13,7 +13,7 @@ namespace {
 /// NumberButton 0 to 16.
 constexpr std::string_view Characters = "0123456789.+-*/()";
 
-/// The rows of the pad; the brackets stand beside them, each over two rows.
+/// The rows of the pad; the brackets are beside them, each over two rows.
 constexpr std::array<std::string_view, 4> KeyRows = {"789/", "456*", "123-", "0.+"};
 constexpr double CharWide = 84;
 constexpr double KeyGap = 8;

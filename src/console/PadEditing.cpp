@@ -22,7 +22,7 @@ PadText Trimmed(PadText pad) {
   return Bounded(std::move(pad));
 }
 
-/// Trims the text and leaves the cursor where the box has it, which may be behind the blanks that
+/// Trims the text and leaves the cursor where the box has it, which may be after the blanks that
 /// went.
 PadText TrimmedUnderCursor(PadText pad) {
   pad = Bounded(std::move(pad));
@@ -83,7 +83,7 @@ PadText ClearText(const PadText&) { return {}; }
 
 namespace {
 
-/// A cursor behind the text has nothing on its left.
+/// A cursor after the text has nothing on its left.
 PadText RemoveLeft(PadText pad) {
   if (pad.SelectionLength > 0) return WithoutSelection(std::move(pad));
   if (pad.Cursor > 0) {

@@ -5,7 +5,7 @@
 
 namespace torvane::console {
 
-/// The box of a pad. Cursor is the place before a character, 0 to the length, and one more behind a
+/// The box of a pad. Cursor is the place before a character, 0 to the length, and one more after a
 /// rejected key; the selection runs from the cursor on.
 struct PadText {
   std::string Text;
@@ -19,8 +19,8 @@ struct PadText {
 [[nodiscard]] PadText OpenPad(std::string text);
 
 /// Puts a character in for the selection. The text is trimmed first. `character` 0, the answer of
-/// the filter to a rejected key, ends the text there: what stood behind the cursor goes, and the
-/// cursor still moves on by one, behind the end of the text.
+/// the filter to a rejected key, ends the text there: what was after the cursor goes, and the
+/// cursor still moves on by one, after the end of the text.
 [[nodiscard]] PadText InsertCharacter(PadText pad, int character);
 
 /// "<<<" and ">>>": a selection collapses to its start or its end, else the cursor moves by one.

@@ -30,7 +30,7 @@ class PadForm : public Screen {
   void Accept(const std::string& text);
   [[nodiscard]] std::string TrimmedText() const;
   /// The entry box over the keys, beside them the cursor and delete keys, below them the row of the
-  /// answers behind what else stands in it. `width` of the keys and of the side, pixels of the
+  /// comes after what else is in it. `width` of the keys and of the side, pixels of the
   /// drawing.
   void Arrange(double keysWide, const Cell& keys, double sideWide, std::vector<Cell> lastRow);
 

@@ -21,7 +21,7 @@ constexpr int Pan = 4;
 
 constexpr int SelectKey = 6;
 
-/// What stands on the keys and in the text lines of a mode.
+/// What is shown on the keys and in the text lines of a mode.
 struct ModeRow {
   int Mode;
   PathCaptions Keys;

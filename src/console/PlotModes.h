@@ -1,4 +1,4 @@
-// The graphics state of the main screen and its modes: which keys stand there, what the text lines
+// The graphics state of the main screen and its modes: which keys are shown, what the text lines
 // say, and where each key and each click leads.
 //
 //   from            event                                  to

@@ -148,7 +148,7 @@ void ProgramForm::SearchPressed() {
 
 void ProgramForm::ListsPressed() { Screens().Open(core::ScreenNames::ProgListForm); }
 
-/// Only a slot with all its files can be restarted, whatever stands in the boxes.
+/// Only a slot with all its files can be restarted, whatever is in the boxes.
 bool ProgramForm::RestartReady() {
   if (restart::RestartFilesExist(Services().Files, System())) return true;
   Screens().Desk().Beep();

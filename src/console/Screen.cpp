@@ -133,7 +133,7 @@ void Screen::HandOver() {
   auto& current = screens_.System().Console.CurrentForm;
   if (traits_.Current && current == traits_.Name) current.clear();
   if (traits_.Parent.empty() || !screens_.Visible(traits_.Parent)) return;
-  // The parent comes to the front by itself, whatever stands between it and this screen; only then
+  // The parent comes to the front by itself, whatever lies between it and this screen; only then
   // is its focus moved, or its own activation would move it again.
   toolkit::Form& parent = screens_.Find(traits_.Parent)->Window();
   current = traits_.Parent;

@@ -36,7 +36,7 @@ struct ConsoleServices;
 
 /// A screen makes its controls in its constructor with the functions below, lays them out by
 /// SetGrid, and does in Loaded, Activated and Unloaded what is its own. A press on a control made
-/// here runs its handler and then puts the focus back on the fixed control; the letter behind the
+/// here runs its handler and then puts the focus back on the fixed control; the letter after the
 /// ampersand of its caption does the same. A handler may wait; the screen is destroyed some time
 /// after it was unloaded, never while one of its handlers runs.
 class Screen {

@@ -126,7 +126,7 @@ toolkit::EntryBox& Screen::AddNumberBox(QWidget& parent, const std::string& name
   auto& box = AddBox(parent, name, [] {});
   box.OnClick(Guard([this, &box, mode, places, entered = std::move(entered)] {
     const double value = EnterNumber(box, mode, places);
-    if (!Visible()) return;  // it went while the pad stood
+    if (!Visible()) return;  // it went while the pad was open
     entered(value);
     FocusHome();
   }));

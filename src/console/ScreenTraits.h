@@ -20,7 +20,7 @@ struct ScreenTraits {
   std::string Parent = {};         ///< taken up again at unload, if it shows
   bool Current = true;             ///< false for modal screens, which leave CurrentForm alone
   bool Backdrop = false;           ///< the main screen, under all others
-  bool Centred = false;            ///< a dialog, in the middle whatever stands below it
+  bool Centred = false;            ///< a dialog, in the middle whatever lies below it
   bool Accelerators = true;        ///< false where the letters of captions are other keys
   bool LocksOthers = false;        ///< the others are locked from its load to its unload
   bool LiveWhileLocked = false;    ///< stays live while others are locked

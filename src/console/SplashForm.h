@@ -1,4 +1,4 @@
-// What stands on the screen while the program starts.
+// What is shown on the screen while the program starts.
 #pragma once
 
 #include "console/Screen.h"

@@ -13,7 +13,7 @@ using toolkit::MarkKind;
 namespace {
 
 /// Lines that the box always has room for: with the line feeds of its callers a message of one or
-/// two lines then stands in the middle.
+/// two lines then is in the middle.
 constexpr int LeastLines = 5;
 
 /// Longest line, in characters, that the large type has room for.

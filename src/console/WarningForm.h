@@ -19,7 +19,7 @@ class WarningForm final : public Screen {
   void Activated() override;
   void Unloaded() override;
   bool OtherKey(const toolkit::KeyStroke& stroke) override;
-  /// For the text that stands: as high as its lines need.
+  /// For the text shown: as high as its lines need.
   void Arrange();
 
   supervision::WarningBox& box_;

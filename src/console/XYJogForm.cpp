@@ -122,7 +122,7 @@ void XYJogForm::Activated() {
 }
 
 /// What the controller holds, and back to it as the options that show it. An option that the
-/// operator has pressed meanwhile stands, and so does whatever a later reading brings.
+/// operator has pressed meanwhile holds, and so does whatever a later reading brings.
 void XYJogForm::TakeSettings() {
   distanceChosen_ = speedChosen_ = false;
   const int reading = ++readings_;

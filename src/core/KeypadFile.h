@@ -25,7 +25,7 @@ struct KeypadEntry {
   std::int16_t LastValue = 0;  ///< last read or sent
 };
 
-/// Key n stands at n - 1.
+/// Key n is at n - 1.
 using KeypadTable = std::array<KeypadEntry, KeypadKeys>;
 
 /// Resets the table and takes the entries up to the field "******" or the end; an entry that is cut

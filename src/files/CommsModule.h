@@ -32,7 +32,7 @@ class CommsModule {
   [[nodiscard]] bool PortUsed() const;
 
   // The sending screen
-  /// At its load: nothing is received while it stands; a program that is half there is dropped.
+  /// At its load: nothing is received while it is open; a program that is half there is dropped.
   void BeginSending();
   /// Sends the programs one after another; waits. An abort ends one program only. Nothing while
   /// another call is under way.
@@ -59,7 +59,7 @@ class CommsModule {
   platform::SerialPort& port_;
   Receiver receiver_;
   ProgramSender sender_;
-  bool screenUp_ = false;  ///< the sending screen stands, so nothing is received
+  bool screenUp_ = false;  ///< the sending screen is open, so nothing is received
   bool sending_ = false;   ///< SendPrograms is under way
   bool closed_ = false;
 };

@@ -73,7 +73,7 @@ Ending DirectoryActions::Delete(const std::string& name) {
       !Ask(parts_, supervision::TwoLineWarning("Directory \"" + name + "\" Is Not Empty !",
                                                "Delete it Anyway ?")))
     return Ending::Closes;
-  // While the questions stood a program may have been selected from here.
+  // While the questions were open a program may have been selected from here.
   if (RefuseProtected(name, "Delete")) return Ending::StaysOpen;
   const link::BusyCursor busy(parts_.Dialogs);
   for (const std::string& file : listed())

@@ -34,12 +34,12 @@ inline constexpr std::array<DirectoryActionRow, 3> DirectoryActionRows = {{
 
 /// The directories of both program slots are protected. Creating and renaming tell a fault of the
 /// disk; a deletion that fails, as of a directory with a subdirectory, ends the program with a
-/// RuntimeFault while the machine stands idle and is a warning while it is in a cycle.
+/// RuntimeFault while the machine is idle and is a warning while it is in a cycle.
 class DirectoryActions {
  public:
   explicit DirectoryActions(const FileParts& parts) : parts_(parts) {}
 
-  /// `selected` is the line of the directory list, if any; `name` stands in the box.
+  /// `selected` is the line of the directory list, if any; `name` is in the box.
   [[nodiscard]] Ending CarryOut(DirectoryAction action, const std::optional<std::string>& selected,
                                 const std::string& name);
 

@@ -10,7 +10,7 @@ void NoteFault(platform::FileSystem& files, const core::DirectorySet& directorie
   try {
     files.AppendFile(directories.ServiceDirectory + "Errors.txt", link::ErrorLogRecord("", text));
   } catch (const platform::RuntimeFault&) {
-    // The operator has been told already, and the disk that failed may be this one.
+    // The operator has been warned already, and the disk that failed may be this one.
   }
 }
 

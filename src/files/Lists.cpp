@@ -46,7 +46,7 @@ std::string DriveEntry(const FileParts& parts, std::string_view drive) {
 /// A directory list in the making.
 struct Filling {
   ListContent Content;
-  int Named = -1;  ///< where the current directory stands
+  int Named = -1;  ///< line of the current directory
 
   void Take(std::string entry, bool current, bool withCurrent) {
     if (current && !withCurrent) return;

@@ -1,4 +1,4 @@
-// What stands in the lists of programs and directories, and which line is selected.
+// What the lists show of programs and directories, and which line is selected.
 #pragma once
 
 #include <string>
@@ -40,14 +40,14 @@ struct ProgramList : ListContent {
 [[nodiscard]] ListContent FillDirectoryList(const FileParts& parts, std::string_view currentName,
                                             bool withDrives, bool withCurrent, SelectMode mode);
 
-/// True when anything of that name stands below the programs root, a file too.
+/// True when anything of that name exists below the programs root, a file too.
 [[nodiscard]] bool DirectoryExists(const FileParts& parts, std::string_view name);
 
 /// True when the drive of the path answers; its files do not matter.
 [[nodiscard]] bool DiscReady(const FileParts& parts, std::string_view path);
 
 /// The directory that a list shows after `entry` was chosen in it: the entry, or, for a drive that
-/// does not answer at once nor after the operator was told, the current program directory.
+/// does not answer at once nor after the operator was warned, the current program directory.
 [[nodiscard]] std::string DirectoryToShow(const FileParts& parts, const std::string& entry);
 
 /// The line of a directory list that holds a name, -1 for none. Names that no list holds (the

@@ -50,7 +50,7 @@ struct ProgramActionRequest {
 };
 
 /// Carries an action out, with all its refusals, questions and its report. A fault of the disk ends
-/// the program with a RuntimeFault while the machine stands idle, as any fault of a required file
+/// the program with a RuntimeFault while the machine is idle, as any fault of a required file
 /// does; while it is in a cycle it is a warning.
 class ProgramActions {
  public:

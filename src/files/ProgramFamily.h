@@ -47,7 +47,7 @@ enum class CopyEnd {
 CopyEnd CopyProgram(platform::FileSystem& files, const core::DirectorySet& directories,
                     const ProgramPlace& from, const ProgramPlace& to);
 
-/// Gives the program `newName`, which differs in case at most. Source and ".stg" stand in the root
+/// Gives the program `newName`, which differs in case at most. Source and ".stg" are in the root
 /// as Temp.prg and Temp.stg while the names change; every other file of the stem goes. The program
 /// is never missing from its directory, and no Temp file stays, not even after a fault.
 void ChangeNameCase(platform::FileSystem& files, const core::DirectorySet& directories,

@@ -16,7 +16,7 @@ struct EditTask {
   std::string EditPath;
 };
 
-/// Lines of a file as they stand, noted as the last file touched. Nothing for a missing one.
+/// Lines of a file as they are, noted as the last file touched. Nothing for a missing one.
 [[nodiscard]] std::optional<std::vector<std::string>> ReadTextLines(const FileParts& parts,
                                                                     const std::string& path);
 
@@ -24,7 +24,7 @@ struct EditTask {
 /// file that is there and cannot be read.
 void LoadDocument(const FileParts& parts, const std::string& path, EditDocument& document);
 
-/// Replaces the file whole. False after a fault, which the operator has been told: the file is as
+/// Replaces the file whole. False after a fault, which the operator has been shown: the file is as
 /// it was, and the document keeps what was typed.
 [[nodiscard]] bool SaveDocument(const FileParts& parts, const std::string& path,
                                 EditDocument& document);

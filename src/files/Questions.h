@@ -26,10 +26,10 @@ enum class FaultRule {
   IsAWarning
 };
 
-/// True while the machine runs, stands in a cycle or is held.
+/// True while the machine runs, is in a cycle or is held.
 [[nodiscard]] bool InCycle(const core::MachineState& state);
 
-/// Runs `action`. A fault that does not end the program is noted in Errors.txt and told to the
+/// Runs `action`. A fault that does not end the program is noted in Errors.txt and shown to the
 /// operator, and the screen closes, so that no list shows what is not there any more.
 [[nodiscard]] Ending CarryOut(const FileParts& parts, FaultRule rule,
                               const std::function<Ending()>& action);

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t LongestName = 32;
 constexpr char Delete = 127;
 
-/// The name behind the mark, if it may be used. False, with nothing changed, without the mark.
+/// The name after the mark, if it may be used. False, with nothing changed, without the mark.
 bool ReadMarkedLine(std::string_view& rest, char mark, std::string& name) {
   std::string_view line;
   if (!core::TakeLine(rest, line)) return false;

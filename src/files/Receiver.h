@@ -27,7 +27,7 @@ class Receiver {
   Receiver(core::System& system, platform::FileSystem& files);
 
   /// At start-up, after Control.cms: nothing is under way, and notes that the operator has not
-  /// cleared make their message stand again.
+  /// cleared raise their message again.
   void SetUp();
 
   /// Everything that has come. Never throws: what cannot be stored is noted in Errors.txt and kept

@@ -18,7 +18,7 @@ class SendScreen {
   virtual void ShowSending(int maximum) = 0;
   virtual void ShowProgress(int value) = 0;
   /// How much has gone, 0 to 100 percent, and the seconds that the rest will take; below 0 while
-  /// that cannot be told.
+  /// that cannot be known.
   virtual void ShowRemaining(int percent, int seconds) = 0;
   virtual void HideProgress() = 0;
   /// A program that cannot be read is not sent.

@@ -18,7 +18,7 @@ constexpr std::string_view LineEnd = "\r\n";
 constexpr WordSet Foreign{Word::G00, Word::G01, Word::G04, Word::G92,
                           Word::G56, Word::G53, Word::M50};
 
-/// Where the last character of the first `word` from `from` on stands, blanks between its
+/// Where the last character of the first `word` from `from` on is, blanks between its
 /// characters not counted: a reader of the block takes "M 01" for the word too. npos without it.
 std::size_t EndOfWord(std::string_view text, std::string_view word, std::size_t from = 0) {
   for (auto at = text.find(word.front(), from); at != std::string_view::npos;

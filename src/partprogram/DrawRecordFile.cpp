@@ -37,7 +37,7 @@ using BeamLayout = Layout<Field<&BeamState::On, 0>,              //
                           Field<&BeamState::Placement, 41>,      //
                           Field<&BeamState::Number, 49>>;
 
-/// Members that are told by name, to take some of a layout's fields.
+/// Members that are named, to take some of a layout's fields.
 template <auto Pointer>
 struct Named {};
 template <auto... Pointers>
@@ -125,7 +125,7 @@ struct Disk<std::array<Value, Count>> {
 template <typename F, typename Record>
 using TypeOf = std::remove_cvref_t<decltype(std::declval<Record>().*F::Member)>;
 
-/// A record of fields that stand one behind the other without a gap.
+/// A record of fields that follow one another without a gap.
 template <typename Record, typename List>
 struct DiskRecord;
 

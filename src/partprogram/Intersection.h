@@ -74,7 +74,7 @@ struct ChordArc {
 
 /// Each of these gives what the walk over all chords gives, to the last bit: the first chord (pair
 /// of chords) in walking order that ends it, or else the point of the last one that is not
-/// parallel. A line with an arc behind it walks the arc from its end, one with the arc before it
+/// parallel. A line with an arc after it walks the arc from its end, one with the arc before it
 /// from its start; of two arcs the first is walked from its start and, for each of its chords, the
 /// second from its end. A line that holds what is no finite number meets nothing.
 [[nodiscard]] Intersection IntersectLineArc(const Segment& line, const ChordArc& arc);

@@ -12,7 +12,7 @@ namespace {
 constexpr double Epsilon = std::numeric_limits<double>::epsilon();
 constexpr double TruePi = std::numbers::pi;
 
-/// The system's pi is 3.6e-9 short: over a whole turn points stand this far, in radians, from where
+/// The system's pi is 3.6e-9 short: over a whole turn points lie this far, in radians, from where
 /// their angle says, and a chord over the seam at 0 degrees is as much longer.
 constexpr double SeamAngle = 2e-8;
 
@@ -30,7 +30,7 @@ double StepAngle(const ChordArc& arc) {
   return std::fabs(arc.Sweep) / static_cast<double>(arc.Chords) * (TruePi / 180) + SeamAngle;
 }
 
-/// How far a computed point of the chain can stand from its true place: the rounding of its angle,
+/// How far a computed point of the chain can lie from its true place: the rounding of its angle,
 /// of cosine and sine, and of the sum with the centre, with room to spare.
 double PointError(const ChordArc& arc) {
   const double turns = 1 + (std::fabs(arc.Start) + std::fabs(arc.Sweep)) / 720;
@@ -106,7 +106,7 @@ void ChordWindows::Settle() {
 // |s1| <= |s1 - s2|. On the circle s = R (cos p - q), p counted from the normal of the line, with
 // roots p0 and -p0. With A and B half the angles from s1's point to the roots, D the chord's angle,
 //   |s1| / R = 2 sin A sin B      and      |s1 - s2| / R <= D (sin A + sin B + D / 2),
-// so a chord whose first point stands 3 D or more from both roots misses the limit by at least
+// so a chord whose first point lies 3 D or more from both roots misses the limit by at least
 // 0.1 of the square of that distance: that is what the lost digits must stay below. A line that
 // misses the circle has q beyond 1; |s1| is then greater than for q = 1, which stands for it.
 ChordWindows ChordsNearLine(const ChordArc& arc, const Segment& line) {

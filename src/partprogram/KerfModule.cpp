@@ -50,7 +50,7 @@ class KerfPass {
   KerfResult Run() {
     std::vector<DrawRecord>& kerf = result_.Records;
     if (draw_.empty()) return std::move(result_);
-    // Room for a corner arc behind every element: the records never move.
+    // Room for a corner arc after every element: the records never move.
     kerf.reserve(std::min(2 * draw_.size(), MostRecords + 2));
     platform::PreferLargePages(kerf.data(), kerf.capacity() * sizeof(DrawRecord));
     kerf.push_back(draw_.front());
@@ -102,7 +102,7 @@ class KerfPass {
     const Intersection meeting = FindIntersection(previous, current, machine_.ArcChordsPerDegree);
     if (meeting.Kind == Meeting::None ||
         (meeting.Kind == Meeting::Extension && IsTooFar(meeting.Point, programmed.StartPoint))) {
-      // Behind whatever stands between, a dwell for one, and in front of the current element.
+      // After whatever lies between, a dwell for one, and in front of the current element.
       kerf.insert(kerf.end() - 1, MakeCornerArc(previous, current, programmed.StartPoint,
                                                 kerfWidth_, machine_.CornerFeedPercent));
       return;

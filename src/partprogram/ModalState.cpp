@@ -131,7 +131,7 @@ void SetWorkOffset(const Block& block, WordReader& reader, ModalState& state) {
 
 namespace {
 
-/// A "P" with "=" at the second or third place behind it.
+/// A "P" with "=" at the second or third place after it.
 bool StartsAssignment(std::string_view text, std::size_t at) {
   if (text[at] != 'P') return false;
   return (at + 2 < text.size() && text[at + 2] == '=') ||

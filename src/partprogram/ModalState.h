@@ -58,7 +58,7 @@ class WordReader {
  public:
   explicit WordReader(const Parameters& parameters) : parameters_(&parameters) {}
 
-  /// The value behind a letter, or any other key. Beyond LargestWord it is a fault and not found.
+  /// The value after a letter, or any other key. Beyond LargestWord it is a fault and not found.
   [[nodiscard]] core::WordValue Value(const Block& block, char letter);
   [[nodiscard]] core::WordValue Value(std::string_view text, std::string_view key);
   [[nodiscard]] core::WordValue ValueAt(std::string_view text, std::size_t from);
@@ -86,7 +86,7 @@ inline constexpr WordSet NoPositionWords{Word::G56, Word::G92, Word::G04};
 void ReadPositionWords(const Block& block, WordReader& reader, ModalState& state);
 
 /// Previous becomes current; the words move current under units, offsets, mirroring and, in a
-/// subroutine (`inSubroutine`), the origin and turn of its call. False where no word stood.
+/// subroutine (`inSubroutine`), the origin and turn of its call. False where there was no word.
 [[nodiscard]] bool UpdatePosition(const Block& block, WordReader& reader, bool inSubroutine,
                                   SubLevel& level, ModalState& state);
 

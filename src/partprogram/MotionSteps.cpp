@@ -22,7 +22,7 @@ void KeepUnrounded(float current, float& unrounded) {
   if (current != Rounded(unrounded)) unrounded = current;
 }
 
-/// One axis is where it was, told once more or left alone since a line rounded it.
+/// One axis is where it was, programmed once more or left alone since a line rounded it.
 bool Stays(float previous, float current, float unrounded) {
   return current == previous || (current == unrounded && previous == Rounded(unrounded));
 }

@@ -32,8 +32,8 @@ class LineRounding {
   /// Rounds the previous and the current X and Y.
   void Round(ModalState& state);
 
-  /// After a line the start is rounded and the end is not. A circle that is told to end where the
-  /// line did, in inches or in a turned subroutine, is a whole one all the same.
+  /// After a line the start is rounded and the end is not. A circle that is programmed to end where
+  /// the line did, in inches or in a turned subroutine, is a whole one all the same.
   [[nodiscard]] bool EndsWhereItBegins(const ModalState& state) const;
 
  private:

@@ -24,7 +24,7 @@ struct Pipeline {
   PassResult& Result;
 };
 
-/// A problem that shows only behind the walk: the slot stays empty because of it.
+/// A problem that shows only after the walk: the slot stays empty because of it.
 PassOutcome Refuse(Pipeline& pipeline, std::string_view message, std::int16_t mainLine) {
   ConversionResult& conversion = pipeline.Result.Conversion;
   ProgramError error{true, std::string(message), "", mainLine};

@@ -27,12 +27,12 @@ struct PassInput {
   core::Slot Slot;
   const core::MachineData* Machine = nullptr;
   const core::Station* ActiveStation = nullptr;
-  platform::LocalTime Time;  ///< stands in the report
+  platform::LocalTime Time;  ///< printed in the report
 };
 
 enum class PassOutcome {
   Good,
-  ErrorsInCode,  ///< one or more critical errors; they stand in the report
+  ErrorsInCode,  ///< one or more critical errors; they are in the report
   IllegalKerf,   ///< the kerf width leaves an arc without radius
 };
 

@@ -14,7 +14,7 @@ constexpr std::int16_t True = -1;
 /// Longest backoff and return of a reposition that raise no warning, mm.
 constexpr double LargestBackoff = 5.0;
 
-/// Where the value of each numbered setting begins: behind the first "k=" for k from 1 to 24, at
+/// Where the value of each numbered setting begins: after the first "k=" for k from 1 to 24, at
 /// index k - 1; npos where there is none. "1=" stands in "11=" too.
 std::array<std::size_t, 24> FindSettings(std::string_view text) {
   std::array<std::size_t, 24> places{};

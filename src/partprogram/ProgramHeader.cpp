@@ -8,7 +8,7 @@
 namespace torvane::partprogram {
 namespace {
 
-/// No sheet is wider and no clamp stands farther out, mm or inches.
+/// No sheet is wider and no clamp lies farther out, mm or inches.
 constexpr double LargestNumber = 1e9;
 
 struct SheetForm {
@@ -16,7 +16,7 @@ struct SheetForm {
   std::string_view Y;
 };
 
-/// The third reads the number that stands between the colon and the "X".
+/// The third reads the number between the colon and the "X".
 constexpr std::array<SheetForm, 3> SheetForms = {{{"X", "Y"}, {"X=", "Y="}, {":", "X"}}};
 
 struct ClampForm {
@@ -46,7 +46,7 @@ double NumberBehind(std::string_view text, std::string_view key) {
   return std::abs(value) <= LargestNumber ? value : 0;
 }
 
-/// From the colon to the right of `keyword` on; empty where the statement does not stand.
+/// From the colon to the right of `keyword` on; empty without the statement.
 std::string_view Statement(std::string_view text, std::string_view keyword) {
   const auto at = text.find(keyword);
   if (at == std::string_view::npos) return {};

@@ -9,7 +9,7 @@
 
 namespace torvane::partprogram {
 
-/// As written, in the program's own units. A side or clamp that was not told is 0.
+/// As written, in the program's own units. A side or clamp that was not given is 0.
 struct ProgramHeader {
   std::string Material;
   double SheetX = 0;

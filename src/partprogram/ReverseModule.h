@@ -22,13 +22,13 @@ struct ConversionInput {
   std::string_view DirectoryName;
   const core::MachineData* Machine = nullptr;
   const core::Station* ActiveStation = nullptr;
-  platform::LocalTime Time;  ///< stands in the report
+  platform::LocalTime Time;  ///< printed in the report
 };
 
 /// One problem of a program.
 struct ProgramError {
   bool Critical = false;
-  std::string Message;           ///< as told, blanks included
+  std::string Message;           ///< to the letter, blanks included
   std::string Block;             ///< the line of the ".cnv", left of the comment, trimmed
   std::int16_t BlockNumber = 0;  ///< line of the main file, from 1; 0 outside any
 };

@@ -1,5 +1,5 @@
 // One walk of the conversion pass: its state and the handlers of its words. Used by ReverseModule
-// alone; the handlers stand in ReverseModule, Motion and PointRecords.
+// alone; the handlers are in ReverseModule, Motion and PointRecords.
 #pragma once
 
 #include <cstdint>

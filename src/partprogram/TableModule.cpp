@@ -41,8 +41,8 @@ float Rounded(double value, int places) {
   return static_cast<float>(core::RoundPlaces(value, places));
 }
 
-/// The numbers of one row, written behind each other. The indices of a slot's rows go round a ring;
-/// only the start of a line is held to it, so that a row may run past the last index.
+/// The numbers of one row, written one after the other. The indices of a slot's rows go round a
+/// ring; only the start of a line is held to it, so that a row may run past the last index.
 class TableLines {
  public:
   TableLines(core::Slot slot, std::size_t records)
@@ -153,7 +153,7 @@ class TablePass {
   }
 
   /// All relative to the start. The last position becomes the increment, and a row that holds a
-  /// position behind an arc carries it.
+  /// position after an arc carries it.
   void WriteArc(const DrawRecord& record) {
     const bool negative = core::RoundPlaces(record[Figure::Sweep], 3) < 0;
     const double startX = core::RoundPlaces(record.StartPoint.X, 4);
@@ -173,7 +173,7 @@ class TablePass {
     y_ = record.CentrePoint.Y;
   }
 
-  /// Settings count from 1. The seventh and those behind the sixteenth never go out.
+  /// Settings count from 1. The seventh and those after the sixteenth never go out.
   void WriteSettings(const DrawRecord& record) {
     if (record[Mark::SettingsMode] == 0) return lines_.Put(RowType::SettingsOff, skip_);
     const auto setting = [&](std::size_t number) {

@@ -27,7 +27,7 @@ inline constexpr std::size_t MaxBlockLength = 1000;
 /// do not hold is given as it is, up to 2^31 - 1: no jump can name it.
 [[nodiscard]] std::int32_t ScanBlockNumber(std::string_view block);
 
-/// The lines of one file, and where its block numbers stand. The text must outlive it.
+/// The lines of one file, and where its block numbers are. The text must outlive it.
 class ProgramLines {
  public:
   ProgramLines() = default;
@@ -79,7 +79,7 @@ class Walker {
   [[nodiscard]] WalkStep Next();
 
   [[nodiscard]] const Block& CurrentBlock() const { return block_; }
-  /// The line as it stands in the file, comment included.
+  /// The line as it is in the file, comment included.
   [[nodiscard]] std::string_view CurrentLine() const { return line_; }
 
   /// Goes on at the first line of the running file that has the block number. Without one the

@@ -27,7 +27,7 @@ WordValue Reading(double value) {
   return {value + 0.0, true};  // a zero has no sign
 }
 
-/// Where the text behind the key begins; npos without the key.
+/// Where the text after the key begins; npos without the key.
 std::size_t BehindKey(std::string_view block, std::string_view key) {
   std::size_t at = block.find(key);
   if (key == "R") {
@@ -82,7 +82,7 @@ bool SetsRestartParameter(std::string_view text) {
   return (text[2] == '0' && text[3] >= '1' && text[3] <= '9') || (text[2] == '1' && text[3] == '0');
 }
 
-/// Walks the text behind a key and builds the expression. `Lookup` gives the value of a parameter,
+/// Walks the text after a key and builds the expression. `Lookup` gives the value of a parameter,
 /// or nothing where the scan ends.
 template <typename Lookup>
 class Scanner {
@@ -103,7 +103,7 @@ class Scanner {
   /// Characters of an expression that need no second piece of memory.
   static constexpr std::size_t UsualLength = 48;
 
-  /// The number in the three characters from a "P" on. One or two digits behind it are all that
+  /// The number in the three characters from a "P" on. One or two digits after it are all that
   /// nearly every program writes; anything else is read the long way.
   static WordValue ParameterNumber(std::string_view text) {
     if (text.size() < 2 || !IsDigit(text[1])) return GetWordInteger(text, "P");
@@ -187,7 +187,7 @@ class Scanner {
   std::string expression_;
 };
 
-/// Three digits behind a "P" that name no parameter.
+/// Three digits after a "P" that name no parameter.
 bool NamesMoreThanHundred(std::string_view text) {
   if (text.size() < 4 || !IsDigit(text[1]) || !IsDigit(text[2]) || !IsDigit(text[3])) return false;
   return (text[1] - '0') * 100 + (text[2] - '0') * 10 + (text[3] - '0') > 100;

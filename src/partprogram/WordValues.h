@@ -1,4 +1,4 @@
-// The readers of word values: what stands behind a letter of a block, parameters and functions
+// The readers of word values: what comes after a letter of a block, parameters and functions
 // included.
 #pragma once
 
@@ -13,7 +13,7 @@ namespace torvane::partprogram {
 /// P0 to P100. All start at 0 on every pass.
 struct Parameters {
   std::array<double, 101> Values{};
-  /// A third digit is a digit behind the value, so that P101 reads P10 and a 1; without this it is
+  /// A third digit is a digit after the value, so that P101 reads P10 and a 1; without this it is
   /// a fault.
   bool TwoDigitNumbers = false;
 };
@@ -30,7 +30,7 @@ enum class ReadFault : std::uint8_t {
 /// there.
 inline constexpr int MaxFunctionDepth = 32;
 
-/// The value behind the first `key` of `block`: digits, points, operators, brackets, parameters and
+/// The value after the first `key` of `block`: digits, points, operators, brackets, parameters and
 /// functions, worked out by Calculate. The key "R" passes over each "R" that begins "ROUND".
 /// A fault goes to `fault`, which is left alone where there is none.
 [[nodiscard]] core::WordValue GetWordValue(std::string_view block, std::string_view key,
@@ -41,7 +41,7 @@ inline constexpr int MaxFunctionDepth = 32;
 [[nodiscard]] core::WordValue ReadExpression(std::string_view block, std::size_t from,
                                              const Parameters& parameters, ReadFault* fault);
 
-/// The whole number behind the first `key`, -32768 to 32767: digits only, plus signs and blanks in
+/// The whole number after the first `key`, -32768 to 32767: digits only, plus signs and blanks in
 /// front skipped, the first minus sign kept wherever it stands.
 [[nodiscard]] core::WordValue GetWordInteger(std::string_view block, std::string_view key,
                                              ReadFault* fault = nullptr);

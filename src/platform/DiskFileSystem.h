@@ -14,7 +14,7 @@
 
 namespace torvane::platform {
 
-/// Path forms: "C:\ROOT\X" on a drive of the table ("C" leads to the native root unless told
+/// Path forms: "C:\ROOT\X" on a drive of the table ("C" leads to the native root unless mapped
 /// otherwise), "\home\x" from the native root, anything else under the working directory. Names
 /// are Latin-1 in the system and UTF-8 on the disk.
 class DiskFileSystem final : public FileSystem {

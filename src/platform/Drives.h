@@ -11,7 +11,7 @@ class Drives {
  public:
   virtual ~Drives() = default;
 
-  /// Names such as "A:" of the drives that stand in the machine now.
+  /// Names such as "A:" of the drives that are in the machine now.
   [[nodiscard]] virtual std::vector<std::string> List() const = 0;
 
   /// True when the drive answers, with a medium in it.

@@ -40,7 +40,7 @@ class EventLoop {
 
   [[nodiscard]] virtual std::unique_ptr<Timer> MakeTimer(std::function<void()> fired) = 0;
 
-  /// Runs `job` from the loop, soon, after what already stands in it.
+  /// Runs `job` from the loop, soon, after what is already queued.
   virtual void Post(std::function<void()> job) = 0;
 
   /// Runs `handler` as an activity, now, until it ends or first waits. Whoever receives an event

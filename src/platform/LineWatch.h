@@ -32,11 +32,11 @@ class HeldWatch {
 
 class LineWatch {
  public:
-  /// What stands now is no event.
+  /// What is set now is no event.
   void Begin(const LineLook& look);
 
-  /// The events since the look before. A wait for a line is told once; it begins anew when the line
-  /// comes or the bytes have gone.
+  /// The events since the look before. A wait for a line is reported once; it begins anew when the
+  /// line comes or the bytes have gone.
   [[nodiscard]] std::vector<LineEvent> Look(const LineLook& look);
 
  private:

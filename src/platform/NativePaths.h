@@ -30,7 +30,7 @@ namespace torvane::platform {
 /// Where paths begin on this machine.
 class NativePaths {
  public:
-  /// `workingDirectory` (native) is where a path without a root stands. Drive letters lead to
+  /// `workingDirectory` (native) is where a path without a root begins. Drive letters lead to
   /// native directories; "C" leads to "/" unless the table says otherwise.
   NativePaths(std::string workingDirectory, const std::map<char, std::string>& drives);
 

@@ -32,7 +32,7 @@ class RecordingCanvas final : public Canvas {
   /// The size in pixels, which is also the scale until the first Scale.
   RecordingCanvas(int pixelWidth, int pixelHeight);
 
-  /// All calls so far, in order. DrawStyle and DrawWidth show in the calls behind them.
+  /// All calls so far, in order. DrawStyle and DrawWidth show in the calls after them.
   [[nodiscard]] const std::vector<CanvasCall>& Calls() const { return calls_; }
   /// The calls of one kind, in order.
   [[nodiscard]] std::vector<CanvasCall> CallsOf(CanvasCallKind kind) const;

@@ -48,7 +48,7 @@ struct VirtualLoop::State {
   }
 };
 
-/// The next tick stands among the events only while the activity of the last one is over; then the
+/// The next tick is among the events only while the activity of the last one is over; then the
 /// timer goes on in step with its period.
 class VirtualLoop::VirtualTimer final : public Timer {
  public:

@@ -129,7 +129,7 @@ GatherWalk::Flow GatherWalk::CallRepeated() {
 
 GatherWalk::Flow GatherWalk::CallOnce() { return Call(1); }
 
-/// The motion of the call stands in the caller's frame, and the caller's block ends with it.
+/// The motion of the call is in the caller's frame, and the caller's block ends with it.
 GatherWalk::Flow GatherWalk::Call(std::int16_t repeats) {
   TakePosition();
   const auto number = static_cast<std::int16_t>(reader_.Integer(Words().Text(), "S").Value);

@@ -55,7 +55,7 @@ class GatherWalk {
   [[nodiscard]] std::int16_t SubLine() const;
 
   /// True at the main file's line `targetBlock` with a `targetSubBlock` of 0, or in a subroutine at
-  /// its line `targetSubBlock` while the main file stands at `targetBlock`.
+  /// its line `targetSubBlock` while the main file is at `targetBlock`.
   [[nodiscard]] bool AtTargetBlock(std::int16_t targetBlock, std::int16_t targetSubBlock) const;
 
   /// The state in front of the block read last; `Gathered` and `BlockNo` are left at 0.

@@ -18,7 +18,7 @@ Vector2 Plane(const partprogram::Point3& point) { return {point.X, point.Y}; }
 
 double Distance(Vector2 a, Vector2 b) { return std::hypot(a.X - b.X, a.Y - b.Y); }
 
-/// Settings, clamps and load positions have no start: theirs is the position they stand at.
+/// Settings, clamps and load positions have no start: theirs is the position they are reached at.
 Vector2 StartOf(const DrawRecord& record) {
   switch (record.Code) {
     case RecordCode::Settings:

@@ -1,4 +1,4 @@
-// Every text of a restart: the file that is left behind, the lines for the controller, the labels
+// Every text of a restart: the file that is left, the lines for the controller, the labels
 // for the operator.
 #pragma once
 

@@ -25,7 +25,7 @@ constexpr EventRow EventRows[] = {
     {EventKind::StopPointMissed, "stop point not met before the end", "record"},
     {EventKind::PowerCycled, "switched off and on again", ""},
     {EventKind::ProgramStop, "program stop, waiting for cycle start", "line"},
-    {EventKind::WaitingForTable, "waiting for table lines", "behind line"},
+    {EventKind::WaitingForTable, "waiting for table lines", "after line"},
     {EventKind::TableArrived, "table lines arrived", "going on with line"},
     {EventKind::TableIncomplete, "table is incomplete", "missing line"},
     {EventKind::PathRefused, "record does not belong to the row, moving by the rows", "line"},

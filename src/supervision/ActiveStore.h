@@ -1,4 +1,4 @@
-// The two slots of selected programs, and what the controller is told of the one in force.
+// The two slots of selected programs, and what goes to the controller for the one in force.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What may not be done while a cycle stands. The rules test the bits of the last poll: they are a
+// What may not be done during a cycle. The rules test the bits of the last poll: they are a
 // courtesy to the operator, not the machine's safety.
 #pragma once
 
@@ -20,7 +20,7 @@ enum class CycleAction {
   Restart
 };
 
-/// The states that forbid an action, and what the operator is told then.
+/// The states that forbid an action, and the message that the operator then gets.
 struct CycleRule {
   CycleAction Action;
   bool Running;   ///< refused while MachineRunning

@@ -11,7 +11,7 @@
 
 namespace torvane::supervision {
 
-/// How a key stands on the screen.
+/// How a key shows on the screen.
 struct KeyLook {
   bool Active = false;    ///< otherwise hidden
   bool Latching = false;  ///< the toggle shows, not the button

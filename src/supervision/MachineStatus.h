@@ -11,7 +11,7 @@ namespace torvane::supervision {
 /// beside them. Without a variant above 0 the machine has no beam, and both flags stay false.
 void DecodeStatus(core::MachineState& state, std::int32_t word, std::int16_t machineVariant);
 
-/// True when the run that stood one tick before has just ended.
+/// True when the run of one tick before has just ended.
 [[nodiscard]] inline bool RunEnded(const core::MachineState& state) {
   return state.MachineWasRunning && !state.MachineRunning;
 }

@@ -1,5 +1,5 @@
 // The colours of the button that leads to the messages: while the list is closed they alone tell
-// the operator that something stands.
+// the operator that a message is in force.
 #pragma once
 
 #include <cstdint>
@@ -13,11 +13,11 @@ struct ButtonColours {
   core::ColourName Text;
 };
 
-/// How serious what stands is.
+/// How serious the messages in force are.
 enum class MessageState { Good, Warning, Critical };
 
 /// From the status word and from whether received programs wait. A feed hold is critical whatever
-/// stands beside it; an error and received programs are warnings.
+/// is in force beside it; an error and received programs are warnings.
 [[nodiscard]] MessageState MessageStateOf(std::int32_t statusWord, bool newProgramsReceived);
 
 [[nodiscard]] ButtonColours MessageButtonColours(MessageState state);

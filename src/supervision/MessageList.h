@@ -1,4 +1,4 @@
-// What the message screen lists: the conditions that stand now. There is no history.
+// What the message screen lists: the conditions in force now. There is no history.
 #pragma once
 
 #include <array>

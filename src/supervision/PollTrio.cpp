@@ -44,7 +44,7 @@ class Poll::Watch {
  public:
   explicit Watch(const Poll& poll) : poll_(poll), begun_(poll.changes_.Begun()) {}
 
-  /// A change of program stands or has been, or the program ends.
+  /// A change of program is under way or has been, or the program ends.
   [[nodiscard]] bool Overtaken() const {
     return poll_.changes_.Held() || poll_.changes_.Begun() != begun_ || poll_.trio_.Ending();
   }

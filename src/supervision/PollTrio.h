@@ -29,7 +29,7 @@ struct LaserFigures {
 };
 
 /// With the link off the tick still runs, and every value reads as 0. A failed query reads as 0 too
-/// and is taken for the truth: the failure dialog is the operator's warning. It stands beside the
+/// and is taken for the truth: the failure dialog is the operator's warning. It comes beside the
 /// poll, which goes on.
 ///
 /// Where a change of program begins while a tick waits for a reply, the tick ends at its next step:
@@ -86,7 +86,7 @@ class Poll {
   void ForgetShownBlock();
 
  private:
-  /// Notes where the changes of program stand before a wait, and tells what happened in it.
+  /// Notes the count of program changes before a wait, and tells what happened in it.
   class Watch;
   using Stage = void (Poll::*)();
 

@@ -1,4 +1,4 @@
-// The change between the two programs that stand ready: F10, F11 and the program buttons.
+// The change between the two programs that are ready: F10, F11 and the program buttons.
 #pragma once
 
 #include <array>

@@ -36,7 +36,7 @@ bool ProgramSelection::SelectProgram(std::string_view directoryText, std::string
     parts_.Screens.UnloadProgramForm();
     return true;
   }
-  // The poll goes on while the dialog stands: the change is over, with nothing in its slot.
+  // The poll goes on while the dialog is open: the change is over, with nothing in its slot.
   parts_.Dialogs.Warn(program, refusal);
   store_.ClearSlot(parts_.System.ActiveSlot);
   return false;

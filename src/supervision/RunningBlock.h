@@ -26,7 +26,7 @@ struct ListingWindow {
 };
 
 /// For running record `block` (0 none) and the line number that its record carries (0 unknown).
-/// Behind the second line the window follows two records behind the line number, with its second
+/// After the second line the window follows two records after the line number, with its second
 /// row highlighted.
 [[nodiscard]] ListingWindow ListingWindowOf(int block, int line);
 

@@ -36,7 +36,7 @@ struct WarningLayout {
 enum class WarningImages { Warning, Question, Information };
 [[nodiscard]] WarningImages WarningImagesOf(WarningStyle style);
 
-/// The state behind the window. One box at a time: the mark is what keeps two dialogs from meeting.
+/// The state of the window. One box at a time: the mark is what keeps two dialogs from meeting.
 class WarningBox {
  public:
   /// Marks the box as up, runs `showModal`, which returns when the window has gone, and gives the
@@ -44,7 +44,7 @@ class WarningBox {
   bool ShowWarning(std::string_view text, WarningMode mode, WarningStyle style,
                    const std::function<void()>& showModal);
 
-  /// A button was pressed; the window closes behind it. Buttons 0 to 2, any other counts as closing
+  /// A button was pressed; the window closes after it. Buttons 0 to 2, any other counts as closing
   /// in another way.
   void Press(int button);
 
@@ -63,7 +63,7 @@ class WarningBox {
   std::string text_;
   WarningMode mode_ = WarningMode::Ok;
   WarningStyle style_ = WarningStyle::Warning;
-  int* answer_ = nullptr;  ///< of the call that stands
+  int* answer_ = nullptr;  ///< of the call that waits
 };
 
 }  // namespace torvane::supervision

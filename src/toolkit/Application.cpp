@@ -16,7 +16,7 @@ constexpr std::array FontDirectories = {"/usr/share/fonts/opentype/b612",
                                         "/usr/share/fonts/truetype/b612",
                                         "/usr/local/share/fonts/b612"};
 
-/// Number of bytes, high byte first; 0 behind the end.
+/// Number of bytes, high byte first; 0 after the end.
 quint32 Number(const QByteArray& file, quint32 at, int bytes) {
   quint32 value = 0;
   for (int i = 0; i < bytes; ++i) {

@@ -19,7 +19,7 @@ struct Area {
   bool operator==(const Area&) const = default;
 };
 
-/// Cuts a strip off one side and leaves a gap behind it. A strip never is larger than the rest.
+/// Cuts a strip off one side and leaves a gap after it. A strip never is larger than the rest.
 [[nodiscard]] Area TakeTop(Area& rest, int height, int gap = 0);
 [[nodiscard]] Area TakeBottom(Area& rest, int height, int gap = 0);
 [[nodiscard]] Area TakeLeft(Area& rest, int width, int gap = 0);

@@ -15,13 +15,13 @@ struct CaptionLine {
 };
 
 /// A caption taken apart. With `NameOverKey` the last line is the name of a key ("F1" to "F12")
-/// under the name of what it does, and stands smaller.
+/// under the name of what it does, and is smaller.
 struct CaptionText {
   std::vector<CaptionLine> Lines;
   bool NameOverKey = false;
 };
 
-/// "&" marks the letter behind it, "&&" is an ampersand itself, one at the very end is dropped.
+/// "&" marks the letter after it, "&&" is an ampersand itself, one at the very end is dropped.
 /// Only the first mark counts. Blanks stay as they are.
 [[nodiscard]] CaptionLine ParseLine(std::string_view text);
 

@@ -18,13 +18,13 @@ using platform::Colour;
 class Desk;
 class Form;
 
-/// A control paints itself from its two colours. It stands in a form, a panel or a frame; whatever
+/// A control paints itself from its two colours. It lies in a form, a panel or a frame; whatever
 /// it is put into, keys and focus are the business of its form. Handlers are plain functions; a
 /// handler may wait, open a modal form or hide the control's own form: every event of the pointer
 /// is an activity of the loop.
 class Control : public QWidget {
  public:
-  /// `owner` is for controls that stand outside their form, such as an open list.
+  /// `owner` is for controls outside their form, such as an open list.
   explicit Control(QWidget* parent, Form* owner = nullptr);
   ~Control() override;
 

@@ -1,4 +1,4 @@
-// The one window of the console, on which all forms stand.
+// The one window of the console, that holds all forms.
 #pragma once
 
 #include <QPointer>
@@ -37,21 +37,21 @@ class Desk : public QWidget {
   /// For a desk that is itself a strip: the measures of the screen that it belongs to.
   void MeasureAs(std::function<Metrics()> measures);
 
-  /// Where lists that drop down may open, pixels of the desk; the whole desk unless told.
+  /// Where lists that drop down may open, pixels of the desk; the whole desk unless set.
   void SetWorkArea(std::function<Area(const Metrics&)> area) { workArea_ = std::move(area); }
   [[nodiscard]] Area WorkArea() const;
   /// Full screen, or a window of that size (tests, pictures).
   void OpenFullScreen();
   void OpenWindow(int width, int height);
 
-  /// Shows the form over all others, which take no input while it stands, and waits until it is
+  /// Shows the form over all others, which take no input while it is open, and waits until it is
   /// hidden or closed. Another may come up over it; either may go first, and its caller goes on
   /// then. When the last has gone the form below has the keys again, without being activated anew.
   void ShowModal(Form& form);
   [[nodiscard]] bool IsModal(const Form& form) const;
   /// Nothing that is held on the form in front counts any longer; before the program ends.
   void HandsOff();
-  /// The modal form on top, null if none stands.
+  /// The modal form on top, null if none is open.
   [[nodiscard]] Form* ModalForm() const;
 
   /// All forms made so far, the lowest first.

@@ -12,12 +12,12 @@ class EntryBox : public Control {
   explicit EntryBox(QWidget* parent);
   ~EntryBox() override;
 
-  /// A character of code 0 ends the text: it and what stands behind it go. The caret goes to 0 and
+  /// A character of code 0 ends the text: it and what comes after it go. The caret goes to 0 and
   /// the selection away. Tells nobody.
   void SetText(const std::string& text);
   [[nodiscard]] const std::string& Text() const { return text_; }
 
-  /// The caret, or the start of the selection. Kept as set, even behind the end of the text, where
+  /// The caret, or the start of the selection. Kept as set, even after the end of the text, where
   /// typing goes to the end. Setting it drops the selection.
   void SetCursor(int position);
   [[nodiscard]] int Cursor() const { return cursor_; }

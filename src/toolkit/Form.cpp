@@ -87,7 +87,7 @@ void Form::HandsOff() {
   if (const auto handler = handsOff_) handler();
 }
 
-/// What can wait is only what is done about it: that nothing is held any more is told at once.
+/// What can wait is only what is done about it: that nothing is held any more is reported at once.
 void Form::WhenEnabled(std::function<void()> job) {
   if (enabled_) return job();
   HandsOff();

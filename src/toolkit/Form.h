@@ -56,7 +56,7 @@ class Form : public QWidget {
   [[nodiscard]] bool Active() const;
 
   /// A disabled form takes no keys and no presses; it looks the same. A key or a button that was
-  /// held when it was disabled is told to be released once the form is enabled again. OnHandsOff
+  /// held when it was disabled is released once the form is enabled again. OnHandsOff
   /// runs at once, or with Holds::Keep as soon as something is let go of meanwhile.
   void SetEnabled(bool enabled, Holds holds = Holds::End);
   [[nodiscard]] bool Enabled() const { return enabled_; }
@@ -93,7 +93,7 @@ class Form : public QWidget {
   /// Pressed by Enter when the focused control has no use for it; may be null.
   void SetDefaultButton(Control* button) { defaultButton_ = button; }
 
-  /// Place on the desk, pixels. A form that was never moved stands in the middle.
+  /// Place on the desk, pixels. A form that was never moved is in the middle.
   [[nodiscard]] int Left() const { return x(); }
   [[nodiscard]] int Top() const { return y(); }
   void MoveTo(int left, int top);

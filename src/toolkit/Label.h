@@ -9,7 +9,7 @@ enum class Alignment { Left, Centre, Right };
 
 /// A text of one or more lines (line feeds divide), centred in height. An ampersand marks an
 /// accelerator unless SetPlainText says otherwise. Readout and Figure set their figures in cells of
-/// one width. It takes the focus only when told to (SetFocusable).
+/// one width. It takes the focus only when set to (SetFocusable).
 class Label : public Control {
  public:
   Label(QWidget* parent, std::string text = {}, TypeStyle style = TypeStyle::Body,

@@ -26,8 +26,8 @@ class ListBox : public Control {
   void SetItems(std::vector<std::string> items);
   void SetText(int index, std::string text);
   [[nodiscard]] int Count() const { return static_cast<int>(items_.size()); }
-  /// What stands beside the lines, in order: the columns of a line are divided by tabs, their right
-  /// ends line up. Lines that come later have none.
+  /// What is shown beside the lines, in order: the columns of a line are divided by tabs, their
+  /// right ends line up. Lines that come later have none.
   void SetDetails(std::vector<std::string> details);
   /// Empty for an index out of range.
   [[nodiscard]] const std::string& Text(int index) const;

@@ -8,7 +8,7 @@ namespace torvane::toolkit {
 
 namespace {
 
-/// The drawing that all sizes are told for.
+/// The drawing that all sizes are given for.
 constexpr double DrawnWidth = 1280;
 constexpr double DrawnHeight = 960;
 

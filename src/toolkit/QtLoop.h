@@ -9,9 +9,9 @@
 namespace torvane::toolkit {
 
 /// Needs an application object (a QCoreApplication will do). No wait runs a loop within a loop: a
-/// handler that waits is put aside. Nothing of Qt may stand between the start of an activity and
-/// its wait (Qt would keep the exception that gives the wait up), and nobody waits inside an event
-/// without an activity; both are told as a std::logic_error.
+/// handler that waits is put aside. Nothing of Qt may be on the stack between the start of an
+/// activity and its wait (Qt would keep the exception that gives the wait up), and nobody waits
+/// inside an event without an activity; both throw a std::logic_error.
 class QtLoop final : public platform::EventLoop {
  public:
   QtLoop();

@@ -75,7 +75,7 @@ int Widest(const std::vector<CaptionLine>& lines, const QFont& font) {
 
 bool BreaksAt(char c) { return c == ' ' || c == '-' || c == '_'; }
 
-/// Breaks the line at the blank, or behind the hyphen, nearest to its middle; one line when it has
+/// Breaks the line at the blank, or after the hyphen, nearest to its middle; one line when it has
 /// none.
 std::vector<CaptionLine> Broken(const CaptionLine& line) {
   const auto size = static_cast<long>(line.Text.size());

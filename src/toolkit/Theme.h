@@ -51,7 +51,7 @@ void PaintFace(QPainter& painter, const QRect& area, Colour face, const FaceLook
 /// which is centred in height and cut with an ellipsis where it is too long.
 void PaintLine(QPainter& painter, const QRect& area, const CaptionLine& line, Alignment alignment);
 
-/// A line whose figures stand in cells of one width, in the painter's font and pen.
+/// A line whose figures are in cells of one width, in the painter's font and pen.
 void PaintFigures(QPainter& painter, const QRect& area, const QString& text, Alignment alignment);
 [[nodiscard]] int FiguresWidth(const QFont& font, const QString& text);
 
