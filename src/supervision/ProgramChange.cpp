@@ -5,15 +5,23 @@
 #include "core/Directories.h"
 #include "core/SlotFiles.h"
 #include "supervision/CycleRules.h"
+#include "supervision/ScopedFlag.h"
 
 namespace torvane::supervision {
 
 void ProgramChange::ChangeActiveProgram(core::Slot slot) {
   if (store_.ProgramChangeGuard()) return;
+  if (changing_ && !LastPressOf(slot)) return store_.PressActiveButton();
   if (Allowed() && !RefuseAction(CycleAction::ChangeProgram, parts_.System.State, parts_.Dialogs)) {
     Change(slot);
   }
   store_.PressActiveButton();
+}
+
+bool ProgramChange::LastPressOf(core::Slot slot) {
+  const auto press = ++presses_;
+  parts_.Trio.Loop().WaitUntil([this] { return !changing_; });
+  return press == presses_ && slot != parts_.System.ActiveSlot && !parts_.Trio.Ending();
 }
 
 bool ProgramChange::Allowed() const {
@@ -29,11 +37,12 @@ bool ProgramChange::Allowed() const {
 
 void ProgramChange::Change(core::Slot slot) {
   auto& system = parts_.System;
+  const ScopedFlag changing(changing_);
   const ChangeLock::Change change(parts_.Poll.Changes(), parts_.Trio);
   parts_.Poll.RefreshBatch(link::Asker::Operator);
   core::SaveBatch(parts_.Files, system.Directories, system.ActiveSlot,
                   system.Active().BatchCounters);
-  system.ActiveSlot = slot == 2 ? 2 : 1;
+  system.ActiveSlot = slot;
   if (!system.Active().DirectoryName.empty()) {
     core::SetProgramDirectory(system.Directories, system.Active().DirectoryName);
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 #include "core/ScreenNames.h"
@@ -26,15 +27,21 @@ class ProgramChange {
   ProgramChange(const ProgramParts& parts, ActiveStore& store) : parts_(parts), store_(store) {}
 
   /// Puts slot 2 in force if `slot` is 2, otherwise slot 1. A refused change snaps the buttons back
-  /// to the slot in force.
+  /// to the slot in force. Pressed during another change, the last press is carried out after it,
+  /// if it names the other slot and its rules allow it then; during a selection it is refused.
   void ChangeActiveProgram(core::Slot slot);
 
  private:
+  /// Waits for the change that is under way. True for the last of the presses that came during it,
+  /// if it names the slot that is not in force.
+  [[nodiscard]] bool LastPressOf(core::Slot slot);
   [[nodiscard]] bool Allowed() const;
   void Change(core::Slot slot);
 
   ProgramParts parts_;
   ActiveStore& store_;
+  bool changing_ = false;
+  std::uint64_t presses_ = 0;  ///< during changes
 };
 
 }  // namespace torvane::supervision

@@ -161,21 +161,48 @@ TEST_F(ProgramChangeTest, TheButtonsOwnEventDoesNotChangeAgain) {
   EXPECT_EQ(presses, 1);
 }
 
-TEST_F(ProgramChangeTest, ASecondPressWhileTheLinesGoOutIsRefused) {
+TEST_F(ProgramChangeTest, OfThePressesDuringAChangeTheLastIsCarriedOutAfterIt) {
+  const Lines rest = {"VR(87)=125.50", "VR(82)=1", "VR(83)=2", "VR(84)=3", "VR(85)=4"};
   bool pressed = false;
   Controller.OnLine = [&](const std::string& line) {
-    if (line != "TABLE(2,5)" || pressed) return;
-    pressed = true;
-    Change.ChangeActiveProgram(1);
+    if (line != "TABLE(2,5)" || std::exchange(pressed, true)) return;
+    for (const int slot : {1, 2, 1}) Loop.Start([this, slot] { Change.ChangeActiveProgram(slot); });
   };
   Change.ChangeActiveProgram(2);
-  EXPECT_TRUE(pressed);
+  EXPECT_EQ(System.ActiveSlot, 2) << "whole, before the next begins";
+  EXPECT_EQ(Sent(), Join({BatchQueries, Table(2, 1, 20), {"VR(91)=2"}, rest}));
+  Loop.RunFor(1000);
+  EXPECT_EQ(System.ActiveSlot, 1);
+  const Lines sent = Sent();
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "VR(91)=1"), 1);
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "VR(91)=2"), 0);
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "TABLE(1,1)"), 1);
+  EXPECT_EQ(Loop.ActivitiesUnderWay(), 0U);
+}
+
+TEST_F(ProgramChangeTest, TheSameSlotAgainDuringItsChangeSendsNothingTwice) {
+  bool pressed = false;
+  Controller.OnLine = [&](const std::string& line) {
+    if (line != "TABLE(2,5)" || std::exchange(pressed, true)) return;
+    for (const int slot : {1, 2}) Loop.Start([this, slot] { Change.ChangeActiveProgram(slot); });
+  };
+  Change.ChangeActiveProgram(2);
+  Loop.RunFor(1000);
   EXPECT_EQ(System.ActiveSlot, 2);
-  EXPECT_EQ(System.TableSent, 20);
-  EXPECT_EQ(Sent(),
-            Join({BatchQueries,
-                  Table(2, 1, 20),
-                  {"VR(91)=2", "VR(87)=125.50", "VR(82)=1", "VR(83)=2", "VR(84)=3", "VR(85)=4"}}));
+  const Lines sent = Sent();
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "TABLE(2,1)"), 1);
+}
+
+TEST_F(ProgramChangeTest, APressDuringAChangeIsRefusedAfterItWhereAScreenForbidsIt) {
+  bool pressed = false;
+  Controller.OnLine = [&](const std::string& line) {
+    if (line != "TABLE(2,5)" || std::exchange(pressed, true)) return;
+    Loop.Start([this] { Change.ChangeActiveProgram(1); });
+    ProgramScreens.Forms.emplace_back("ProgramForm");
+  };
+  Change.ChangeActiveProgram(2);
+  Loop.RunFor(1000);
+  EXPECT_EQ(System.ActiveSlot, 2);
 }
 
 TEST_F(ProgramChangeTest, APressInTheMiddleOfARefillEndsTheRefillAfterItsLine) {
