@@ -109,7 +109,8 @@ void EndToEnd::TearDown() {
 
 void EndToEnd::StartMachine(int speed, const std::vector<std::string>& faults) {
   std::vector<std::string> arguments = {
-      "--pty", Place("line"), "--root", Place("installation"), "--speed", std::to_string(speed)};
+      "--pty",   Place("line"),         "--root", Place("installation"),
+      "--speed", std::to_string(speed), "--path", Place("path.json")};
   for (const std::string& fault : faults) {
     arguments.emplace_back("--fault");
     arguments.push_back(fault);

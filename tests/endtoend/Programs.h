@@ -51,7 +51,8 @@ class EndToEnd : public ::testing::Test {
   EndToEnd();
   void TearDown() override;
 
-  /// The simulated machine on its line, so many times faster than time. `faults` as for --fault.
+  /// The simulated machine on its line, so many times faster than time; the path that it runs goes
+  /// to path.json. `faults` as for --fault.
   void StartMachine(int speed, const std::vector<std::string>& faults = {});
   /// The office on the second port, both with the example port file for an office.
   void StartOffice();
