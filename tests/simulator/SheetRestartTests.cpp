@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "support/AnySheet.h"
 #include "support/ProgramGenerator.h"
 #include "support/SheetPrograms.h"
 #include "support/SheetRun.h"
@@ -218,13 +219,8 @@ TEST(SheetRestart, ARestartOfARestartLeavesNothingOfTheFirst) {
   EXPECT_EQ(sheet.Variable(Vr::SheetsCompleted), 1);
 }
 
-RC_GTEST_PROP(SheetRestartProperty, AnySheetStoppedAnywhereComesOutWhole, ()) {
-  torvane::tests::GeneratorOptions options;
-  options.Profiles = *rc::gen::inRange(1, 9);
-  options.Columns = 3;
-  options.KerfWidth = *rc::gen::inRange(0, 5) * 0.1;
-  options.Expressions = *rc::gen::arbitrary<bool>();
-  const std::string program = torvane::tests::GenerateProgram(options);
+/// Stops the program in any of its elements and goes on there.
+void AnywhereInIt(const std::string& program) {
   const Pieces whole = UninterruptedRun(program);
   const SheetRun sheet(program);
   auto records = CutRecords(whole);
@@ -236,6 +232,19 @@ RC_GTEST_PROP(SheetRestartProperty, AnySheetStoppedAnywhereComesOutWhole, ()) {
                                          Between::What::PowerCycle, Between::What::CancelledOnce);
   StopAndGoOn(program, whole, record, share, {}, between);
   RC_ASSERT(!::testing::Test::HasFailure());
+}
+
+RC_GTEST_PROP(SheetRestartProperty, AnyLargeSheetStoppedAnywhereComesOutWhole, ()) {
+  torvane::testing::GeneratorOptions options;
+  options.Profiles = *rc::gen::inRange(1, 9);
+  options.Columns = 3;
+  options.KerfWidth = *rc::gen::inRange(0, 5) * 0.1;
+  options.Expressions = *rc::gen::arbitrary<bool>();
+  AnywhereInIt(torvane::testing::GenerateProgram(options));
+}
+
+RC_GTEST_PROP(SheetRestartProperty, AnyKindOfSheetStoppedAnywhereComesOutWhole, (unsigned seed)) {
+  AnywhereInIt(AnySheet(seed).Program());
 }
 
 }  // namespace
