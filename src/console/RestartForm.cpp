@@ -1,7 +1,12 @@
 #include "console/RestartForm.h"
 
+#include <QPoint>
+#include <algorithm>
+#include <cmath>
+
 #include "console/ConsoleServices.h"
 #include "console/FrontEnd.h"
+#include "console/MainAreas.h"
 #include "console/ScreenSet.h"
 #include "core/ScreenNames.h"
 #include "graphics/RestartMarks.h"
@@ -12,7 +17,47 @@ namespace torvane::console {
 
 namespace {
 
-constexpr int WordRows = 5;
+constexpr int WordRows = 6;
+/// Characters that a row of them has room for.
+constexpr std::size_t RowLength = 84;
+
+/// What is told: a row for each of the first sentences, and the notes after them filled up to the
+/// last row.
+std::vector<std::string> RowsOf(const std::vector<std::string>& words) {
+  constexpr std::size_t RowsOfOneSentence = 3;
+  std::vector<std::string> rows;
+  rows.reserve(WordRows);
+  for (const std::string& sentence : words) {
+    const bool joins =
+        rows.size() == WordRows ||
+        (rows.size() > RowsOfOneSentence && rows.back().size() + sentence.size() < RowLength);
+    if (joins) {
+      rows.back().append(" ").append(sentence);
+    } else {
+      rows.push_back(sentence);
+    }
+  }
+  return rows;
+}
+
+/// Distance of a point from an area, pixels; 0 inside it.
+double DistanceFrom(const toolkit::Area& area, QPoint point) {
+  const int across = std::max({area.X - point.x(), 0, point.x() - area.Right()});
+  const int down = std::max({area.Y - point.y(), 0, point.y() - area.Bottom()});
+  return std::hypot(across, down);
+}
+
+/// Of the corners of `room` the one at which an area of that size leaves `point` farthest outside.
+toolkit::Area CornerClearOf(const toolkit::Area& room, int width, int height, QPoint point) {
+  toolkit::Area best;
+  for (const int left : {room.X, room.Right() - width}) {
+    for (const int top : {room.Y, room.Bottom() - height}) {
+      const toolkit::Area corner{left, top, width, height};
+      if (best.Width == 0 || DistanceFrom(corner, point) > DistanceFrom(best, point)) best = corner;
+    }
+  }
+  return best;
+}
 
 restart::RestartParts PartsOf(const ConsoleServices& services, toolkit::Desk& desk) {
   return {services.System, services.Trio,    services.Poll,         desk.Loop(),
@@ -28,7 +73,11 @@ RestartForm::RestartForm(const ScreenStart& start)
   cycleStart_->SetFilled(true);
   cycleStart_->SetColours(0, 0);
   tools_ = AddLabels(Body(), "ToolLabel", 1, {"T01", "Diameter 10"});
-  positions_ = AddLabels(Body(), "PositnLabel", 0, {"METRIC", "X0.00", "Y0.00", "C0.00"});
+  for (const char* text : {"METRIC", "X0.00", "Y0.00", "C0.00"}) {
+    const int index = static_cast<int>(positions_.size());
+    positions_.push_back(&AddLabel(Body(), Numbered("PositnLabel", index), text, Role::Panel,
+                                   toolkit::TypeStyle::Strong));
+  }
   hits_ = &AddLabel(Body(), "HitsLabel", "Completed Hits : 0");
   for (int row = 1; row <= WordRows; ++row) {
     words_.push_back(&AddLabel(Body(), Numbered("OutlookLabel", row), "", Role::Panel));
@@ -36,9 +85,10 @@ RestartForm::RestartForm(const ScreenStart& start)
   auto& cancel =
       AddButton(Body(), "ExitButton", "&CANCEL", Role::General, [this] { operation_.Cancel(); });
   SetHome(cancel);
-  SetGrid(760, Rows({Cell(cycleStart_).High(64), Columns(CellsOf(positions_)),
-                     Columns({tools_[0], tools_[1], Cell(hits_).Share(2)}), Rows(CellsOf(words_)),
-                     AtRight(cancel)})
+  SetGrid(760, Rows({Columns({Cell(cycleStart_).High(64), Cell(cancel).Wide(KeyWide)}),
+                     Rows({Columns(CellsOf(positions_)),
+                           Columns({tools_[0], tools_[1], Cell(hits_).Share(2)})}),
+                     Rows(CellsOf(words_))})
                    .Spaced(SectionGap));
 }
 
@@ -69,20 +119,31 @@ void RestartForm::ShowOutlook() {
   try {
     const restart::RestartOutlook outlook = restart::OutlookOf(
         Services().Files, system, Services().RestartPoint, Services().Split.SplitRecord);
+    const std::vector<std::string> rows = RowsOf(outlook.Words);
     for (std::size_t i = 0; i < words_.size(); ++i) {
-      words_[i]->SetText(i < outlook.Words.size() ? outlook.Words[i] : "");
+      words_[i]->SetText(i < rows.size() ? rows[i] : "");
     }
-    if (!outlook.Entry) return;
-    const restart::GatherState& state = Services().RestartPoint.RestartState;
-    graphics::ShowRestartMarks(main->PlotBox(system.ActiveSlot).Canvas(),
-                               {{system.State.XPosition, system.State.YPosition},
-                                {state.XPosition, state.YPosition},
-                                outlook.Entry->Compensated},
-                               system.Views[system.ActiveSlot].PlotIconSize);
+    if (outlook.Entry) ShowMarks(main->PlotBox(system.ActiveSlot), outlook.Entry->Compensated);
   } catch (const platform::RuntimeFault& fault) {
     // The restart itself needs none of it: what could not be read is named, and it goes on.
     words_[0]->SetText(fault.what());
   }
+}
+
+/// The marks, with the form where it leaves the entry in sight.
+void RestartForm::ShowMarks(toolkit::PlotCanvas& plot, const core::Vector2& entry) {
+  const core::System& system = System();
+  const restart::GatherState& state = Services().RestartPoint.RestartState;
+  graphics::ShowRestartMarks(
+      plot.Canvas(),
+      {{system.State.XPosition, system.State.YPosition}, {state.XPosition, state.YPosition}, entry},
+      system.Views[system.ActiveSlot].PlotIconSize);
+  const QPoint place(static_cast<int>(plot.Canvas().ToPixelX(entry.X)),
+                     static_cast<int>(plot.Canvas().ToPixelY(entry.Y)));
+  toolkit::Form& form = Window();
+  const toolkit::Area clear = CornerClearOf(PlotArea(form.Measures()), form.width(), form.height(),
+                                            plot.mapTo(plot.window(), place));
+  form.MoveTo(clear.X, clear.Y);
 }
 
 void RestartForm::SetCycleStartColour(std::uint32_t colour) { cycleStart_->SetColours(0, colour); }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "console/Screen.h"
+#include "core/Geometry.h"
 #include "restart/RestartOperation.h"
+#include "toolkit/PlotCanvas.h"
 
 namespace torvane::console {
 
@@ -15,6 +17,7 @@ class RestartForm final : public Screen, private restart::RestartScreen {
   void Activated() override;
   void Unloaded() override;
   void ShowOutlook();
+  void ShowMarks(toolkit::PlotCanvas& plot, const core::Vector2& entry);
 
   // restart::RestartScreen
   void ShowRestart(const restart::RestartLabels& labels) override;

@@ -335,6 +335,98 @@ void Graphics(PictureStage& stage) {
   stage.RunFor(100);
 }
 
+void TypeTimes(PictureStage& stage, int times, Key key) {
+  for (int i = 0; i < times; ++i) stage.Type(key);
+}
+
+void ZoomAndPan(PictureStage& stage) {
+  stage.Type(Key::F7);
+  stage.Type(Key::Z);
+  TypeTimes(stage, 12, Key::Left);
+  TypeTimes(stage, 12, Key::Down);
+  stage.Snap("FrontEnd", "zoom-first-corner");
+  stage.Type(Key::S);
+  TypeTimes(stage, 16, Key::Right);
+  TypeTimes(stage, 12, Key::Up);
+  stage.Snap("FrontEnd", "zoom-opposite-corner");
+  stage.Type(Key::S);
+  stage.Snap("FrontEnd", "zoomed");
+  stage.Type(Key::P);
+  TypeTimes(stage, 10, Key::Right);
+  stage.Snap("FrontEnd", "pan");
+  stage.Type(Key::S);
+  stage.Snap("FrontEnd", "panned");
+  stage.Type(Key::R);
+  stage.Type(Key::O);
+  stage.Snap("FrontEnd", "zoomed-out");
+  stage.Type(Key::R);
+  stage.Type(Key::X);
+  stage.RunFor(100);
+}
+
+/// The program is stopped in the middle of an arc.
+void StopInAnArc(PictureStage& stage) {
+  constexpr int Record = 27;
+  stage.Select("SHOP", "BRACKET-40");
+  auto& machine = stage.Controller().TheMachine();
+  machine.StopAt(Record, 60);
+  machine.CycleStart();
+  stage.RunFor(120000);
+}
+
+/// RestartForm stands, and the lamp of the machine has just gone on or out.
+void AwaitLamp(PictureStage& stage, bool lit) {
+  const auto isLit = [&] {
+    return (stage.System().State.StatusWord & core::StatusBit::RestartReady) != 0;
+  };
+  stage.RunFor(300);
+  for (int i = 0; i < 40 && isLit() == lit; ++i) stage.RunFor(50);
+  for (int i = 0; i < 40 && isLit() != lit; ++i) stage.RunFor(50);
+  stage.RunFor(100);
+}
+
+void RestartOfABlock(PictureStage& stage) {
+  stage.WhenShows("BlockStartForm", [&stage] {
+    stage.Snap("BlockStartForm", "fresh");
+    stage.Type(Key::D);
+    stage.Type(Key::D);
+    TypeTimes(stage, 3, Key::Down);
+    stage.Snap("BlockStartForm");
+    stage.Type(Key::S);
+  });
+  stage.Type(Key::F1);
+  stage.Type(Key::B);
+  AwaitLamp(stage, false);
+  stage.Snap("RestartForm", "block");
+  stage.Type(Key::C);
+  stage.RunFor(300);
+}
+
+void RestartOnThePlot(PictureStage& stage) {
+  stage.Type(Key::F1);
+  stage.Type(Key::V);
+  stage.RunFor(100);
+  stage.Snap("FrontEnd", "restart-first");
+  TypeTimes(stage, 25, Key::N);
+  stage.Snap("FrontEnd", "restart-marked");
+  stage.Type(Key::T);
+  TypeTimes(stage, 17, Key::N);
+  stage.Snap("FrontEnd", "restart-split");
+  stage.Type(Key::S);
+  AwaitLamp(stage, false);
+  stage.Snap("RestartForm");
+  AwaitLamp(stage, true);
+  stage.Snap("RestartForm", "lamp");
+  stage.Type(Key::C);
+  stage.RunFor(300);
+}
+
+void Restarts(PictureStage& stage) {
+  StopInAnArc(stage);
+  RestartOfABlock(stage);
+  RestartOnThePlot(stage);
+}
+
 void LongNames(PictureStage& stage) {
   stage.Select("SHOP", LongName);
   stage.Type(Key::F11);
@@ -400,6 +492,8 @@ void PlayScenes(PictureStage& stage) {
   FileActions(stage);
   Run(stage);
   Graphics(stage);
+  ZoomAndPan(stage);
+  Restarts(stage);
   Transfer(stage);
   Messages(stage);
   LongNames(stage);

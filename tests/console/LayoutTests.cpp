@@ -68,7 +68,7 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
         "SetupForm",      "BatchForm",      "UserForm",       "LaserStatusForm", "MachineForm",
         "LoadForm",       "MoveForm",       "XYJogForm",      "MessageForm",     "NumberForm",
         "KeyboardForm",   "SendForm",       "ProgListForm",   "SearchForm",      "EditProgForm",
-        "FileHandleForm", "FileForm",       "DirectoryForm"}) {
+        "FileHandleForm", "FileForm",       "DirectoryForm",  "BlockStartForm"}) {
     ASSERT_TRUE(Screens().Show(name)) << name;
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);
