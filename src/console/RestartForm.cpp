@@ -17,7 +17,7 @@ namespace torvane::console {
 
 namespace {
 
-constexpr int WordRows = 6;
+constexpr int WordRows = 5;
 /// Characters that a row of them has room for.
 constexpr std::size_t RowLength = 84;
 
@@ -88,7 +88,7 @@ RestartForm::RestartForm(const ScreenStart& start)
   SetGrid(760, Rows({Columns({Cell(cycleStart_).High(64), Cell(cancel).Wide(KeyWide)}),
                      Rows({Columns(CellsOf(positions_)),
                            Columns({tools_[0], tools_[1], Cell(hits_).Share(2)})}),
-                     Rows(CellsOf(words_))})
+                     Rows(CellsOf(words_)).Spaced(0)})
                    .Spaced(SectionGap));
 }
 

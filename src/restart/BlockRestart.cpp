@@ -59,17 +59,26 @@ std::string ListingLine(platform::FileSystem& files, const core::System& system,
   return std::string(core::Trim({bytes.data(), bytes.size()}));
 }
 
-PlotRecords OpenPlotRecords(platform::FileSystem& files, const core::System& system) {
+namespace {
+
+PlotRecords OpenSlotRecords(platform::FileSystem& files, const core::System& system,
+                            std::string_view extension, std::int16_t count) {
   PlotRecords records;
-  records.Count = ProgramInForce(system).DrawRecords;
+  records.Count = count;
   const std::shared_ptr<platform::RecordFile> file =
-      OpenNoted(files, system, "drw", partprogram::DrawRecordSize);
+      OpenNoted(files, system, extension, partprogram::DrawRecordSize);
   records.Read = [file](std::int16_t number) -> std::optional<partprogram::DrawRecord> {
     std::array<char, partprogram::DrawRecordSize> bytes{};
     if (number < 1 || !file->Read(static_cast<std::uint32_t>(number), bytes)) return std::nullopt;
     return partprogram::DecodeRecord(bytes);
   };
   return records;
+}
+
+}  // namespace
+
+PlotRecords OpenPlotRecords(platform::FileSystem& files, const core::System& system) {
+  return OpenSlotRecords(files, system, "drw", ProgramInForce(system).DrawRecords);
 }
 
 void GatherForSlot(const ChoiceParts& parts, const GatherTarget& target, GatherState& state) {
@@ -127,12 +136,27 @@ bool BlockRestart::Unload() {
   return true;
 }
 
+/// By the table lines of the compensated records: settings make two of them, so that counting
+/// records would mark a block that has not run.
 int BlockRestart::LastRunRow() const {
   const auto& system = parts_.System;
-  const std::int16_t running = system.State.RunningBlock;
-  if (running < 1) return -1;
-  const auto record = OpenPlotRecords(parts_.Files, system)
-                          .Read(static_cast<std::int16_t>(std::min<int>(running + 1, INT16_MAX)));
+  const std::int16_t line = system.State.RunningBlock;
+  if (line < 1 || !parts_.Files.FileExists(SlotPath(system, "krw"))) return -1;
+  const PlotRecords kerf =
+      OpenSlotRecords(parts_.Files, system, "krw", ProgramInForce(system).KerfRecords);
+  int first = 2;
+  int beyond = kerf.Count + 1;
+  while (first < beyond) {
+    const int middle = first + (beyond - first) / 2;
+    const auto record = kerf.Read(static_cast<std::int16_t>(middle));
+    if (record && record->TableLine < line) {
+      first = middle + 1;
+    } else {
+      beyond = middle;
+    }
+  }
+  const auto record =
+      first <= kerf.Count ? kerf.Read(static_cast<std::int16_t>(first)) : std::nullopt;
   if (!record || static_cast<std::size_t>(record->BlockNumber) > rows_.size()) return -1;
   return record->BlockNumber - 1;
 }

@@ -68,7 +68,7 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
         "SetupForm",      "BatchForm",      "UserForm",       "LaserStatusForm", "MachineForm",
         "LoadForm",       "MoveForm",       "XYJogForm",      "MessageForm",     "NumberForm",
         "KeyboardForm",   "SendForm",       "ProgListForm",   "SearchForm",      "EditProgForm",
-        "FileHandleForm", "FileForm",       "DirectoryForm",  "BlockStartForm"}) {
+        "FileHandleForm", "FileForm",       "DirectoryForm"}) {
     ASSERT_TRUE(Screens().Show(name)) << name;
     toolkit::Form& form = Screens().Find(name)->Window();
     Check(form);
@@ -77,6 +77,50 @@ TEST_P(Layouts, EveryScreenFitsAndLeavesFiguresAndKeysInSight) {
         << name << " ends at " << form.geometry().bottom() << " of " << plot.Bottom();
     Screens().Unload(name);
   }
+}
+
+/// A point of the plot, pixels of the desk.
+QPoint OnDesk(toolkit::PlotCanvas& plot, const platform::UserPoint& point) {
+  return plot.mapTo(plot.window(), QPoint(static_cast<int>(plot.Canvas().ToPixelX(point.X)),
+                                          static_cast<int>(plot.Canvas().ToPixelY(point.Y))));
+}
+
+TEST_P(Layouts, TheScreensOfARestartFitAndLeaveTheEntryInSight) {
+  constexpr int Places = 9;  // three by three over the sheet
+  std::string program = "! SHEET : X900 Y700\r\nG71 G90 G31 T2=3\r\n";
+  for (int i = 0; i < Places; ++i) {
+    program += "G01 X" + std::to_string(100 + i % 3 * 350) + " Y" +
+               std::to_string(100 + i / 3 * 250) + " F3000\r\n";
+  }
+  Directory.Put("Programs/SHOP/PLACES.prg", program + "G01 X10 Y10\r\nM30\r\n");
+  Open();
+  ASSERT_TRUE(TheConsole->Selection().SelectProgram("SHOP", "PLACES"));
+  Screens().Unload("SetupForm");
+  const toolkit::Area plot = console::PlotArea(Desk->Measures());
+  const QRect room(plot.X, plot.Y, plot.Width, plot.Height);
+  int inSight = 0;
+  for (int place = 0; place < Places; ++place) {
+    Then([this] { Check(Screens().Find("BlockStartForm")->Window()); });
+    for (int row = 0; row < place + 3; ++row) ThenType(toolkit::Key::Down);
+    ThenType(toolkit::Key::S);
+    TypeF(1);
+    Type(toolkit::Key::B);
+    RunFor(100);
+    ASSERT_TRUE(Shows("RestartForm"));
+    toolkit::Form& form = Screens().Find("RestartForm")->Window();
+    Check(form);
+    EXPECT_TRUE(room.contains(form.geometry()));
+    auto& box = Main().PlotBox(1);
+    const auto cross = box.Canvas().GetOverlay(platform::Overlay::EntryLine1);
+    ASSERT_TRUE(cross.Visible);
+    const platform::UserPoint entry{(cross.From.X + cross.To.X) / 2,
+                                    (cross.From.Y + cross.To.Y) / 2};
+    inSight += form.geometry().contains(OnDesk(box, entry)) ? 0 : 1;
+    Type(toolkit::Key::C);
+    RunFor(100);
+  }
+  // A form that is half as high as the plot may cover its middle; it can be slid by its title.
+  EXPECT_GE(inSight, Places - 3);
 }
 
 TEST_P(Layouts, AScreenOverAnotherLeavesItsTitleInSight) {

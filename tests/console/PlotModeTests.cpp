@@ -131,6 +131,69 @@ TEST_F(PlotModes, AClickPansAndOneInIdleDoesNothing) {
   EXPECT_NEAR((View().Corner1Y + View().Corner2Y) / 2, 20, 1e-3);
 }
 
+TEST_F(PlotModes, EveryModeByPointerAlone) {
+  Start();
+  Select("STAR");
+  const auto press = [this](const char* name) {
+    auto* button = Control<toolkit::Button>("FrontEnd", name);
+    ASSERT_NE(button, nullptr) << name;
+    ASSERT_TRUE(button->OnShow()) << name;
+    Click(*button);
+  };
+  const auto clickPlot = [this](double x, double y) {
+    auto& plot = Main().PlotBox(1);
+    ClickAt(plot, plot.Canvas().ToPixelX(x), plot.Canvas().ToPixelY(y));
+  };
+  press("MainButton(7)");
+  EXPECT_TRUE(System.Console.PlotKeysActive);
+  const core::PlotView fit = View();
+  clickPlot(100, 100);
+  EXPECT_EQ(View().Corner1X, fit.Corner1X) << "a release in idle does nothing";
+  press("GraphicsButton(2)");
+  for (const char* key : {"PathButton(1)", "PathButton(3)", "PathButton(6)"}) press(key);
+  EXPECT_EQ(Mode(), 2) << "keys and clicks may be mixed";
+  for (const char* key : {"PathButton(2)", "PathButton(2)", "PathButton(4)"}) press(key);
+  clickPlot(100, 100);
+  EXPECT_EQ(Mode(), 0);
+  EXPECT_TRUE(View().ViewZoomed);
+  const core::PlotView zoomed = View();
+  press("GraphicsButton(4)");
+  clickPlot((zoomed.Corner1X * 3 + zoomed.Corner2X) / 4, zoomed.Corner1Y);
+  EXPECT_EQ(Mode(), 0);
+  EXPECT_LT(View().Corner1X, zoomed.Corner1X);
+  press("GraphicsButton(3)");
+  EXPECT_GT(View().Corner2X - View().Corner1X, zoomed.Corner2X - zoomed.Corner1X);
+  press("GraphicsButton(2)");
+  press("ShutdownButton");
+  EXPECT_EQ(Mode(), 0) << "only the mode is left";
+  press("GraphicsButton(1)");
+  EXPECT_FLOAT_EQ(View().Corner1X, fit.Corner1X);
+  press("ShutdownButton");
+  EXPECT_FALSE(System.Console.PlotKeysActive);
+}
+
+TEST_F(PlotModes, TheModesAreTheSameWhileTheMachineCuts) {
+  Start();
+  Select("STAR");
+  Machine().CycleStart();
+  RunFor(2000);
+  ASSERT_TRUE(System.State.MachineRunning);
+  TypeF(7);
+  Type(Key::Z);
+  RunFor(500);
+  EXPECT_EQ(Mode(), 1) << "the poll goes on beside it";
+  Type(Key::S);
+  for (int i = 0; i < 6; ++i) Type(Key::Right);
+  for (int i = 0; i < 6; ++i) Type(Key::Up);
+  Type(Key::S);
+  EXPECT_TRUE(View().ViewZoomed);
+  RunFor(500);
+  EXPECT_TRUE(System.State.MachineRunning);
+  EXPECT_TRUE(Shape(platform::Overlay::IconShape).Visible);
+  Type(Key::X);
+  EXPECT_TRUE(System.State.MachineRunning);
+}
+
 TEST_F(PlotModes, TheUnusedKeyIsHidden) {
   Begin();
   Type(Key::Z);

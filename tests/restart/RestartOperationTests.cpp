@@ -259,6 +259,18 @@ TEST_F(Waiting, TheLineThatRanLastIsMarked) {
   EXPECT_EQ(Blocks.LastRunRow(), -1);
 }
 
+TEST_F(Waiting, SettingsMakeTwoLinesAndTheLineThatRanLastIsStillTheRightOne) {
+  Load(1, {"G31 T2=3 1=4", "G00 X10 Y20", "G31 T2=3 1=5", "G01 X30", "G01 Y60"});
+  static_cast<void>(Blocks.Begin());
+  constexpr int Rows[] = {0, 0, 1, 2, 2, 3, 4};
+  for (std::int16_t line = 1; line <= 7; ++line) {
+    System.State.RunningBlock = line;
+    EXPECT_EQ(Blocks.LastRunRow(), Rows[line - 1]) << "table line " << line;
+  }
+  Files.DeleteFile("C:\\Actvprg1.krw");
+  EXPECT_EQ(Blocks.LastRunRow(), -1) << "the list comes up all the same";
+}
+
 TEST(BlockList, PagesMoveSelectionAndTopByTwenty) {
   const auto moved = [](int selected, int top, int count, bool up) {
     const ListPosition at = MovePage({selected, top}, count, up);
