@@ -58,7 +58,7 @@ void LineArcEveryChord(benchmark::State& state) {
   const auto joins = LineArcJoins();
   for (auto _ : state) {
     for (const auto& join : joins) {
-      benchmark::DoNotOptimize(testing::WalkLineArc(join.Line, join.Curve));
+      benchmark::DoNotOptimize(tests::WalkLineArc(join.Line, join.Curve));
     }
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(joins.size()));
@@ -79,7 +79,7 @@ void TwoArcsEveryPair(benchmark::State& state) {
   const auto joins = ArcArcJoins();
   for (auto _ : state) {
     for (const auto& join : joins) {
-      benchmark::DoNotOptimize(testing::WalkArcs(join.First, join.Second));
+      benchmark::DoNotOptimize(tests::WalkArcs(join.First, join.Second));
     }
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(joins.size()));

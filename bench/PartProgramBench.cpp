@@ -68,10 +68,10 @@ core::MachineData Machine() {
 }
 
 std::string Program(std::int64_t profiles, bool expressions) {
-  testing::GeneratorOptions options;
+  tests::GeneratorOptions options;
   options.Profiles = static_cast<int>(profiles);
   options.Expressions = expressions;
-  return testing::GenerateProgram(options);
+  return tests::GenerateProgram(options);
 }
 
 /// An operator selects now and then: each time starts with the memory of the last one given back,

@@ -29,7 +29,7 @@ using namespace torvane;
 /// A program of the largest size: 24,000 lines, 3,000 closed slots with lead-ins.
 partprogram::PassResult GeneratedProgram(const core::MachineData& machine) {
   const core::Station station;
-  const std::string text = partprogram::SqueezeProgram(testing::GenerateProgram());
+  const std::string text = partprogram::SqueezeProgram(tests::GenerateProgram());
   return partprogram::RunPasses(text, {"SHEET", "BENCH", 1, &machine, &station, {}});
 }
 

@@ -34,7 +34,7 @@ struct Sheet {
   partprogram::PassResult Passes;
 
   explicit Sheet(int profiles)
-      : Squeezed(partprogram::SqueezeProgram(testing::GenerateProgram({profiles}))),
+      : Squeezed(partprogram::SqueezeProgram(tests::GenerateProgram({profiles}))),
         Passes(Select()) {}
   [[nodiscard]] partprogram::PassResult Select() const {
     return partprogram::RunPasses(Squeezed, {"SHEET", "BENCH", 1, &Machine, &Station, {}});

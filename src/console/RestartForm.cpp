@@ -47,6 +47,11 @@ double DistanceFrom(const toolkit::Area& area, QPoint point) {
   return std::hypot(across, down);
 }
 
+/// In the middle of `room`.
+toolkit::Area MiddleOf(const toolkit::Area& room, int width, int height) {
+  return {room.X + (room.Width - width) / 2, room.Y + (room.Height - height) / 2, width, height};
+}
+
 /// Of the corners of `room` the one at which an area of that size leaves `point` farthest outside.
 toolkit::Area CornerClearOf(const toolkit::Area& room, int width, int height, QPoint point) {
   toolkit::Area best;
@@ -116,6 +121,9 @@ void RestartForm::ShowOutlook() {
   auto* const main = Screens().Find<FrontEnd>(core::ScreenNames::FrontEnd);
   if (main == nullptr) return;
   const core::System& system = System();
+  toolkit::Form& form = Window();
+  const auto middle = MiddleOf(PlotArea(form.Measures()), form.width(), form.height());
+  form.MoveTo(middle.X, middle.Y);
   try {
     const restart::RestartOutlook outlook = restart::OutlookOf(
         Services().Files, system, Services().RestartPoint, Services().Split.SplitRecord);

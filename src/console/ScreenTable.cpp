@@ -125,6 +125,7 @@ const std::vector<ScreenRow>& ScreenTable() {
         .PanelName = "RestartPanel",
         .Title = "RESTART",
         .Keys = KeyMask{toolkit::Key::F2, toolkit::Key::F9},
+        .Centred = true,
         .LocksOthers = true},
        Make<RestartForm>},
       {{.Name = Names::MachineForm, .PanelName = "MachinePanel", .Title = "MACHINE"},

@@ -14,7 +14,6 @@ namespace torvane::tests {
 namespace {
 
 using ::testing::HasSubstr;
-using testing::Pieces;
 
 constexpr int LongMs = 60000;
 
@@ -85,7 +84,7 @@ class RestartOfProcesses : public EndToEnd {
 
   /// What the machine has run since the last call.
   [[nodiscard]] Pieces NewPieces() {
-    const Pieces all = testing::ReadPathFile(Directory.Get("path.json"));
+    const Pieces all = ReadPathFile(Directory.Get("path.json"));
     Pieces fresh(all.begin() + static_cast<std::ptrdiff_t>(known_), all.end());
     known_ = all.size();
     return fresh;

@@ -235,12 +235,12 @@ void AnywhereInIt(const std::string& program) {
 }
 
 RC_GTEST_PROP(SheetRestartProperty, AnyLargeSheetStoppedAnywhereComesOutWhole, ()) {
-  torvane::testing::GeneratorOptions options;
+  torvane::tests::GeneratorOptions options;
   options.Profiles = *rc::gen::inRange(1, 9);
   options.Columns = 3;
   options.KerfWidth = *rc::gen::inRange(0, 5) * 0.1;
   options.Expressions = *rc::gen::arbitrary<bool>();
-  AnywhereInIt(torvane::testing::GenerateProgram(options));
+  AnywhereInIt(torvane::tests::GenerateProgram(options));
 }
 
 RC_GTEST_PROP(SheetRestartProperty, AnyKindOfSheetStoppedAnywhereComesOutWhole, (unsigned seed)) {

@@ -26,7 +26,7 @@ inline constexpr const char* Plain =
 
 /// An installation of its own, with what the command prints.
 struct Shop {
-  test::TempDirectory Home;
+  tests::TempDirectory Home;
   std::ostringstream Out;
   std::ostringstream Errors;
 
