@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string_view text = fuzz::TextOf(data + Switches, size - Switches);
   fuzz::FuzzFiles files;
   core::DirectorySet directories;
-  directories.SubsDirectory = {"", "S1\\", "S2\\"};
+  directories.SubsDirectory = {"S1\\", "S2\\"};
   const std::string converted(Take(text, data[0] * 8U));
   files.Files["Actvprg1.cnv"] = converted;
   files.Files["Actvprg1.rnd"] = converted;

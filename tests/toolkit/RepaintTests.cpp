@@ -45,9 +45,9 @@ int Difference(const QImage& a, const QImage& b) {
     for (int x = 0; x < a.width(); ++x) {
       const QRgb one = a.pixel(x, y);
       const QRgb other = b.pixel(x, y);
-      largest = std::max({largest, std::abs(qRed(one) - qRed(other)),
-                          std::abs(qGreen(one) - qGreen(other)),
-                          std::abs(qBlue(one) - qBlue(other))});
+      largest =
+          std::max({largest, std::abs(qRed(one) - qRed(other)),
+                    std::abs(qGreen(one) - qGreen(other)), std::abs(qBlue(one) - qBlue(other))});
     }
   }
   return largest;
