@@ -26,11 +26,13 @@ inline constexpr double Exact = 0.01;  // mm
   return std::min(std::max(step, 0.1), length / 2);
 }
 
-/// The last split point that an operator can choose at or before `along` of an element, mm.
+/// The last split point that an operator can choose at or before `along` of an element, mm. 0 is
+/// the whole element, and what the arithmetic leaves beside it is 0 too.
 [[nodiscard]] inline double SplitPointBefore(double length, double along) {
   if (length <= 0) return 0;
   const double step = SplitStep(length);
-  return std::max(0.0, length - std::ceil((length - along) / step) * step);
+  const double before = length - std::ceil((length - along) / step) * step;
+  return before < Exact ? 0 : before;
 }
 
 /// Records of the cuts of a run, in the order in which they were begun.
