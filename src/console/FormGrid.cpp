@@ -37,7 +37,7 @@ int NaturalHeight(const Control& control, const Metrics& metrics) {
 }
 
 int InsideHeight(const Control& box, int contents, const Metrics& metrics) {
-  if (As<toolkit::Frame>(box) != nullptr) return toolkit::Frame::HeightFor(metrics, contents);
+  if (const auto* frame = As<toolkit::Frame>(box)) return frame->HeightFor(metrics, contents);
   return contents + 2 * (metrics.Hairline + metrics.Gap);
 }
 

@@ -17,6 +17,8 @@ namespace {
 /// MachineButton(1) to (3).
 constexpr std::array<const char*, 3> Doors = {
     core::ScreenNames::LoadForm, core::ScreenNames::MoveForm, core::ScreenNames::XYJogForm};
+/// Of the first key of a row, pixels of the drawing: its caption is the longest.
+constexpr double FirstKeyWide = 208;
 /// The keys beside the digits, by FeedButton.
 constexpr std::array<Key, 4> FeedKeys = {Key::PageDown, Key::Down, Key::Up, Key::PageUp};
 
@@ -36,10 +38,11 @@ MachineForm::MachineForm(const ScreenStart& start)
                                   Screens().Open(Doors.at(static_cast<std::size_t>(door - 1)));
                                 });
   const Cell feed = MakeFeed();
-  std::vector<Cell> second = {rollers_};
-  for (const Cell& door : CellsOf(doors)) second.push_back(door);
   auto& exit = AddExitButton(Body(), "&EXIT");
-  SetGrid(720, Rows({Columns(CellsOf(references)), Columns(second), feed, AtRight(exit)})
+  SetGrid(760, Rows({Columns({Cell(references[0]).Wide(FirstKeyWide), references[1], references[2],
+                              references[3]}),
+                     Columns({Cell(rollers_).Wide(FirstKeyWide), doors[0], doors[1], doors[2]}),
+                     feed, AtRight(exit)})
                    .Spaced(SectionGap));
   OfferStage(supervision::PollStage::Machine, [this] { RefreshMachineForm(false); });
 }
@@ -55,8 +58,9 @@ Cell MachineForm::MakeFeed() {
       AddButtons(frame, "FeedButton", 1, {"- 20 (&1)", "- 5 (&2)", "+ 5 (&3)", "+ 20 (&4)"},
                  Role::General, [this](int key) { PressFeed(key); });
   for (std::size_t i = 0; i < keys.size(); ++i) AddKey(FeedKeys.at(i), *keys[i]);
-  return Inside(frame, Rows({Table({136, 0, 152, 0}, {{inForce, feedBox_, asked, askedBox_}}),
-                             Columns(CellsOf(keys))}));
+  // Each over a key.
+  return Inside(frame,
+                Rows({Columns({inForce, feedBox_, asked, askedBox_}), Columns(CellsOf(keys))}));
 }
 
 void MachineForm::PressFeed(int key) {

@@ -24,4 +24,9 @@ inline constexpr int PositionBoxWidth = 264;
   return rest;
 }
 
+/// Height of the two lines of text at the foot of the plot area, with the gaps above and between.
+[[nodiscard]] inline int TextLinesHeight(const toolkit::Metrics& metrics) {
+  return 2 * metrics.TextStrip + metrics.Gap + metrics.Gap / 2;
+}
+
 }  // namespace torvane::console

@@ -159,15 +159,16 @@ void Screen::Layout(const toolkit::Metrics& metrics) {
   grid_->Place(PlaceBody(metrics, width, height), metrics);
 }
 
-/// Over the plot, so that the figures, the header and the keys of the main screen stay in sight
-/// where there is room; over another screen a title's height below and beside it, so that a stack
-/// reads as a stack.
+/// Over the plot, so that the figures, the header, the keys and the name of the program stay in
+/// sight where there is room; over another screen a title's height below and beside it, so that a
+/// stack reads as a stack.
 void Screen::ChoosePlace() {
   if (traits_.Centred || traits_.Backdrop) return;
   const toolkit::Metrics& m = form_.Measures();
   const toolkit::Area room = PlotArea(m);
+  const int above = room.Height - TextLinesHeight(m);
   int left = room.X + (room.Width - form_.width()) / 2;
-  int top = room.Y + (room.Height - form_.height()) / 2;
+  int top = room.Y + ((form_.height() <= above ? above : room.Height) - form_.height()) / 2;
   if (const toolkit::Form* below = FormBelow()) {
     left = below->Left() + m.Margin;
     top = below->Top() + m.TitleHeight;

@@ -15,7 +15,7 @@ namespace {
 
 /// Pixels of the drawing.
 constexpr double ListsWide = 976;
-constexpr double DirectoriesWide = 336;
+constexpr double DirectoriesWide = 280;
 constexpr double ListsHigh = 480;
 constexpr double SendWide = 560;
 constexpr double SendLabelHigh = 120;

@@ -58,7 +58,7 @@ Cell XYJogForm::MakePosition() {
   box.SetFocusable(true);
   SetHome(box);
   auto& title = AddLabel(box, "PositionLabel", "POSITION", Role::XYHeader, TypeStyle::Title);
-  std::vector<Cell> lines = {Cell(title).High(48)};
+  std::vector<Cell> lines = {Cell(title).High(40)};
   constexpr std::array<const char*, 2> Axes = {"X", "Y"};
   for (std::size_t i = 0; i < figures_.size(); ++i) {
     const int number = static_cast<int>(i) + 1;
@@ -67,13 +67,14 @@ Cell XYJogForm::MakePosition() {
     figures_[i] = &AddLabel(box, Numbered("PositionText", number), "0.00", Role::XYPosition,
                             TypeStyle::Figure, toolkit::Alignment::Right);
     figures_[i]->OnClick(Guard([this] { FocusHome(); }));
-    lines.push_back(Table({48, 0}, {{axis, figures_[i]}}).High(80));
+    lines.push_back(Table({48, 0}, {{axis, figures_[i]}}).High(72));
   }
   return Inside(box, Rows(lines).Spaced(0));
 }
 
-/// The four keys as the compass has them, each with its axis below it.
+/// The four keys as the compass has them, each with its axis beside or below it.
 Cell XYJogForm::MakeArrows() {
+  constexpr double ArrowHigh = 72;
   std::vector<Cell> cells;
   for (std::size_t i = 0; i < arrows_.size(); ++i) {
     const int number = static_cast<int>(i) + 1;
@@ -87,13 +88,16 @@ Cell XYJogForm::MakeArrows() {
         },
         [this, direction] { Release(direction); });
     arrows_[i]->SetArrow(ArrowFaces[i]);
-    labels_[i] = &AddLabel(Body(), Numbered("JogLabel", number), "", Role::Bold, TypeStyle::Bold,
-                           toolkit::Alignment::Centre);
-    cells.push_back(Rows({Cell(arrows_[i]).High(64), labels_[i]}).Spaced(0));
+    const bool up = direction == JogDirection::Up;
+    labels_[i] = &AddLabel(Body(), Numbered("JogLabel", number), "", Role::Bold, TypeStyle::Title,
+                           up ? toolkit::Alignment::Left : toolkit::Alignment::Centre);
+    cells.push_back(Cell(arrows_[i]).High(ArrowHigh));
   }
   labels_[0]->SetText("X+");
   labels_[2]->SetText("X-");
-  return Rows({Columns({Space(), cells[1], Space()}), Columns({cells[2], cells[3], cells[0]})});
+  return Rows({Columns({Space(), cells[1], Cell(labels_[1]).High(ArrowHigh)}),
+               Columns({cells[2], cells[3], cells[0]}),
+               Columns({labels_[2], labels_[3], labels_[0]})});
 }
 
 Cell XYJogForm::MakeOptions() {

@@ -9,9 +9,6 @@ namespace torvane::toolkit {
 
 namespace {
 
-/// The caption's half height above the line.
-int Rise(const Metrics& metrics) { return metrics.TypeSize(TypeStyle::Small); }
-
 std::string Trimmed(const std::string& text) {
   const auto from = text.find_first_not_of(' ');
   if (from == std::string::npos) return {};
@@ -29,6 +26,12 @@ void Frame::SetCaption(std::string caption) {
   update();
 }
 
+/// The caption's height, half of it above the line; none without a caption, so that the margins are
+/// even.
+int Frame::Rise(const Metrics& metrics) const {
+  return Trimmed(caption_).empty() ? 0 : metrics.TypeSize(TypeStyle::Small);
+}
+
 Area Frame::Inside() const {
   const Metrics& m = Measures();
   Area rest{0, 0, width(), height()};
@@ -36,7 +39,7 @@ Area Frame::Inside() const {
   return rest.Inset(m.Px(16));
 }
 
-int Frame::HeightFor(const Metrics& metrics, int inside) {
+int Frame::HeightFor(const Metrics& metrics, int inside) const {
   return inside + Rise(metrics) + 2 * metrics.Px(16);
 }
 

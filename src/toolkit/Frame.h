@@ -14,12 +14,14 @@ class Frame : public Control {
   /// The room for controls inside the line, in the frame's own pixels.
   [[nodiscard]] Area Inside() const;
   /// Height of a frame around controls of that height.
-  [[nodiscard]] static int HeightFor(const Metrics& metrics, int inside);
+  [[nodiscard]] int HeightFor(const Metrics& metrics, int inside) const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  [[nodiscard]] int Rise(const Metrics& metrics) const;
+
   std::string caption_;
 };
 

@@ -32,7 +32,7 @@ void TakePictures(const std::string& installation, const torvane::tools::Picture
   if (!temporary.isValid()) throw std::runtime_error("no temporary folder can be made");
   const std::string root = temporary.path().toStdString() + "/installation";
   fs::copy(installation, root, fs::copy_options::recursive);
-  torvane::tools::MakeLongNames(root);
+  torvane::tools::PrepareInstallation(root);
   torvane::tools::PictureStage stage(root, options);
   torvane::tools::PlayScenes(stage);
 }

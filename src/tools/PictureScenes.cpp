@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "console/EntryMode.h"
 #include "core/ScreenNames.h"
@@ -96,12 +98,16 @@ void Laser(PictureStage& stage) {
   stage.RunFor(300);
 }
 
-void Transfer(PictureStage& stage) {
+void Receive(PictureStage& stage) {
   stage.Office().Obey("name FROM-OFFICE");
   stage.Office().Obey("send Programs\\SHOP\\NEST.prg");
   stage.RunFor(1500);
   stage.Snap("FrontEnd", "receiving");
   stage.RunFor(12000);
+}
+
+/// Before anything is received: that would stand in the list with the day of the picture.
+void Send(PictureStage& stage) {
   stage.Screens().Open(core::ScreenNames::SendForm);
   if (auto* list = dynamic_cast<toolkit::ListBox*>(ControlOf(stage, "SendForm", "FileList"))) {
     list->PressLine(3);
@@ -465,10 +471,21 @@ void Dialogs(PictureStage& stage) {
   stage.RunFor(30000);
 }
 
+/// A send then waits for the operator.
+void WithoutHandshake(const std::filesystem::path& settings) {
+  std::ifstream in(settings, std::ios::binary);
+  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  const std::string wires = "RTS/CTS";
+  if (const auto at = text.find(wires); at != std::string::npos)
+    text.replace(at, wires.size(), "NONE");
+  std::ofstream(settings, std::ios::binary) << text;
+}
+
 }  // namespace
 
-void MakeLongNames(const std::string& folder) {
+void PrepareInstallation(const std::string& folder) {
   namespace fs = std::filesystem;
+  WithoutHandshake(fs::path(folder) / "Control.cms");
   const fs::path shop = fs::path(folder) / "Programs" / "SHOP";
   fs::copy_file(shop / "GASKET.prg", shop / (std::string(LongName) + ".prg"));
   // The lists show dates: the same ones in every picture.
@@ -494,7 +511,8 @@ void PlayScenes(PictureStage& stage) {
   Graphics(stage);
   ZoomAndPan(stage);
   Restarts(stage);
-  Transfer(stage);
+  Send(stage);
+  Receive(stage);
   Messages(stage);
   LongNames(stage);
   Dialogs(stage);

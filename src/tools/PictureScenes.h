@@ -6,11 +6,12 @@
 namespace torvane::tools {
 
 /// Starts the console and plays all scenes, one after the other. The installation of the stage
-/// is the example installation with MakeLongNames done to it.
+/// is the example installation after PrepareInstallation.
 void PlayScenes(PictureStage& stage);
 
-/// Puts a program with the longest name there is beside the others of the installation in
-/// `folder`, a native path.
-void MakeLongNames(const std::string& folder);
+/// Makes the example installation in `folder`, a native path, ready for the scenes: a program with
+/// the longest name there is beside the others, all of one day, and a second port whose sends wait
+/// for the operator.
+void PrepareInstallation(const std::string& folder);
 
 }  // namespace torvane::tools

@@ -193,7 +193,7 @@ void ControlShowcase::Layout(const Metrics& m) {
   Up.Place(second[1]);
   Pad.Place(second[2]);
   Long.Place(second[3]);
-  Options.Place(TakeTop(in, Frame::HeightFor(m, m.PadKeyHeight), m.Px(16)));
+  Options.Place(TakeTop(in, Options.HeightFor(m, m.PadKeyHeight), m.Px(16)));
   const auto speeds = Columns(Options.Inside(), 4, m.Gap);
   for (std::size_t i = 0; i < Speeds.size(); ++i) Speeds[i].Place(speeds[i]);
   const auto boxes = Columns(TakeTop(in, m.EntryHeight, m.Px(16)), 3, m.Gap);

@@ -20,7 +20,7 @@ std::set<std::string> TakeAll(const fs::path& folder) {
   const tests::TempDirectory installation;
   fs::copy(torvane::tests::SourceTree() / "examples" / "installation", installation.Path(),
            fs::copy_options::recursive);
-  MakeLongNames(installation.Path());
+  PrepareInstallation(installation.Path());
   PictureStage stage(installation.Path(), {folder.string(), {1024, 768}, false});
   PlayScenes(stage);
   std::set<std::string> names;
@@ -35,9 +35,12 @@ TEST(Pictures, EveryScreenGetsOneAndASecondRoundGivesTheSame) {
   const auto names = TakeAll(first.Path());
   EXPECT_EQ(names, TakeAll(second.Path()));
   for (const char* screen :
-       {"SplashForm", "FrontEnd", "ProgramForm", "KeyboardForm", "NumberForm", "StatusMenuForm",
-        "XYPositionForm", "AuxPositionForm", "ViewProgForm", "SetupForm", "MessageForm",
-        "WarningForm", "ShutdownForm", "SimulatorPanel"}) {
+       {"SplashForm",     "FrontEnd",       "ProgramForm",     "KeyboardForm",    "NumberForm",
+        "StatusMenuForm", "XYPositionForm", "AuxPositionForm", "ViewProgForm",    "SetupForm",
+        "MessageForm",    "WarningForm",    "ShutdownForm",    "SimulatorPanel",  "MachineForm",
+        "LoadForm",       "MoveForm",       "XYJogForm",       "LaserStatusForm", "BatchForm",
+        "UserForm",       "ProgListForm",   "SearchForm",      "EditProgForm",    "FileHandleForm",
+        "FileForm",       "DirectoryForm",  "SendForm"}) {
     const std::string name = std::string(screen) + "-1024x768.png";
     ASSERT_TRUE(names.count(name)) << name;
     const QImage one(QString::fromStdString((fs::path(first.Path()) / name).string()));
