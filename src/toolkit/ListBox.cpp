@@ -357,6 +357,21 @@ void ListBox::PaintDetails(QPainter& painter, QRect& place, int line,
   }
 }
 
+namespace {
+
+/// The first of the two that the text fits in; where neither does, the second one condensed.
+QFont FittingFont(const QFont& first, const QFont& second, const std::string& text, int width) {
+  constexpr int Least = 75;  // percent: a narrower letter is not read from afar
+  const QString shown = ToQString(text);
+  if (QFontMetrics(first).horizontalAdvance(shown) <= width) return first;
+  const int wide = QFontMetrics(second).horizontalAdvance(shown);
+  QFont font = second;
+  if (wide > width) font.setStretch(std::max(Least, 100 * width / wide - 1));
+  return font;
+}
+
+}  // namespace
+
 void ListBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const Metrics& m = Measures();
@@ -381,9 +396,8 @@ void ListBox::paintEvent(QPaintEvent*) {
       painter.setFont(narrow);
       PaintDetails(painter, rest, line, columns);
     }
-    const bool fits = style_ == TypeStyle::Mono ||
-                      QFontMetrics(font).horizontalAdvance(ToQString(Text(line))) <= rest.width();
-    painter.setFont(fits ? font : narrow);
+    painter.setFont(
+        style_ == TypeStyle::Mono ? font : FittingFont(font, narrow, Text(line), rest.width()));
     PaintLine(painter, rest, {Text(line), -1}, Alignment::Left);
     if (mode_ != Selection::Multiple || line != current_ || !HasFocus()) continue;
     painter.drawRect(place.adjusted(2, 2, -3, -3));
