@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "ConsoleFixture.h"
+#include "core/ScreenNames.h"
 #include "toolkit/ListBox.h"
 #include "toolkit/ProgressBar.h"
 
@@ -271,6 +272,23 @@ TEST_F(SendScreen, OtherScreensAndTheTickGoOnWhileItSends) {
   RunFor(4000);
   EXPECT_EQ(Sent(), Leader + std::string(2000, 'B') + "\x04");
   EXPECT_FALSE(Shows("SendForm"));
+}
+
+TEST_F(SendScreen, TheEndOfASendBringsItsMenuUpAndEndsAJogThatIsHeld) {
+  Open();
+  Mark(1);
+  Later(50, Key::F);
+  Loop.After(300, [this] { Screens().Open(core::ScreenNames::XYJogForm); });
+  Loop.After(500, [this] {
+    Lines.clear();
+    Desk->PressKey(toolkit::KeyStroke(Key::Right));
+  });
+  Loop.After(1000, [this] { EXPECT_EQ(TakeCommands(), Texts{"VR(48)=19"}); });
+  Type(Key::O);
+  RunFor(4000);
+  EXPECT_EQ(Sent(), Leader + std::string(2000, 'B') + "\x04");
+  EXPECT_EQ(Front(), "FileHandleForm");
+  EXPECT_EQ(TakeCommands(), Texts{"VR(48)=0"});
 }
 
 TEST_F(SendScreen, ShutdownWhileItSendsAbortsAndCloses) {

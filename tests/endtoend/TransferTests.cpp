@@ -183,7 +183,7 @@ TEST_F(Transfers, ACablePulledInMidProgramIsFoundAgainAndTheOperatorClearsTheHal
   StartConsole(MainScreenUp +
                "wait-label FrontEnd ReceiveLamp RECEIVING\n"
                "say HALF\n"
-               "pause 1500\n"
+               "pause 4000\n"
                "key F6\n"
                "wait-form FileHandleForm\n"
                "key S\n"
