@@ -105,7 +105,7 @@ Cell XYJogForm::MakeOptions() {
   distances_ = AddOptions(distance, "DistanceOption", 1, Captions(supervision::JogDistances()),
                           [this](int option) {
                             distanceChosen_ = true;
-                            settings_.SendDistance(option);
+                            SendDistance(option);
                           });
   auto& speed = AddFrame(Body(), "SpeedFrame", "  SPEED % ");
   speeds_ =
@@ -138,7 +138,7 @@ void XYJogForm::TakeSettings() {
     if (!stands()) return;
     if (!distanceChosen_) {
       distances_[static_cast<std::size_t>(distance - 1)]->Select(toolkit::Events::Silent);
-      settings_.SendDistance(distance);
+      SendDistance(distance);
     }
   }
   if (!stands() || speedChosen_) return;
@@ -183,6 +183,13 @@ void XYJogForm::Press(JogDirection direction, bool repeat) {
 void XYJogForm::Release(JogDirection direction) {
   jog_.Release(direction);
   ShowHeld();
+}
+
+/// The stop of a held key goes out first: a machine that jogs on could take a stop that comes after
+/// "VR(11)=1" for the end of a step, which ends by itself, and jog on without end.
+void XYJogForm::SendDistance(int option) {
+  HandsOff();
+  settings_.SendDistance(option);
 }
 
 void XYJogForm::HandsOff() {

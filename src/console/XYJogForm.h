@@ -30,6 +30,7 @@ class XYJogForm final : public Screen {
   void Press(supervision::JogDirection direction, bool repeat);
   void Release(supervision::JogDirection direction);
   void ShowHeld();
+  void SendDistance(int option);
   void ShowPosition();
 
   supervision::JogSettings settings_;

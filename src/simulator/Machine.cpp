@@ -457,8 +457,7 @@ void Machine::ObeyCommand(double before) {
   const bool jogging = action_ != nullptr && action_->Jog;
   if (word == 0) {
     Tell(EventKind::JogStopWord);
-    const bool step = memory_.Variable(Vr::JogBySteps) != 0;
-    if (jogging && !step) return FinishAction();
+    if (jogging && !jogStep_) return FinishAction();
     memory_.SetVariable(Vr::Command, action_ != nullptr ? before : 0.0);
     return;
   }
@@ -480,6 +479,7 @@ void Machine::BeginAction(const ManualAction& action) {
   action_ = &action;
   actionFrom_ = at_;
   jogTold_ = false;
+  jogStep_ = memory_.Variable(Vr::JogBySteps) != 0;
   mode_ = MachineMode::Manual;
   action.Plan(action, {memory_, options_, at_}, mover_);
   if (action.Reference && referencesFail_) ShortenReference();

@@ -170,6 +170,7 @@ class Machine final : public MemoryListener {
   bool held_ = false;
   bool cycleBit_ = false;
   bool referencesFail_ = false;
+  bool jogStep_ = false;  ///< the jog in hand is a step, which goes on to its end by itself
   bool jogTold_ = false;  ///< that the jog in hand is not watched
   bool beamAllowed_ = true;
 };

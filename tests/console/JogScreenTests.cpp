@@ -273,6 +273,20 @@ TEST_F(JogScreen, AHeldKeyRepeatsItsWordAndIsLit) {
   EXPECT_EQ(Control<toolkit::Button>("XYJogForm", "JogButton(1)")->Background(), dark);
 }
 
+TEST_F(JogScreen, ADistanceChosenUnderAHoldIsSentAfterTheStop) {
+  Open();
+  Hold(Key::Right);
+  RunFor(50);
+  Type(Key::A);
+  RunFor(50);
+  EXPECT_EQ(TakeCommands(), (Words{"VR(48)=19", "VR(48)=0", "VR(11)=1", "VR(12)=0.01"}));
+  Repeat(Key::Right);
+  RunFor(50);
+  Let(Key::Right);
+  RunFor(50);
+  for (const std::string& line : TakeCommands()) EXPECT_EQ(line, "VR(48)=0");
+}
+
 TEST_F(JogScreen, AnyArrowLetGoStopsEvenWithAnotherHeld) {
   Open();
   Hold(Key::Right);

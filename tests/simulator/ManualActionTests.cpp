@@ -134,6 +134,18 @@ TEST(ManualActions, AJogOfAStepGoesItsDistanceThoughTheKeyIsLetGo) {
   EXPECT_NEAR(rig.X(), -50.01, 1e-9);
 }
 
+TEST(ManualActions, AJogThatGoesOnIsStoppedThoughStepsAreChosenMeanwhile) {
+  RunRig rig;
+  rig.Send("VR(11)=0");
+  rig.Send("VR(10)=6000");
+  rig.Send("VR(48)=19");
+  rig.Run.Advance(1);
+  rig.Send("VR(11)=1");
+  rig.Send("VR(48)=0");
+  rig.Run.Advance(1);
+  EXPECT_NEAR(rig.X(), 100, 1e-9);
+}
+
 TEST(ManualActions, AnotherJogTakesOver) {
   RunRig rig;
   rig.Send("VR(10)=6000");
