@@ -199,7 +199,7 @@ TEST_F(SheetSession, TheFirstTickAfterAConsolesStartSendsUpToTheLead) {
 }
 
 TEST(SheetProperty, AnySheetStoppedAnywhereComesOutWholeByKeys) {
-  const bool held = HoldsInCases(12, [] {
+  const bool held = HoldsInCases(8, [] {
     const auto seed = *rc::gen::arbitrary<unsigned>();
     RC_LOG() << "seed " << seed;
     SheetShop shop(AnySheet(seed).Program());
