@@ -85,6 +85,29 @@ TEST_F(Processes, ADeadLineDoesNotHoldASignalUp) {
   EXPECT_THAT(File("Actvprg1.btc"), HasSubstr("******")) << "the counters as they were last read";
 }
 
+/// A jog key is held while the program is asked to end: the stop is the first of its last lines.
+TEST_F(Processes, ASignalUnderAHeldJogKeyStopsTheMachine) {
+  StartMachine(1);
+  Directory.Put("keys.txt",
+                "patience 20000\n"
+                "wait-form FrontEnd\n"
+                "key F3\n"
+                "key J\n"
+                "wait-form XYJogForm\n"
+                "pause 1000\n"
+                "press Right\n"
+                "pause 300\n"
+                "say HELD\n"
+                "pause 600000\n");
+  StartConsoleWith({"--keys", Place("keys.txt")});
+  ASSERT_TRUE(Console.WaitFor("HELD", LongMs));
+  ASSERT_TRUE(Machine.WaitFor("jog word", LongMs));
+  Console.Signal(SIGTERM);
+  EXPECT_EQ(Console.WaitForEnd(LongMs), 4);
+  EXPECT_TRUE(Machine.WaitFor("jog stop word", 5000));
+  EXPECT_TRUE(Machine.WaitFor("jog ended", 5000));
+}
+
 TEST_F(Processes, ASecondConsoleOnTheInstallationEndsWithOneSentence) {
   Directory.Put("keys.txt", "patience 20000\nwait-form FrontEnd\nsay READY\npause 60000\n");
   Console.Start(TORVANE_PROGRAM, {"--simulate", "--window", "1024x768", "--keys", Place("keys.txt"),
