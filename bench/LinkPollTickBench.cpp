@@ -145,7 +145,7 @@ class NoScreens final : public link::LinkScreens {
   bool ShowWarning(std::string_view, link::WarningMode, link::WarningStyle) override {
     return false;
   }
-  void BusyPointer(bool) override {}
+  void SetBusy(bool) override {}
   void Beep() override {}
   void LockForms(bool, std::string_view) override {}
   void ShutdownToService() override {}

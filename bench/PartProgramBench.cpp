@@ -44,7 +44,7 @@ class MemoryDirectory {
     core::DirectorySet directories;
     directories.RootDirectory = path_ + "/";
     directories.ServiceDirectory = path_ + "/Service/";
-    directories.SubsDirectory = {"", path_ + "/Subs/", path_ + "/Subs/"};
+    directories.SubsDirectory = {path_ + "/Subs/", path_ + "/Subs/"};
     return directories;
   }
   [[nodiscard]] const std::string& Path() const { return path_; }
