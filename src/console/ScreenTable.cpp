@@ -90,12 +90,12 @@ ScreenTraits EditorTraits() {
   return traits;
 }
 
-}  // namespace
+/// Screens that belong together.
+using Family = std::vector<ScreenRow>;
 
-/// Long because it is one table: a row for every screen of the console.
-// NOLINTNEXTLINE(readability-function-size): rows, no branches
-const std::vector<ScreenRow>& ScreenTable() {
-  static const std::vector<ScreenRow> Table = {
+/// The main screen, dialogs, pads and messages.
+Family FrameRows() {
+  return {
       {{.Name = Names::FrontEnd,
         .Current = false,
         .Backdrop = true,
@@ -113,8 +113,19 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Accelerators = false,
         .LiveWhileLocked = true},
        Make<MessageForm>},
+  };
+}
+
+/// Programs: selection, their lists and editor, restarts.
+Family ProgramRows() {
+  return {
       {{.Name = Names::ProgramForm, .PanelName = "ProgramPanel", .Title = "PROGRAM"},
        Make<ProgramForm>},
+      {{.Name = Names::SetupForm,
+        .PanelName = "SetupPanel",
+        .Title = "PROGRAM INFORMATION",
+        .Keys = GlobalKeys::NoSlots},
+       Make<SetupForm>},
       {{.Name = Names::BlockStartForm,
         .PanelName = "BlockStartPanel",
         .Title = "BLOCK RESTART",
@@ -128,6 +139,15 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Centred = true,
         .LocksOthers = true},
        Make<RestartForm>},
+      {ProgramChild(Names::ProgListForm, "ProgramPanel", "PROGRAMS"), Make<ProgListForm>},
+      {ProgramChild(Names::SearchForm, "SearchPanel", "SEARCH"), Make<SearchForm>},
+      {EditorTraits(), Make<EditProgForm>},
+  };
+}
+
+/// Moving the machine, and the keypad of the installation.
+Family MachineRows() {
+  return {
       {{.Name = Names::MachineForm, .PanelName = "MachinePanel", .Title = "MACHINE"},
        Make<MachineForm>},
       {{.Name = Names::LoadForm, .PanelName = "LoadPanel", .Title = "LOAD POSITION"},
@@ -139,6 +159,17 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Title = "X Y  JOG",
         .Keys = GlobalKeys::AllButK},
        Make<XYJogForm>},
+      {{.Name = Names::UserForm,
+        .PanelName = "UserPanel",
+        .Title = "KEYPAD",
+        .Keys = GlobalKeys::AllButK},
+       Make<UserForm>},
+  };
+}
+
+/// What is read from the machine while it works.
+Family StatusRows() {
+  return {
       {{.Name = Names::StatusMenuForm, .PanelName = "StatusPanel", .Title = "STATUS"},
        Make<StatusMenuForm>},
       {{.Name = Names::XYPositionForm, .PanelName = "PositionPanel", .Title = "POSITION"},
@@ -150,17 +181,6 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Title = "PROGRAM",
         .Keys = GlobalKeys::NoSlots},
        Make<ViewProgForm>},
-      {{.Name = Names::SetupForm,
-        .PanelName = "SetupPanel",
-        .Title = "PROGRAM INFORMATION",
-        .Keys = GlobalKeys::NoSlots},
-       Make<SetupForm>},
-      {{.Name = Names::SendForm,
-        .PanelName = "SendPanel",
-        .Title = "RS232 COMMS - SEND PROGRAM",
-        .Parent = Names::FileHandleForm,
-        .SwallowsTyping = true},
-       Make<SendForm>},
       {{.Name = Names::LaserStatusForm,
         .PanelName = "StatusPanel",
         .Title = "LASER",
@@ -171,14 +191,12 @@ const std::vector<ScreenRow>& ScreenTable() {
         .Title = "BATCH",
         .Keys = GlobalKeys::NoSlots},
        Make<BatchForm>},
-      {{.Name = Names::UserForm,
-        .PanelName = "UserPanel",
-        .Title = "KEYPAD",
-        .Keys = GlobalKeys::AllButK},
-       Make<UserForm>},
-      {ProgramChild(Names::ProgListForm, "ProgramPanel", "PROGRAMS"), Make<ProgListForm>},
-      {ProgramChild(Names::SearchForm, "SearchPanel", "SEARCH"), Make<SearchForm>},
-      {EditorTraits(), Make<EditProgForm>},
+  };
+}
+
+/// Files and the second port.
+Family FileRows() {
+  return {
       {{.Name = Names::FileHandleForm, .PanelName = "FilePanel", .Title = "FILE HANDLING"},
        Make<FileHandleForm>},
       {{.Name = Names::FileForm, .PanelName = "FilePanel", .Parent = Names::FileHandleForm},
@@ -187,7 +205,26 @@ const std::vector<ScreenRow>& ScreenTable() {
         .PanelName = "DirectoryPanel",
         .Parent = Names::FileHandleForm},
        Make<DirectoryForm>},
+      {{.Name = Names::SendForm,
+        .PanelName = "SendPanel",
+        .Title = "RS232 COMMS - SEND PROGRAM",
+        .Parent = Names::FileHandleForm,
+        .SwallowsTyping = true},
+       Make<SendForm>},
   };
+}
+
+}  // namespace
+
+const std::vector<ScreenRow>& ScreenTable() {
+  static const Family Table = [] {
+    Family all;
+    for (const auto family : {FrameRows, ProgramRows, MachineRows, StatusRows, FileRows}) {
+      const Family rows = family();
+      all.insert(all.end(), rows.begin(), rows.end());
+    }
+    return all;
+  }();
   return Table;
 }
 

@@ -8,6 +8,16 @@ using toolkit::Key;
 
 class Reception : public FileScreens {
  protected:
+  /// SHOP/AAA, "G00 X1", in the editor.
+  void EditAProgramOfOneLine() {
+    Put("SHOP/AAA.prg", "G00 X1\r\n");
+    TypeF(1);
+    RunFor(20);
+    Control<toolkit::PickBox>("ProgramForm", "ProgramCombo")->SetText("AAA");
+    Type(Key::E);
+    RunFor(20);
+  }
+
   /// The office sends a program of the shop under another name.
   void Send(const std::string& program, const std::string& name, const std::string& directory) {
     Office->Obey("directory " + directory);
@@ -84,12 +94,7 @@ TEST_F(Reception, TwoProgramsAfterEachOtherAreTwoFilesAndOneMessage) {
 
 /// Nobody asks: what is written last counts, whole.
 TEST_F(Reception, AProgramThatArrivesWhileItIsEditedGivesWayToTheEditorsOk) {
-  Put("SHOP/AAA.prg", "G00 X1\r\n");
-  TypeF(1);
-  RunFor(20);
-  Control<toolkit::PickBox>("ProgramForm", "ProgramCombo")->SetText("AAA");
-  Type(Key::E);
-  RunFor(20);
+  EditAProgramOfOneLine();
   Enter(Key::I, "M30");
   Send("STAR", "AAA", "SHOP");
   RunFor(5000);
@@ -100,12 +105,7 @@ TEST_F(Reception, AProgramThatArrivesWhileItIsEditedGivesWayToTheEditorsOk) {
 }
 
 TEST_F(Reception, AProgramThatArrivesWhileItIsEditedStaysAfterCancel) {
-  Put("SHOP/AAA.prg", "G00 X1\r\n");
-  TypeF(1);
-  RunFor(20);
-  Control<toolkit::PickBox>("ProgramForm", "ProgramCombo")->SetText("AAA");
-  Type(Key::E);
-  RunFor(20);
+  EditAProgramOfOneLine();
   Type(Key::D);
   Send("STAR", "AAA", "SHOP");
   RunFor(5000);

@@ -86,18 +86,19 @@ const std::string SelectAndRun =
     "pause 300\n";
 
 /// The only program of the directory is marked and offered; the office says when.
-const std::string SendBack =
+const std::string Offer =
     "key F6\n"
     "wait-form FileHandleForm\n"
     "key S\n"
     "wait-form SendForm\n"
     "key Space\n"
     "key O\n"
-    "wait-label SendForm SendLabel FROM-OFFICE\n"
-    "say OFFERED\n"
-    "wait-closed SendForm\n"
-    "key X\n"
-    "wait-closed FileHandleForm\n";
+    "wait-label SendForm SendLabel FROM-OFFICE\n";
+const std::string SendBack = Offer +
+                             "say OFFERED\n"
+                             "wait-closed SendForm\n"
+                             "key X\n"
+                             "wait-closed FileHandleForm\n";
 
 const std::string ShutDown =
     "no-warning\n"
@@ -242,14 +243,8 @@ TEST_F(Transfers, WithTheSimulatedOfficeAProgramGoesThereAndBack) {
                                 "office send Programs\\SHOP\\STAR.prg\n" +
                                 ProgramHasCome + FindInTheLists + EditTwoLines +
                                 "key X\n"
-                                "wait-closed ProgramForm\n"
-                                "key F6\n"
-                                "wait-form FileHandleForm\n"
-                                "key S\n"
-                                "wait-form SendForm\n"
-                                "key Space\n"
-                                "key O\n"
-                                "wait-label SendForm SendLabel FROM-OFFICE\n"
+                                "wait-closed ProgramForm\n" +
+                                Offer +
                                 "office ready\n"
                                 "wait-closed SendForm\n"
                                 "key X\n" +
