@@ -13,8 +13,6 @@ namespace torvane::core {
 
 namespace {
 
-constexpr const char* ControlFileName = "Control.cfg";
-
 /// The directory taken where the one of Control.cfg is gone.
 constexpr std::string_view FallbackDirectory = "Quendrel";
 
@@ -101,7 +99,12 @@ void LoadDirectories(platform::FileSystem& files, DirectorySet& directories, Slo
   const ControlFile control = ReadControlFile(files.ReadFile(ControlFileName), ControlFileName);
   activeSlot = control.ActiveSlot;
   BuildPaths(directories, control);
-  MakeMissingDirectories(files, directories);
+  try {
+    MakeMissingDirectories(files, directories);
+  } catch (const platform::RuntimeFault& fault) {
+    throw platform::RuntimeFault(ControlFileName,
+                                 std::string("a directory of it cannot be made, ") + fault.what());
+  }
   SetProgramDirectory(directories, FindProgramDirectory(files, directories));
   SaveControlFile(files, directories, activeSlot);
 }

@@ -11,6 +11,8 @@
 
 namespace torvane::core {
 
+inline constexpr const char* ControlFileName = "Control.cfg";
+
 /// What Control.cfg holds.
 struct ControlFile {
   std::string RootDirectory;         ///< with its backslash

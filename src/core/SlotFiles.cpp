@@ -88,6 +88,11 @@ void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directorie
   for (const auto& name : files.ListFiles(SlotFile(directories, slot, Extension::Any))) {
     files.DeleteFile(directories.RootDirectory + name);
   }
+  // A folder in the place of a file holds nothing of the slot; one that is not empty is a fault.
+  const std::string stem = SlotFile("", slot, "");
+  for (const auto& name : files.ListDirectories(directories.RootDirectory)) {
+    if (name.starts_with(stem)) files.RemoveDirectory(directories.RootDirectory + name);
+  }
 }
 
 void HoldSize(const platform::FileSystem& files, const std::string& path, int records,

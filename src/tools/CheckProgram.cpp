@@ -89,6 +89,15 @@ Installation ReadInstallation(const platform::FileSystem& files) {
   ReadOnlyFiles looking(files);
   core::System system;
   core::LoadDirectories(looking, system.Directories, system.ActiveSlot);
+  if (!files.DirectoryExists(system.Directories.ProgramRoot)) {
+    throw platform::RuntimeFault(
+        core::ControlFileName, "its programs root is not there, " + system.Directories.ProgramRoot);
+  }
+  if (!files.DirectoryExists(system.Directories.DataDirectory)) {
+    throw platform::RuntimeFault(
+        core::ControlFileName,
+        "its root directory holds no installation, " + system.Directories.RootDirectory);
+  }
   core::LoadColours(looking, system.Directories, system.Colours);
   core::LoadMachineData(looking, system);
   return {system.Directories, system.Machine, system.ActiveStation, system.Colours};

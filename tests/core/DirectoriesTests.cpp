@@ -6,6 +6,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "core/Directories.h"
+#include "core/SlotFiles.h"
 #include "platform/DiskFileSystem.h"
 #include "support/Faults.h"
 #include "support/RecordingFiles.h"
@@ -124,6 +125,29 @@ TEST_F(DirectoriesTest, TheRootMayStandAnywhere) {
   EXPECT_EQ(Temp.Get("Service/LastFile.txt"), "Control.cfg\r\n");
 }
 
+TEST_F(DirectoriesTest, ARootThatCannotBeMadeIsBlamedOnTheFileThatNamesIt) {
+  const std::string fault =
+      tests::FaultOf([&] { Load("Not\\There\r\nPrograms\r\nSHOP\r\n1\r\n******\r\n"); });
+  EXPECT_TRUE(fault.starts_with("Control.cfg: a directory of it cannot be made, Not\\There\\"))
+      << fault;
+}
+
+TEST_F(DirectoriesTest, AnEmptyFolderInThePlaceOfASlotsFileGoesWithThem) {
+  Temp.MakeDirectory("Actvprg1.cfg");
+  Temp.MakeDirectory("Actvprg2.cfg");
+  Temp.Put("Actvprg1.prg", "M30\r\n");
+  Load(".\r\nPrograms\r\nSHOP\r\n1\r\n******\r\n");
+  DeleteSlotFiles(Disk, Directories, 1);
+  EXPECT_FALSE(Temp.Has("Actvprg1.cfg"));
+  EXPECT_FALSE(Temp.Has("Actvprg1.prg"));
+  EXPECT_TRUE(Temp.Has("Actvprg2.cfg"));
+  Temp.Put("Actvprg2.cfg/Kept.txt", "not the slot's");
+  EXPECT_TRUE(tests::FaultOf([&] {
+                DeleteSlotFiles(Disk, Directories, 2);
+              }).starts_with(".\\Actvprg2.cfg: "));
+  EXPECT_TRUE(Temp.Has("Actvprg2.cfg/Kept.txt"));
+}
+
 TEST_F(DirectoriesTest, AMissingOrShortFileIsAFaultThatNamesIt) {
   EXPECT_EQ(tests::FaultOf([&] { LoadDirectories(Files, Directories, ActiveSlot); }),
             "Control.cfg: not found");
@@ -137,7 +161,7 @@ TEST_F(DirectoriesTest, AMissingOrShortFileIsAFaultThatNamesIt) {
 TEST_F(DirectoriesTest, ADirectoryThatCannotBeMadeIsAFault) {
   Temp.Put("Trio", "a file stands in its place");
   EXPECT_EQ(tests::FaultOf([&] { Load(".\r\nPrograms\r\nSHOP\r\n1\r\n"); }),
-            ".\\Trio: is there already");
+            "Control.cfg: a directory of it cannot be made, .\\Trio: is there already");
 }
 
 TEST(ProgramDirectory, ADriveEntryIsItsRoot) {

@@ -274,6 +274,17 @@ TEST(CheckText, LeavesTheTerminalItsOwnLetters) {
   EXPECT_TRUE(shop.Says("gr\xC3\xBCn")) << shop.Out.str();
 }
 
+TEST(CheckWrongUse, ARootThatIsNotThereIsBlamedOnControlCfg) {
+  Shop shop;
+  const auto blamed = [&](const std::string& lines, const std::string& words) {
+    shop.Home.Put("root/Control.cfg", lines + "JOBS\r\n1\r\n******\r\n");
+    EXPECT_EQ(shop.Run({"JOBS", "PLAIN"}), CheckStatus::WrongUse);
+    EXPECT_TRUE(shop.Complains("Control.cfg: " + words)) << shop.Errors.str();
+  };
+  blamed(".\\\r\nNowhere\r\n", "its programs root is not there, Nowhere\\");
+  blamed("Nowhere\r\n.\\Programs\r\n", "its root directory holds no installation, Nowhere\\");
+}
+
 TEST(CheckWrongUse, IsOneSentenceAndStatusTwo) {
   Shop shop;
   const auto refused = [&](const std::vector<std::string>& arguments, const std::string& words) {
