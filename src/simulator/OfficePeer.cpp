@@ -81,6 +81,8 @@ void OfficePeer::AskToHold(bool hold) { outbox_.Put({hold ? &Xoff : &Xon, 1}); }
 void OfficePeer::Advance(double ms) { outbox_.Advance(ms); }
 
 void OfficePeer::Receive(std::string_view bytes) {
+  // First, so that whoever reads that a program has come finds it whole in the log.
+  if (bytesListener_) bytesListener_(bytes);
   const bool codes = (frame_.CommsHandshake & static_cast<int>(platform::Handshake::XonXoff)) != 0;
   for (const char byte : bytes) {
     if (codes && (byte == Xon || byte == Xoff)) {
@@ -92,7 +94,6 @@ void OfficePeer::Receive(std::string_view bytes) {
     Say("program of " + std::to_string(log_.size() - programStart_) + " bytes received");
     programStart_ = log_.size();
   }
-  if (bytesListener_) bytesListener_(bytes);
 }
 
 std::string OfficePeer::TakeOutput() {

@@ -127,6 +127,15 @@ TEST_F(OfficeTest, WritesDownWhatComesAndSendsItBack) {
   EXPECT_THAT(Obey("state"), HasSubstr("12 bytes sent, 0 wait, 12 received"));
 }
 
+TEST_F(OfficeTest, AProgramIsWrittenDownWholeBeforeItIsTold) {
+  std::string written, atEvent;
+  Office.OnBytes([&](std::string_view bytes) { written += bytes; });
+  Office.OnEvent([&](const std::string&) { atEvent = written; });
+  Office.Receive("<G00\r\n");
+  Office.Receive("M02\r\n>");
+  EXPECT_EQ(atEvent, "<G00\r\nM02\r\n>");
+}
+
 TEST_F(OfficeTest, StartCharacterHoldAndCodes) {
   Obey("ready");
   Obey("hold");
