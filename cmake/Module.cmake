@@ -19,10 +19,20 @@ if(TORVANE_FUZZ)
   target_compile_options(torvane_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# torvane_module(name DEPENDS lib...): every .cpp of the calling folder as torvane_<name>.
+# torvane_module(name [ONLY regex] [EXCLUDE regex] [OMIT file...] DEPENDS lib...): every .cpp of the
+# calling folder as torvane_<name>, or some of them.
 function(torvane_module name)
-  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+  cmake_parse_arguments(arg "" "ONLY;EXCLUDE" "OMIT;DEPENDS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(arg_ONLY)
+    list(FILTER sources INCLUDE REGEX ${arg_ONLY})
+  endif()
+  if(arg_EXCLUDE)
+    list(FILTER sources EXCLUDE REGEX ${arg_EXCLUDE})
+  endif()
+  if(arg_OMIT)
+    list(REMOVE_ITEM sources ${arg_OMIT})
+  endif()
   list(FILTER sources EXCLUDE REGEX "/Main[A-Za-z]*\\.cpp$")
   if(sources)
     add_library(torvane_${name} STATIC ${sources})

@@ -4,6 +4,8 @@ include(GNUInstallDirs)
 if(TARGET torvane)
   install(TARGETS torvane torvane-check torvane-sim torvane-office torvane-generate
           RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  # What torvane-check turns into for pictures and JSON; it looks for it there.
+  install(TARGETS torvane-check-qt RUNTIME DESTINATION libexec/torvane)
   install(PROGRAMS packaging/torvane-simulated DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES packaging/torvane.desktop packaging/torvane-simulated.desktop
           DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)

@@ -107,16 +107,17 @@ std::vector<CheckResult> CheckAll(const Installation& installation, const CheckO
   ProgressLine progress(streams.Errors, streams.Terminal, programs.size());
   RunOnAllCores(programs.size(), options.Jobs, [&](std::size_t i) {
     const auto places = PlacesOf(options, programs[i], programs.size() > 1);
-    results[i] = CheckProgram(installation, options, programs[i], places, clock);
+    results[i] = CheckProgram(installation, options, programs[i], places, clock, streams.Qt);
     progress.OneMore(programs[i]);
   });
   return results;
 }
 
 void Print(const CheckOptions& options, const std::vector<CheckResult>& results,
-           std::ostream& out) {
+           const CheckStreams& streams) {
+  std::ostream& out = streams.Out;
   if (options.Json) {
-    out << JsonText(results);
+    out << streams.Qt->ReportJson(results);
     return;
   }
   for (const auto& result : results) out << ProgramText(result, options.Report) << '\n';
@@ -150,7 +151,7 @@ int RunCheckCommand(const CheckOptions& options, const platform::Clock& clock,
       return RunRestartCheck(installation, options, clock, streams);
     }
     const auto results = CheckAll(installation, options, programs, clock, streams);
-    Print(options, results, streams.Out);
+    Print(options, results, streams);
     return StatusOf(results);
   } catch (const std::exception& fault) {
     streams.Errors << "torvane-check: " << fault.what() << '\n';

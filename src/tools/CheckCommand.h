@@ -5,6 +5,7 @@
 
 #include "platform/Clock.h"
 #include "tools/CheckOptions.h"
+#include "tools/QtOutput.h"
 
 namespace torvane::tools {
 
@@ -13,6 +14,7 @@ struct CheckStreams {
   std::ostream& Out;
   std::ostream& Errors;
   bool Terminal = false;
+  const QtOutput* Qt = nullptr;  ///< for pictures and JSON
 };
 
 /// Checks all programs of the options on all cores and prints what was found, in the order asked

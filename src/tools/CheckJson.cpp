@@ -1,4 +1,6 @@
 // The report of a check for another program to read.
+#include "tools/CheckJson.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -71,7 +73,7 @@ QJsonObject Program(const CheckResult& result) {
 
 }  // namespace
 
-std::string JsonText(const std::vector<CheckResult>& results) {
+std::string ReportJson(const std::vector<CheckResult>& results) {
   QJsonArray programs;
   int good = 0;
   for (const auto& result : results) {

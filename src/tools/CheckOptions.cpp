@@ -8,7 +8,6 @@
 
 #include "core/General.h"
 #include "platform/NativePaths.h"
-#include "tools/CheckPlot.h"
 
 namespace torvane::tools {
 
@@ -38,6 +37,12 @@ void ReadPictureSize(const std::string& text, CheckOptions& options) {
   if (!read || !fits(options.PlotWidth) || !fits(options.PlotHeight)) {
     throw WrongUse("--size takes a width and a height in pixels, such as 1200x900, not " + text);
   }
+}
+
+/// True for a name that ends in ".png" or ".svg", in any case.
+bool IsPictureName(const std::string& path) {
+  const auto ending = std::filesystem::path(path).extension().string();
+  return core::EqualNoCase(ending, ".png") || core::EqualNoCase(ending, ".svg");
 }
 
 /// The name as the system keeps it, without ".prg".
@@ -163,6 +168,12 @@ LoadPoint ReadLoadPoint(const std::string& text) {
     throw WrongUse("--load takes X,Y in mm, such as 1250,0, not " + text);
   }
   return point;
+}
+
+bool NeedsQt(const std::vector<std::string>& arguments) {
+  return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+    return argument.starts_with("--plot") || argument.starts_with("--json");
+  });
 }
 
 CheckOptions ReadCheckOptions(std::vector<std::string> arguments, std::string& help) {

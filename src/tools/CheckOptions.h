@@ -56,6 +56,10 @@ class WrongUse : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Whether the arguments of a command line, given without the name of the program, ask for a
+/// picture or for JSON, which torvane-check-qt makes.
+[[nodiscard]] bool NeedsQt(const std::vector<std::string>& arguments);
+
 /// The options of a command line, given without the name of the program. Where help is asked for,
 /// `help` takes its text and the options mean nothing. Throws WrongUse.
 [[nodiscard]] CheckOptions ReadCheckOptions(std::vector<std::string> arguments, std::string& help);

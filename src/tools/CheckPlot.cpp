@@ -25,10 +25,6 @@ void SaveOn(const std::string& path, PictureSize size, const core::ColourTable& 
 
 }  // namespace
 
-bool IsPictureName(const std::string& path) {
-  return HasEnding(path, ".png") || HasEnding(path, ".svg");
-}
-
 void SavePlot(const std::string& path, PictureSize size, const core::ColourTable& colours,
               const core::MachineData& machine, const graphics::ProgramPlot& plot) {
   const auto save =

@@ -10,7 +10,6 @@
 #include "partprogram/Pipeline.h"
 #include "platform/DiskFileSystem.h"
 #include "platform/RuntimeFault.h"
-#include "tools/CheckPlot.h"
 #include "tools/ReadOnlyFiles.h"
 
 namespace torvane::tools {
@@ -55,7 +54,8 @@ void WriteFiles(const std::string& native, const CheckOptions& options, std::str
 }
 
 void RunCheck(const Installation& installation, const CheckOptions& options,
-              const CheckPlaces& places, const platform::Clock& clock, CheckResult& result) {
+              const CheckPlaces& places, const platform::Clock& clock, const QtOutput* qt,
+              CheckResult& result) {
   const platform::DiskFileSystem files(options.Root);
   const auto directory = core::ProgramDirectoryPath(installation.Directories, options.Directory);
   const auto squeezed =
@@ -76,10 +76,10 @@ void RunCheck(const Installation& installation, const CheckOptions& options,
 
   if (!places.Out.empty()) WriteFiles(places.Out, options, squeezed, passes, slot);
   if (!places.Plot.empty()) {
-    SavePlot(places.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
-             installation.Machine,
-             {slot.SheetX, slot.SheetY, passes.Conversion.Records,
-              options.PlotKerf ? passes.Kerf : std::span<const partprogram::DrawRecord>()});
+    qt->SavePlot(places.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
+                 installation.Machine,
+                 {slot.SheetX, slot.SheetY, passes.Conversion.Records,
+                  options.PlotKerf ? passes.Kerf : std::span<const partprogram::DrawRecord>()});
   }
 }
 
@@ -105,12 +105,12 @@ Installation ReadInstallation(const platform::FileSystem& files) {
 
 CheckResult CheckProgram(const Installation& installation, const CheckOptions& options,
                          const std::string& program, const CheckPlaces& places,
-                         const platform::Clock& clock) {
+                         const platform::Clock& clock, const QtOutput* qt) {
   CheckResult result;
   result.Directory = options.Directory;
   result.Program = program;
   try {
-    RunCheck(installation, options, places, clock, result);
+    RunCheck(installation, options, places, clock, qt, result);
   } catch (const platform::RuntimeFault& fault) {
     result.Fault = fault.what();
   }

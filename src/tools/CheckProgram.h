@@ -9,6 +9,7 @@
 #include "platform/FileSystem.h"
 #include "tools/CheckOptions.h"
 #include "tools/CheckResult.h"
+#include "tools/QtOutput.h"
 
 namespace torvane::tools {
 
@@ -31,9 +32,10 @@ struct CheckPlaces {
 };
 
 /// Runs the passes over `<programs root><directory>\<program>.prg`. Whatever goes wrong on the way
-/// is in the result.
+/// is in the result. `qt` draws the plot, where `places` asks for one.
 [[nodiscard]] CheckResult CheckProgram(const Installation& installation,
                                        const CheckOptions& options, const std::string& program,
-                                       const CheckPlaces& places, const platform::Clock& clock);
+                                       const CheckPlaces& places, const platform::Clock& clock,
+                                       const QtOutput* qt);
 
 }  // namespace torvane::tools

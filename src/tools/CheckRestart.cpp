@@ -17,7 +17,6 @@
 #include "restart/RestartWords.h"
 #include "restart/SlotProgram.h"
 #include "restart/SplitPoint.h"
-#include "tools/CheckPlot.h"
 #include "tools/CheckResult.h"
 #include "tools/ReadOnlyFiles.h"
 
@@ -100,13 +99,14 @@ std::int16_t FirstFill(const Installation& installation, ReadOnlyFiles& files) {
 /// Rehearsals one by one, printed as they come.
 class Printer {
  public:
-  Printer(const CheckOptions& options, const restart::RecordPair& records, std::ostream& out)
-      : options_(options), records_(records), out_(out) {}
+  Printer(const CheckOptions& options, const restart::RecordPair& records,
+          const CheckStreams& streams)
+      : options_(options), records_(records), qt_(streams.Qt), out_(streams.Out) {}
 
   void Print(const Rehearsal& rehearsal) {
     allMet_ = allMet_ && rehearsal.Met;
     if (options_.Json) {
-      out_ << RehearsalJson(rehearsal);
+      out_ << qt_->RehearsalJson(rehearsal);
     } else {
       out_ << RehearsalText(rehearsal, restart::FirstCut(records_, rehearsal.Entry));
     }
@@ -116,12 +116,13 @@ class Printer {
  private:
   const CheckOptions& options_;
   const restart::RecordPair& records_;
+  const QtOutput* qt_;
   std::ostream& out_;
   bool allMet_ = true;
 };
 
 void PlotRehearsal(const Installation& installation, const CheckOptions& options,
-                   const Loaded& loaded, const Rehearsal& rehearsal) {
+                   const Loaded& loaded, const Rehearsal& rehearsal, const QtOutput& qt) {
   graphics::ProgramPlot plot{loaded.SheetX,
                              loaded.SheetY,
                              loaded.Files.Draw,
@@ -136,8 +137,8 @@ void PlotRehearsal(const Installation& installation, const CheckOptions& options
                                         {rehearsal.State.XPosition, rehearsal.State.YPosition},
                                         rehearsal.Entry->Compensated};
   }
-  SavePlot(options.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
-           installation.Machine, plot);
+  qt.SavePlot(options.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
+              installation.Machine, plot);
 }
 
 Rehearsal RehearseOne(const restart::Rehearser& rehearser, const RestartQuestion& question) {
@@ -194,12 +195,12 @@ int RunRestartCheck(const Installation& installation, const CheckOptions& option
   const restart::Rehearser rehearser({loaded.Files.Converted, loaded.Files.Bodies, records,
                                       loaded.Files.Listing, loaded.Program, loaded.Directory,
                                       loaded.Slot, sent, &installation.Machine, clock.Now()});
-  Printer printer(options, records, streams.Out);
+  Printer printer(options, records, streams);
   if (question.Asked == Kind::All) {
     RehearseAll(rehearser, loaded, printer);
   } else {
     const Rehearsal rehearsal = RehearseOne(rehearser, question);
-    if (!options.Plot.empty()) PlotRehearsal(installation, options, loaded, rehearsal);
+    if (!options.Plot.empty()) PlotRehearsal(installation, options, loaded, rehearsal, *streams.Qt);
     printer.Print(rehearsal);
   }
   return printer.AllMet() ? CheckStatus::Good : CheckStatus::Refused;

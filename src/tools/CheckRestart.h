@@ -17,10 +17,7 @@ namespace torvane::tools {
 [[nodiscard]] int RunRestartCheck(const Installation& installation, const CheckOptions& options,
                                   const platform::Clock& clock, CheckStreams streams);
 
-/// One rehearsal as a JSON object on one line, with its line end.
-[[nodiscard]] std::string RehearsalJson(const restart::Rehearsal& rehearsal);
-
-/// The same in plain sentences.
+/// One rehearsal in plain sentences.
 [[nodiscard]] std::string RehearsalText(const restart::Rehearsal& rehearsal,
                                         const partprogram::DrawRecord* firstCut);
 

@@ -15,7 +15,4 @@ namespace torvane::tools {
 /// One line over all programs.
 [[nodiscard]] std::string SummaryText(const std::vector<CheckResult>& results);
 
-/// The same as one JSON object, indented, with a line end after it. Lengths in mm.
-[[nodiscard]] std::string JsonText(const std::vector<CheckResult>& results);
-
 }  // namespace torvane::tools

@@ -4,7 +4,7 @@
 #include <QJsonObject>
 
 #include "core/General.h"
-#include "tools/CheckRestart.h"
+#include "tools/CheckJson.h"
 #include "tools/JsonValues.h"
 
 namespace torvane::tools {

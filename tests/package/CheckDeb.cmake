@@ -20,7 +20,7 @@ endif()
 
 run_in_work("dpkg-deb" ${DPKG_DEB} --extract ${packages} ${WORK}/root)
 foreach(name bin/torvane bin/torvane-check bin/torvane-sim bin/torvane-office bin/torvane-generate
-        bin/torvane-simulated share/applications/torvane.desktop
+        bin/torvane-simulated libexec/torvane/torvane-check-qt share/applications/torvane.desktop
         share/applications/torvane-simulated.desktop
         share/icons/hicolor/scalable/apps/torvane.svg share/torvane/installation/Control.cfg
         share/torvane/installation/Programs/SHOP/STAR.prg share/doc/torvane/copyright)
@@ -39,6 +39,11 @@ endforeach()
 # What was packed works: the example's programs pass the checker that came with it.
 run_in_work("torvane-check" ${WORK}/root/usr/bin/torvane-check
   --root ${WORK}/root/usr/share/torvane/installation SHOP STAR)
+run_in_work("torvane-check --plot" ${WORK}/root/usr/bin/torvane-check --plot ${WORK}/star.png
+  --root ${WORK}/root/usr/share/torvane/installation SHOP STAR)
+if(NOT EXISTS ${WORK}/star.png)
+  message(FATAL_ERROR "the checker of the package drew no picture")
+endif()
 foreach(program torvane torvane-sim torvane-generate)
   run_in_work(${program} ${WORK}/root/usr/bin/${program} --help)
 endforeach()

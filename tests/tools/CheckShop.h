@@ -41,7 +41,7 @@ struct Shop {
     Out.str("");
     Errors.str("");
     arguments.insert(arguments.begin(), {"--root", Home.Path() + "/root"});
-    return CheckMain(arguments, {Out, Errors, terminal});
+    return CheckMain(arguments, {Out, Errors, terminal, &TheQtOutput()});
   }
   [[nodiscard]] bool Says(const std::string& text) const {
     return Out.str().find(text) != std::string::npos;
