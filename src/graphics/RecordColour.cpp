@@ -13,7 +13,7 @@ bool Always(const DrawRecord& /*record*/) { return true; }
 bool SkipOne(const DrawRecord& record) { return record.SkipLevel == 1; }
 bool SkipTwo(const DrawRecord& record) { return record.SkipLevel == 2; }
 bool NoCut(const DrawRecord& record) { return !IsCut(record); }
-bool Beam(const DrawRecord& record) { return record.BeamState1.On != 0; }
+bool Beam(const DrawRecord& record) { return record.BeamOn(); }
 bool NoMark(const DrawRecord& record) { return NoCut(record) || !Beam(record); }
 bool Blended(const DrawRecord& record) { return record.Blended != 0; }
 bool KerfLeft(const DrawRecord& record) { return record.KerfSide == 1; }

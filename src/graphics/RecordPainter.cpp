@@ -37,7 +37,7 @@ int ChordsOf(const platform::Canvas& canvas, const DrawRecord& record) {
   return ArcChordCount(SweepOf(record), big);
 }
 
-bool LeavesMark(const DrawRecord& record) { return IsCut(record) && record.BeamState1.On != 0; }
+bool LeavesMark(const DrawRecord& record) { return IsCut(record) && record.BeamOn(); }
 
 /// The chords of a fan around the record's centre, joined to the record's own ends.
 void DrawFan(platform::Canvas& canvas, const DrawRecord& record, const ChordFan& fan,

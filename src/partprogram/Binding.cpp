@@ -151,8 +151,8 @@ void FinishProfile(DrawRecord& record) {
 }
 
 void FinishMove(DrawRecord& record) {
-  const bool keepsAngle = record.Code == RecordCode::Move && record.BeamState1.On != 0 &&
-                          record.BeamState1.StationType >= FirstTurningType;
+  const bool keepsAngle = record.Code == RecordCode::Move && record.BeamOn() &&
+                          record.Common().BeamState1.StationType >= FirstTurningType;
   if (keepsAngle) {
     BindLine(record);
     record.CentrePoint = record.EndPoint;
@@ -205,18 +205,33 @@ constexpr std::array<Finisher, 12> Finishers = {{
     {RecordCode::PlotSheet, FinishSheet},
 }};
 
+bool HasNoPlacement(const BeamState& beam) { return beam.Kind == 'P' || beam.Kind == 'A'; }
+
+/// False for nearly every beam: nothing to normalise and no placement to clear.
+bool MayChange(const BeamState& beam) {
+  return beam.Angle != 0 ||
+         (HasNoPlacement(beam) && (beam.Placement[0] != 0 || beam.Placement[1] != 0));
+}
+
 void FinishBeam(BeamState& beam) {
   if (beam.Angle != 0) {
     beam.Angle = static_cast<float>(core::NormaliseAngle(beam.Angle));
   }
-  if (beam.Kind == 'P' || beam.Kind == 'A') beam.Placement = {};
+  if (HasNoPlacement(beam)) beam.Placement = {};
+}
+
+void FinishBeams(DrawRecord& record) {
+  const CommonFields& common = record.Common();
+  if (!MayChange(common.BeamState1) && !MayChange(common.BeamState2)) return;
+  CommonFields& changed = record.ChangeCommon();
+  FinishBeam(changed.BeamState1);
+  FinishBeam(changed.BeamState2);
 }
 
 }  // namespace
 
 void FinishRecord(DrawRecord& record) {
-  FinishBeam(record.BeamState1);
-  FinishBeam(record.BeamState2);
+  FinishBeams(record);
   for (const Finisher& row : Finishers) {
     if (row.Code == record.Code) return row.Finish(record);
   }

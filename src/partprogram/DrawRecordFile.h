@@ -2,12 +2,15 @@
 // keeps, and the two ways over.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 namespace torvane::partprogram {
 
+struct CommonFields;
 struct DrawRecord;
 
 /// Bytes of a record on disk. Little-endian, no padding.
@@ -81,14 +84,62 @@ enum class Mark : std::uint8_t {
   return static_cast<Figure>(PlaceOf(Figure::FirstClamp) + index);
 }
 
+/// Where the figures and marks of moves, lines and arcs lie within a record in memory; NoRoom for
+/// the others, which are among its common fields.
+inline constexpr std::size_t NoRoom = 255;
+[[nodiscard]] constexpr std::size_t RoomOf(Figure figure) {
+  switch (PlaceOf(figure)) {
+    case PlaceOf(Figure::Length):
+      return 0;
+    case PlaceOf(Figure::SecondLength):
+      return 1;
+    case PlaceOf(Figure::ThirdLength):
+      return 2;
+    case PlaceOf(Figure::Angle):
+      return 3;
+    case PlaceOf(Figure::Sweep):
+      return 4;
+    default:
+      return NoRoom;
+  }
+}
+[[nodiscard]] constexpr std::size_t RoomOf(Mark mark) {
+  switch (PlaceOf(mark)) {
+    case PlaceOf(Mark::SettingsMode):
+      return 0;
+    case PlaceOf(Mark::FlipY):
+      return 1;
+    case PlaceOf(Mark::ArcWord):
+      return 2;
+    case PlaceOf(Mark::MotionWord):
+      return 3;
+    case PlaceOf(Mark::CornerArc):
+      return 4;
+    default:
+      return NoRoom;
+  }
+}
+
 /// Writes the 516 bytes of a record.
 void EncodeRecord(const DrawRecord& record, std::span<char, DrawRecordSize> bytes);
 
 /// Any 516 bytes give a record; nothing is checked.
 [[nodiscard]] DrawRecord DecodeRecord(std::span<const char, DrawRecordSize> bytes);
 
-/// Only what a plot reads: Code, SkipLevel, StartPoint, EndPoint, CentrePoint, the figures,
-/// KerfSide, BeamState1 and Blended. The other fields of `record` stay.
+/// The same for many records of one file: those that are alike share their common fields.
+class RecordDecoder {
+ public:
+  [[nodiscard]] DrawRecord Decode(std::span<const char, DrawRecordSize> bytes);
+
+ private:
+  static constexpr std::size_t Kept = 8;
+
+  std::array<std::shared_ptr<CommonFields>, Kept> recent_;
+  std::size_t oldest_ = 0;
+};
+
+/// Only what a plot reads: Code, SkipLevel, StartPoint, EndPoint, CentrePoint, the figures of lines
+/// and arcs, KerfSide, whether the beam is on, and Blended. The other fields of `record` stay.
 void DecodePlotFields(std::span<const char, DrawRecordSize> bytes, DrawRecord& record);
 
 }  // namespace torvane::partprogram

@@ -26,6 +26,12 @@ Point3& EndOf(DrawRecord& record, ElementEnd end) {
   return end == ElementEnd::Start ? record.StartPoint : record.EndPoint;
 }
 
+/// Of nearly every record it is the name already.
+void SetName(DrawRecord& record, std::string_view name) {
+  const auto text = PadText<18>(name);
+  if (record.Common().Name != text) record.ChangeCommon().Name = text;
+}
+
 }  // namespace
 
 void TrimLine(DrawRecord& record, core::Vector2 point, ElementEnd end) {
@@ -34,7 +40,7 @@ void TrimLine(DrawRecord& record, core::Vector2 point, ElementEnd end) {
   record[Figure::Length] = static_cast<float>(polar.Length);
   record[Figure::Angle] = static_cast<float>(polar.Angle);
   record.Code = RecordCode::LineProfile;
-  record.Name = PadText<18>("Line Profile");
+  SetName(record, "Line Profile");
   record.ProfileStart = record.StartPoint;
   record.ProfileEnd = record.EndPoint;
   record.KerfSide = 0;
@@ -77,9 +83,13 @@ DrawRecord MakeCornerArc(const DrawRecord& previous, const DrawRecord& current, 
   arc.SubBlock = previous.SubBlock;
   arc.RecordIndex = previous.RecordIndex;
   arc.SkipLevel = previous.SkipLevel;
-  arc.BeamState1 = previous.BeamState1;
-  arc.BeamState2 = previous.BeamState2;
-  arc.Settings = previous.Settings;
+  arc.OwnNumber = previous.OwnNumber;
+  const CommonFields& before = previous.Common();
+  CommonFields& common = arc.ChangeCommon();
+  common.BeamState1 = before.BeamState1;
+  common.ProfileNumber = before.ProfileNumber;
+  common.BeamState2 = before.BeamState2;
+  common.Settings = before.Settings;
   arc.StartPoint = previous.EndPoint;
   arc.EndPoint = current.StartPoint;
   arc.CentrePoint = corner;
@@ -93,7 +103,7 @@ DrawRecord MakeCornerArc(const DrawRecord& previous, const DrawRecord& current, 
   arc[Figure::StartAngle] = static_cast<float>(start);
   arc[Figure::Sweep] = static_cast<float>(sweep);
   arc.Code = RecordCode::ArcProfile;
-  arc.Name = PadText<18>("Arc Profile");
+  common.Name = PadText<18>("Arc Profile");
   arc[Mark::CornerArc] = -1;
   arc.KerfSide = 0;
   arc.Feed = static_cast<float>(previous.Feed / 100.0 * (feedPercent > 0 ? feedPercent : 100.0));

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <utility>
 
 #include "partprogram/Intersection.h"
 #include "partprogram/KerfJoin.h"
@@ -103,12 +105,21 @@ class KerfPass {
     if (meeting.Kind == Meeting::None ||
         (meeting.Kind == Meeting::Extension && IsTooFar(meeting.Point, programmed.StartPoint))) {
       // After whatever lies between, a dwell for one, and in front of the current element.
-      kerf.insert(kerf.end() - 1, MakeCornerArc(previous, current, programmed.StartPoint,
-                                                kerfWidth_, machine_.CornerFeedPercent));
+      DrawRecord arc = MakeCornerArc(previous, current, programmed.StartPoint, kerfWidth_,
+                                     machine_.CornerFeedPercent);
+      ShareWithLastArc(previous, arc);
+      kerf.insert(kerf.end() - 1, std::move(arc));
       return;
     }
     TrimElement(previous, meeting.Point, ElementEnd::End);
     TrimElement(current, meeting.Point, ElementEnd::Start);
+  }
+
+  /// The common fields of a corner arc come from those of the record before it alone.
+  void ShareWithLastArc(const DrawRecord& previous, DrawRecord& arc) {
+    if (lastArc_ != nullptr && previous.Shared() == beforeLastArc_) return arc.Share(lastArc_);
+    beforeLastArc_ = previous.Shared();
+    lastArc_ = arc.Shared();
   }
 
   [[nodiscard]] bool IsTooFar(core::Vector2 point, Point3 corner) const {
@@ -122,6 +133,8 @@ class KerfPass {
   KerfResult result_;
   std::size_t previousDraw_ = 0;  ///< 0, the header: none
   std::size_t previousKerf_ = 0;
+  std::shared_ptr<CommonFields> beforeLastArc_;
+  std::shared_ptr<CommonFields> lastArc_;
 };
 
 }  // namespace

@@ -44,7 +44,7 @@ struct ModalState {
   float OffsetX = 0;
   float OffsetY = 0;
   TravelLimits Limits;
-  std::array<float, 24> Settings = DrawRecord::ClearedSettings();
+  std::array<float, 24> Settings = CommonFields::ClearedSettings();
   core::WordValue X;  ///< position words of the running block, in mm
   core::WordValue Y;
   core::WordValue Z;

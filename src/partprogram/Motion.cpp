@@ -66,20 +66,15 @@ void ReversePass::MakeLine(bool rapid) {
   if (!block.Has('X') && !block.Has('Y')) return;
   if (HoldsOtherMotion(block, rapid ? Word::G00 : Word::G01)) return;
   const bool cut = state_.Profiling;
-  DrawRecord& record = AddRecord(cut ? Kind::LineProfile : Kind::Move);
+  DrawRecord& record =
+      cut ? AddRecord(Kind::LineProfile, Beam::On) : AddRecord(Kind::Move, Beam::Off);
   rounding_.Round(state_);
   record.StartPoint = AtHeight(state_.Previous, state_.Current.Z);
   record.EndPoint = AtHeight(state_.Current, state_.Current.Z);
   record.KerfSide = state_.KerfSide;
   record[Mark::MotionWord] = rapid ? 0 : 1;
-  if (cut) FillBeam(record);
   PutPlace(record);
   AddTo(cut ? profileLength_ : moveLength_, record[Figure::Length]);
-}
-
-void ReversePass::FillBeam(DrawRecord& record) const {
-  record.BeamState1 = beam_;
-  record.BeamState2.ProfilingMark = -1;
 }
 
 /// The way from the last recorded end to the start of this record.
@@ -117,7 +112,7 @@ void ReversePass::MakeArc(bool clockwise) {
 }
 
 void ReversePass::PutArc(const ArcGeometry& arc, bool clockwise) {
-  DrawRecord& record = AddRecord(Kind::ArcProfile);
+  DrawRecord& record = AddRecord(Kind::ArcProfile, state_.Profiling ? Beam::On : Beam::Off);
   record.CentrePoint = {static_cast<float>(arc.Centre.X), static_cast<float>(arc.Centre.Y),
                         state_.Current.Z};
   record[Figure::Radius] = static_cast<float>(arc.Radius);
@@ -125,7 +120,6 @@ void ReversePass::PutArc(const ArcGeometry& arc, bool clockwise) {
   record[Figure::Sweep] = static_cast<float>(arc.Sweep);
   record[Mark::ArcWord] = record[Mark::MotionWord] = clockwise ? 2 : 3;
   record.KerfSide = state_.KerfSide;
-  if (state_.Profiling) FillBeam(record);
   PutPlace(record);
   // The length has the sign of the sweep, and so it goes into the total.
   AddTo(profileLength_, arc.Sweep / 360 * arc.Radius * 2 * core::Pi);

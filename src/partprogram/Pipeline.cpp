@@ -105,7 +105,7 @@ PassResult RunPasses(std::string_view squeezedProgram, const PassInput& input) {
 
 void FillSlot(const PassResult& result, core::ActiveProgram& slot) {
   const DrawRecord& header = result.Conversion.Records.front();
-  slot.Material = core::Trim(TextOf(header.Material));
+  slot.Material = core::Trim(TextOf(header.Common().Material));
   slot.SheetX = header[Figure::SheetX];
   slot.SheetY = header[Figure::SheetY];
   for (std::size_t i = 0; i < slot.Clamps.size(); ++i) slot.Clamps[i] = header[ClampFigure(i)];

@@ -62,7 +62,7 @@ ReversePass::Flow ReversePass::TakeSettings() {
 void ReversePass::MakeSettings(std::int16_t mode) {
   const std::string_view text = Words().Text();
   const auto places = FindSettings(text);
-  auto settings = DrawRecord::ClearedSettings();
+  auto settings = CommonFields::ClearedSettings();
   bool found = false;
   for (std::size_t i = 0; i < settings.size(); ++i) {
     if (places[i] == std::string_view::npos) continue;
@@ -72,10 +72,12 @@ void ReversePass::MakeSettings(std::int16_t mode) {
     settings[i] = state_.Settings[i] = static_cast<float>(value.Value);
   }
   if (!found) return;
+  // The record has its own settings alone, those after it all that are set.
+  common_.SetSettings(settings);
   DrawRecord& record = AddPointRecord(Kind::Settings);
   record[Mark::SettingsMode] = mode;
-  record.Settings = settings;
   PutRecord(record);
+  common_.SetSettings(state_.Settings);
 }
 
 ReversePass::Flow ReversePass::TakeG56() {

@@ -56,21 +56,6 @@ const std::array<ReversePass::Row, 30> ReversePass::Order = {{
     {WordSet{Word::M01, Word::M00}, &ReversePass::TakeM00},
 }};
 
-namespace {
-
-BeamState BeamOf(const core::Station& station) {
-  BeamState beam;
-  beam.On = -1;
-  beam.Kind = 'P';
-  beam.ToolName = PadText<18>(station.Name);
-  beam.StationNumber = station.Number;
-  beam.StationType = station.Type;
-  beam.Number = 1;
-  return beam;
-}
-
-}  // namespace
-
 ReversePass::ReversePass(const ConversionInput& input, ConversionResult& result)
     : input_(input),
       machine_(*input.Machine),
@@ -78,7 +63,7 @@ ReversePass::ReversePass(const ConversionInput& input, ConversionResult& result)
       walker_(input.Converted, result.Subs),
       state_(ModalState::AtStart(*input.Machine)),
       last_(state_.Current),
-      beam_(BeamOf(*input.ActiveStation)) {}
+      common_(*input.ActiveStation, state_.Settings) {}
 
 void ReversePass::Run() {
   Begin();
@@ -119,8 +104,8 @@ void ReversePass::Begin() {
                              result_.Records.capacity() * sizeof(DrawRecord));
   DrawRecord sheet;
   sheet.Code = RecordCode::Sheet;
-  sheet.Name = PadText<18>("Sheet");
-  sheet.Material = PadText<72>(header_.Material);
+  sheet.ChangeCommon().Name = PadText<18>("Sheet");
+  sheet.ChangeCommon().Material = PadText<72>(header_.Material);
   sheet.RecordIndex = 1;
   sheet.KerfSide = machine_.YDirection;
   result_.Records.push_back(sheet);
@@ -297,12 +282,12 @@ ReversePass::Flow ReversePass::TakeProfiling() {
 
 // ---- records and errors ----
 
-DrawRecord& ReversePass::AddRecord(const RecordKind& kind) {
+DrawRecord& ReversePass::AddRecord(const RecordKind& kind, Beam beam) {
   // One record too many is kept, so that the end of its block can tell.
   if (result_.Records.size() > LargestCount) result_.Records.pop_back();
   DrawRecord& record = result_.Records.emplace_back();
   record.Code = kind.Code;
-  record.Name = kind.Name;
+  record.Share(common_.Of(kind, beam));
   record.BlockNumber = walker_.MainLine();
   if (InSubroutine()) {
     record.SubNumber = walker_.Level().Number;
@@ -310,12 +295,11 @@ DrawRecord& ReversePass::AddRecord(const RecordKind& kind) {
   }
   record.SkipLevel = state_.SkipLevel;
   record.Feed = static_cast<float>(state_.Feed);
-  record.Settings = state_.Settings;
   return record;
 }
 
 DrawRecord& ReversePass::AddPointRecord(const RecordKind& kind) {
-  DrawRecord& record = AddRecord(kind);
+  DrawRecord& record = AddRecord(kind, Beam::Off);
   record.CentrePoint = state_.Current;
   return record;
 }
@@ -324,7 +308,7 @@ void ReversePass::PutRecord(DrawRecord& record) {
   FinishRecord(record);
   const std::size_t index = std::min(result_.Records.size(), LargestCount);
   record.RecordIndex = static_cast<std::int16_t>(index);
-  if (record.BeamState1.On != 0) record.BeamState2.Number = record.RecordIndex;
+  if (record.BeamOn()) record.OwnNumber = record.RecordIndex;
 }
 
 void ReversePass::PutPlace(DrawRecord& record) {

@@ -7,6 +7,7 @@
 
 #include "partprogram/ArcMotion.h"
 #include "partprogram/Block.h"
+#include "partprogram/CommonOfWalk.h"
 #include "partprogram/ErrorMessages.h"
 #include "partprogram/ModalState.h"
 #include "partprogram/MotionSteps.h"
@@ -17,27 +18,6 @@
 #include "partprogram/WordValues.h"
 
 namespace torvane::partprogram {
-
-/// Code and name of a record.
-struct RecordKind {
-  std::int16_t Code;
-  FixedText<18> Name;
-};
-
-/// What the walk makes.
-namespace Kind {
-inline constexpr RecordKind Move{RecordCode::Move, PadText<18>("Move")};
-inline constexpr RecordKind LineProfile{RecordCode::LineProfile, PadText<18>("Line Profile")};
-inline constexpr RecordKind ArcProfile{RecordCode::ArcProfile, PadText<18>("Arc Profile")};
-inline constexpr RecordKind Dwell{RecordCode::Dwell, PadText<18>("Dwell")};
-inline constexpr RecordKind ProgramStop{RecordCode::ProgramStop, PadText<18>("Program Stop")};
-inline constexpr RecordKind Reposition{RecordCode::Reposition, PadText<18>("Reposition")};
-inline constexpr RecordKind FlipRotate{RecordCode::FlipRotate, PadText<18>("Flip / Rotate")};
-inline constexpr RecordKind LoadPosition{RecordCode::LoadPosition, PadText<18>("Load Position")};
-inline constexpr RecordKind OpenClamps{RecordCode::OpenClamps, PadText<18>("Open Clamps")};
-inline constexpr RecordKind CancelOffsets{RecordCode::CancelOffsets, PadText<18>("Cancel Offsets")};
-inline constexpr RecordKind Settings{RecordCode::Settings, PadText<18>("Settings")};
-}  // namespace Kind
 
 class ReversePass {
  public:
@@ -100,7 +80,6 @@ class ReversePass {
   void MakeLine(bool rapid);
   void MakeArc(bool clockwise);
   void PutArc(const ArcGeometry& arc, bool clockwise);
-  void FillBeam(DrawRecord& record) const;
   void CheckLimits(double x, double y);
   void CheckArcLimits(const DrawRecord& arc);
   void CheckLimitsEachTime();
@@ -120,9 +99,9 @@ class ReversePass {
   Flow TakeM87();
   Flow TakeM00();
 
-  /// Appends a cleared record with code, name, block numbers, feed, skip level and stored
-  /// settings. It stays where it is until the next one.
-  DrawRecord& AddRecord(const RecordKind& kind);
+  /// Appends a cleared record with code, name, block numbers, feed, skip level, stored settings and
+  /// the states of its beam. It stays where it is until the next one.
+  DrawRecord& AddRecord(const RecordKind& kind, Beam beam);
   /// The same with the position in `CentrePoint`.
   DrawRecord& AddPointRecord(const RecordKind& kind);
   /// Finishes the record added last and numbers it.
@@ -150,7 +129,7 @@ class ReversePass {
   Point3 last_;           ///< last recorded end
   float moveLength_ = 0;  ///< mm, a single as the total is
   float profileLength_ = 0;
-  const BeamState beam_;  ///< first beam state of every element cut
+  CommonOfWalk common_;
 };
 
 }  // namespace torvane::partprogram

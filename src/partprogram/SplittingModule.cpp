@@ -60,9 +60,9 @@ void ReverseArcRecord(DrawRecord& record) {
   for (const Figure figure : {Figure::Sweep, Figure::SecondRadius, Figure::ToolSweep}) {
     record[figure] = static_cast<float>(0.0 - record[figure]);
   }
-  if (record.BeamState1.On != 0 && record.BeamState1.StationType >= AngleKeepingType) {
-    record.BeamState1.Angle =
-        Normalised(record.BeamState1.Angle + record[Figure::StartAngle] - start);
+  if (record.BeamOn() && record.Common().BeamState1.StationType >= AngleKeepingType) {
+    float& angle = record.ChangeCommon().BeamState1.Angle;
+    angle = Normalised(angle + record[Figure::StartAngle] - start);
     record[Figure::ToolAngle] =
         Normalised(record[Figure::ToolAngle] + record[Figure::ToolStartAngle] - toolStart);
   }

@@ -177,13 +177,13 @@ class TablePass {
   void WriteSettings(const DrawRecord& record) {
     if (record[Mark::SettingsMode] == 0) return lines_.Put(RowType::SettingsOff, skip_);
     const auto setting = [&](std::size_t number) {
-      return Rounded(record.Settings[number - 1], 4);
+      return Rounded(record.Common().Settings[number - 1], 4);
     };
     lines_.Put(RowType::Settings, setting(1), setting(2), setting(3), setting(4), setting(5),
                setting(6));
-    if (setting(13) <= 0 || record.Settings[10 - 1] != 0) {
-      return lines_.Put(setting(8), record.Settings[10 - 1], setting(11), setting(12), setting(14),
-                        skip_);
+    if (setting(13) <= 0 || record.Common().Settings[10 - 1] != 0) {
+      return lines_.Put(setting(8), record.Common().Settings[10 - 1], setting(11), setting(12),
+                        setting(14), skip_);
     }
     lines_.Put(setting(8), static_cast<float>(setting(13) + 6.0), setting(14), setting(15),
                setting(16), skip_);

@@ -36,7 +36,7 @@ bool Holds(std::span<const DrawRecord> records, std::int16_t code) {
                      [code](const DrawRecord& record) { return record.Code == code; });
 }
 
-bool Cuts(const DrawRecord& record) { return CanSplit(record) && record.BeamState1.On != 0; }
+bool Cuts(const DrawRecord& record) { return CanSplit(record) && record.BeamOn(); }
 
 }  // namespace
 

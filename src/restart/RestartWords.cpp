@@ -59,7 +59,7 @@ const DrawRecord* FirstCut(const RecordPair& records, const std::optional<Restar
   if (!entry) return nullptr;
   const auto from = records.Draw.begin() + (entry->DrawRecord - 1);
   const auto cut = std::find_if(from, records.Draw.end(), [](const DrawRecord& record) {
-    return CanSplit(record) && record.BeamState1.On != 0;
+    return CanSplit(record) && record.BeamOn();
   });
   return cut == records.Draw.end() ? nullptr : &*cut;
 }

@@ -20,9 +20,10 @@ std::vector<partprogram::DrawRecord> ReadRecords(const platform::FileSystem& fil
   }
   std::vector<partprogram::DrawRecord> records;
   records.reserve(bytes.size() / DrawRecordSize);
+  partprogram::RecordDecoder decoder;
   for (std::size_t at = 0; at < bytes.size(); at += DrawRecordSize) {
-    records.push_back(partprogram::DecodeRecord(
-        std::span<const char, DrawRecordSize>(bytes.data() + at, DrawRecordSize)));
+    records.push_back(
+        decoder.Decode(std::span<const char, DrawRecordSize>(bytes.data() + at, DrawRecordSize)));
   }
   return records;
 }

@@ -29,7 +29,7 @@ partprogram::DrawRecord ReadSlotHeader(platform::FileSystem& files,
 }
 
 void TakeDrawHeader(const partprogram::DrawRecord& header, core::ActiveProgram& program) {
-  program.Material = core::Trim(partprogram::TextOf(header.Material));
+  program.Material = core::Trim(partprogram::TextOf(header.Common().Material));
   program.SheetX = header[Figure::SheetX];
   program.SheetY = header[Figure::SheetY];
   for (std::size_t clamp = 0; clamp < program.Clamps.size(); ++clamp) {

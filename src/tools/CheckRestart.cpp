@@ -157,7 +157,7 @@ void RehearseAll(const restart::Rehearser& rehearser, const Loaded& loaded, Prin
   }
   for (std::size_t i = 1; i < loaded.Files.Draw.size(); ++i) {
     const DrawRecord& record = loaded.Files.Draw[i];
-    if (!restart::CanSplit(record) || record.BeamState1.On == 0) continue;
+    if (!restart::CanSplit(record) || !record.BeamOn()) continue;
     printer.Print(rehearser.AtRecord(static_cast<std::int16_t>(i + 1), std::nullopt));
   }
 }

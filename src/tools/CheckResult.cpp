@@ -37,7 +37,7 @@ CheckCounts CountRecords(const std::vector<partprogram::DrawRecord>& programmed,
                                    [&](const RecordCount& row) { return row.Code == record.Code; });
     if (kind != counts.Programmed.end()) ++kind->Count;
     const bool arc = record.Code == Code::ArcProfile;
-    if ((!arc && record.Code != Code::LineProfile) || record.BeamState1.On == 0) continue;
+    if ((!arc && record.Code != Code::LineProfile) || !record.BeamOn()) continue;
     ++counts.Elements;
     counts.CutLength += std::abs(record[arc ? Figure::ArcLength : Figure::Length]);
   }

@@ -105,12 +105,13 @@ RC_GTEST_PROP(PlotFields, OfAnyBytesAreThoseOfTheWholeRecord, ()) {
   expected.StartPoint = whole.StartPoint;
   expected.EndPoint = whole.EndPoint;
   expected.CentrePoint = whole.CentrePoint;
-  for (std::size_t place = 0; place < 18; ++place) {
-    const auto figure = static_cast<partprogram::Figure>(place);
+  using partprogram::Figure;
+  for (const Figure figure :
+       {Figure::Length, Figure::SecondLength, Figure::ThirdLength, Figure::Angle, Figure::Sweep}) {
     expected[figure] = whole[figure];
   }
   expected.KerfSide = whole.KerfSide;
-  expected.BeamState1 = whole.BeamState1;
+  expected.ChangeCommon().BeamState1.On = whole.Common().BeamState1.On;
   expected.Blended = whole.Blended;
   RC_ASSERT(tests::FileOf({some}) == tests::FileOf({expected}));
 }

@@ -49,14 +49,14 @@ inline DrawRecord Cut(float x1, float y1, float x2, float y2) {
   record.Code = partprogram::RecordCode::LineProfile;
   record.StartPoint = {x1, y1, 0};
   record.EndPoint = {x2, y2, 0};
-  record.BeamState1.On = -1;
+  record.ChangeCommon().BeamState1.On = -1;
   return record;
 }
 
 inline DrawRecord MoveTo(float x1, float y1, float x2, float y2) {
   auto record = Cut(x1, y1, x2, y2);
   record.Code = partprogram::RecordCode::Move;
-  record.BeamState1.On = 0;
+  record.ChangeCommon().BeamState1.On = 0;
   return record;
 }
 
@@ -75,7 +75,7 @@ inline DrawRecord Arc(double centreX, double centreY, double radius, double star
   };
   record.StartPoint = end(start);
   record.EndPoint = end(start + sweep);
-  record.BeamState1.On = -1;
+  record.ChangeCommon().BeamState1.On = -1;
   return record;
 }
 

@@ -32,7 +32,7 @@ TEST_P(RecordColours, AreTheFirstRowThatFits) {
 }
 
 partprogram::DrawRecord Dark(partprogram::DrawRecord record) {
-  record.BeamState1.On = 0;
+  record.ChangeCommon().BeamState1.On = 0;
   return record;
 }
 

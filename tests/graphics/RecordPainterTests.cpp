@@ -202,13 +202,13 @@ TEST(PlotRecord, OnlyACutWithTheBeamOnLeavesAMark) {
     auto canvas = CanvasOf(1000);
     DrawPlotRecord(canvas, colours, MoveTo(0, 0, 10, 10), mode);
     auto moving = MoveTo(0, 0, 10, 10);
-    moving.BeamState1.On = -1;
+    moving.ChangeCommon().BeamState1.On = -1;
     DrawPlotRecord(canvas, colours, moving, mode);
     auto darkLine = Cut(0, 0, 10, 10);
-    darkLine.BeamState1.On = 0;
+    darkLine.ChangeCommon().BeamState1.On = 0;
     DrawPlotRecord(canvas, colours, darkLine, mode);
     auto darkArc = Arc(0, 0, 10, 0, 90);
-    darkArc.BeamState1.On = 0;
+    darkArc.ChangeCommon().BeamState1.On = 0;
     DrawPlotRecord(canvas, colours, darkArc, mode);
     for (const int code : {100, 151, 210, 220, 225, 230, 311, 321, 350, 355, 360, 365, 370, 400,
                            500, 0, -1, 32767}) {
@@ -223,7 +223,7 @@ TEST(PlotRecord, OnlyACutWithTheBeamOnLeavesAMark) {
 TEST(PlotRecord, AnyBeamWordButZeroCuts) {
   auto canvas = CanvasOf(1000);
   auto record = Cut(0, 0, 10, 10);
-  record.BeamState1.On = 1;
+  record.ChangeCommon().BeamState1.On = 1;
   DrawPlotRecord(canvas, core::ColourTable(), record, PaintMode::Background);
   EXPECT_EQ(canvas.Calls().size(), 1U);
 }

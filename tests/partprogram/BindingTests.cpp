@@ -93,8 +93,8 @@ TEST(FinishMove, OfATurningStationLeavesLengthAndAngle) {
   DrawRecord record;
   record.Code = RecordCode::Move;
   record.EndPoint = {3, 4, 0};
-  record.BeamState1.On = -1;
-  record.BeamState1.StationType = 10;
+  record.ChangeCommon().BeamState1.On = -1;
+  record.ChangeCommon().BeamState1.StationType = 10;
   record[Figure::Length] = 77;
   record[Figure::Angle] = 12;
   FinishRecord(record);
@@ -151,19 +151,19 @@ TEST(FinishRecord, LeavesOtherRecordsAlone) {
 
 TEST(FinishRecord, ClearsThePlacementWordsOfAProfilingBeam) {
   DrawRecord record;
-  record.BeamState1.Kind = 'P';
-  record.BeamState1.Placement = {1, 2};
-  record.BeamState1.Number = 3;
-  record.BeamState2.Kind = 'X';
-  record.BeamState2.Placement = {1, 2};
-  record.BeamState2.Number = 3;
-  record.BeamState2.ProfilingMark = -1;
+  record.ChangeCommon().BeamState1.Kind = 'P';
+  record.ChangeCommon().BeamState1.Placement = {1, 2};
+  record.ChangeCommon().ProfileNumber = 3;
+  record.ChangeCommon().BeamState2.Kind = 'X';
+  record.ChangeCommon().BeamState2.Placement = {1, 2};
+  record.OwnNumber = 3;
+  record.ChangeCommon().BeamState2.ProfilingMark = -1;
   FinishRecord(record);
-  EXPECT_EQ(record.BeamState1.Placement, (std::array<std::int32_t, 2>{0, 0}));
-  EXPECT_EQ(record.BeamState1.Number, 3);
-  EXPECT_EQ(record.BeamState2.Placement, (std::array<std::int32_t, 2>{1, 2}));
-  EXPECT_EQ(record.BeamState2.Number, 3);
-  EXPECT_EQ(record.BeamState2.ProfilingMark, -1);
+  EXPECT_EQ(record.Common().BeamState1.Placement, (std::array<std::int32_t, 2>{0, 0}));
+  EXPECT_EQ(record.Common().ProfileNumber, 3);
+  EXPECT_EQ(record.Common().BeamState2.Placement, (std::array<std::int32_t, 2>{1, 2}));
+  EXPECT_EQ(record.OwnNumber, 3);
+  EXPECT_EQ(record.Common().BeamState2.ProfilingMark, -1);
 }
 
 /// The box as told: ends, and then each whole degree.

@@ -66,8 +66,8 @@ TEST(DrawRecord, LiesOnDiskAsToldFieldByField) {
   const Bytes bytes = HandLaid();
   const DrawRecord record = DecodeRecord(bytes);
   EXPECT_EQ(record.Code, 130);
-  EXPECT_EQ(TextOf(record.Name), "Arc Profile");
-  EXPECT_EQ(TextOf(record.Material), "Mild steel");
+  EXPECT_EQ(TextOf(record.Common().Name), "Arc Profile");
+  EXPECT_EQ(TextOf(record.Common().Material), "Mild steel");
   EXPECT_EQ(record.BlockNumber, -300);
   EXPECT_EQ(record.SubNumber, -299);
   EXPECT_EQ(record.SubBlock, -298);
@@ -85,13 +85,13 @@ TEST(DrawRecord, LiesOnDiskAsToldFieldByField) {
   EXPECT_EQ(record.KerfSide, 2);
   EXPECT_EQ(record.BoxInner.MaxY, 10.25F);
   EXPECT_EQ(record.BoxOuter.MinX, 11.25F);
-  EXPECT_EQ(record.BeamState1.On, -1);
-  EXPECT_EQ(record.BeamState1.Angle, 23.0F);
-  EXPECT_EQ(record.BeamState2.ProfilingMark, 40.0F);
-  EXPECT_EQ(record.BeamState2.StationNumber, 7);
-  EXPECT_EQ(record.BeamState2.Number, 0x01020306);
+  EXPECT_EQ(record.Common().BeamState1.On, -1);
+  EXPECT_EQ(record.Common().BeamState1.Angle, 23.0F);
+  EXPECT_EQ(record.Common().BeamState2.ProfilingMark, 40.0F);
+  EXPECT_EQ(record.Common().BeamState2.StationNumber, 7);
+  EXPECT_EQ(record.OwnNumber, 0x01020306);
   EXPECT_EQ(record.Feed, 2400.0F);
-  EXPECT_EQ(record.Settings[23], 0.1F * 23);
+  EXPECT_EQ(record.Common().Settings[23], 0.1F * 23);
   EXPECT_EQ(record.Blended, -1);
 }
 

@@ -129,7 +129,7 @@ TEST(KerfJoin, AnInnerCornerIsTrimmedToTheCrossing) {
   EXPECT_NEAR(kerf[2].StartPoint.Y, 1, 1e-4);
   EXPECT_NEAR(kerf[1][Figure::Length], 9, 1e-4);
   EXPECT_EQ(kerf[1].ProfileEnd.X, kerf[1].EndPoint.X);
-  EXPECT_EQ(TextOf(kerf[1].Name), "Line Profile");
+  EXPECT_EQ(TextOf(kerf[1].Common().Name), "Line Profile");
 }
 
 TEST(KerfJoin, AnOuterCornerWithinTheLimitIsExtendedToThePoint) {
@@ -146,9 +146,9 @@ TEST(KerfJoin, AnOuterCornerBeyondTheLimitGetsAnArc) {
   draw[1].SubNumber = 3;
   draw[1].SubBlock = 5;
   draw[1].SkipLevel = 2;
-  draw[1].BeamState1.Kind = 'P';
-  draw[1].BeamState2.On = -1;
-  draw[1].Settings[4] = 12;
+  draw[1].ChangeCommon().BeamState1.Kind = 'P';
+  draw[1].ChangeCommon().BeamState2.On = -1;
+  draw[1].ChangeCommon().Settings[4] = 12;
   core::MachineData machine = Machine();
   machine.CornerLimitFactor = 1.4F;
   machine.CornerFeedPercent = 40;
@@ -156,7 +156,7 @@ TEST(KerfJoin, AnOuterCornerBeyondTheLimitGetsAnArc) {
   ASSERT_EQ(kerf.size(), 4U);
   const DrawRecord& arc = kerf[2];
   EXPECT_EQ(arc.Code, RecordCode::ArcProfile);
-  EXPECT_EQ(TextOf(arc.Name), "Arc Profile");
+  EXPECT_EQ(TextOf(arc.Common().Name), "Arc Profile");
   EXPECT_EQ(arc[Mark::CornerArc], -1);
   EXPECT_EQ(arc[Figure::Radius], 1);
   EXPECT_EQ(arc[Figure::StartAngle], 270);
@@ -169,9 +169,9 @@ TEST(KerfJoin, AnOuterCornerBeyondTheLimitGetsAnArc) {
   EXPECT_EQ(arc.SubNumber, 3);
   EXPECT_EQ(arc.SubBlock, 5);
   EXPECT_EQ(arc.SkipLevel, 2);
-  EXPECT_EQ(arc.BeamState1.Kind, 'P');
-  EXPECT_EQ(arc.BeamState2.On, -1);
-  EXPECT_EQ(arc.Settings[4], 12);
+  EXPECT_EQ(arc.Common().BeamState1.Kind, 'P');
+  EXPECT_EQ(arc.Common().BeamState2.On, -1);
+  EXPECT_EQ(arc.Common().Settings[4], 12);
   EXPECT_EQ(arc.KerfSide, 0);
   EXPECT_EQ(arc.RecordIndex, 2);  // of the element before it
   EXPECT_EQ(kerf[3].RecordIndex, 3);

@@ -22,7 +22,7 @@ inline DrawRecord Header() {
 inline DrawRecord Straight(std::int16_t code, Point3 start, Point3 end, std::int16_t side = 0) {
   DrawRecord record;
   record.Code = code;
-  record.Name = PadText<18>(code == RecordCode::Move ? "Move" : "Line Profile");
+  record.ChangeCommon().Name = PadText<18>(code == RecordCode::Move ? "Move" : "Line Profile");
   record.StartPoint = start;
   record.EndPoint = end;
   record.KerfSide = side;
@@ -41,7 +41,7 @@ inline DrawRecord Arc(Point3 centre, double radius, double start, double sweep,
                       std::int16_t side = 0) {
   DrawRecord record;
   record.Code = RecordCode::ArcProfile;
-  record.Name = PadText<18>("Arc Profile");
+  record.ChangeCommon().Name = PadText<18>("Arc Profile");
   record.CentrePoint = centre;
   record[Figure::Radius] = static_cast<float>(radius);
   record[Figure::StartAngle] = static_cast<float>(start);

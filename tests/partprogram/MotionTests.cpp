@@ -60,7 +60,7 @@ TEST(Position, G92MakesTheCurrentPositionRead) {
 TEST(Position, G53TakesTheOffsetAwayAndLeavesARecord) {
   const auto records = RecordsOf({"G56 X100", "G00 X1 Y2", "G53", "G00 X1"});
   EXPECT_EQ(records[1].Code, RecordCode::CancelOffsets);
-  EXPECT_EQ(TextOf(records[1].Name), "Cancel Offsets");
+  EXPECT_EQ(TextOf(records[1].Common().Name), "Cancel Offsets");
   EXPECT_EQ(records[1].CentrePoint.X, 101);
   EXPECT_EQ(records[1].CentrePoint.Y, 2);
   EXPECT_EQ(records[1].StartPoint.X, 0);  // the position stands in CentrePoint alone
@@ -155,16 +155,16 @@ TEST(Modal, M100TurnsMirroringOff) { EXPECT_END(Last({"M11", "M100", "G00 X5 Y0"
 TEST(Line, IsAMoveWithTheBeamOffAndAProfileWithTheBeamOn) {
   const auto records = RecordsOf({"G01 X3 Y4", "G31 T2=3", "G42", "G01 X3 Y14 F500"});
   EXPECT_EQ(records[0].Code, RecordCode::Move);
-  EXPECT_EQ(TextOf(records[0].Name), "Move");
+  EXPECT_EQ(TextOf(records[0].Common().Name), "Move");
   EXPECT_EQ(records[0][Figure::Length], 5);
   EXPECT_EQ(records[0][Figure::SecondLength], 5);
   EXPECT_EQ(records[0][Figure::ThirdLength], 5);
   EXPECT_EQ(records[0][Figure::Angle], 53.13F);
   EXPECT_EQ(records[0][Mark::MotionWord], 1);
-  EXPECT_EQ(records[0].BeamState1.On, 0);
+  EXPECT_EQ(records[0].Common().BeamState1.On, 0);
   const DrawRecord& cut = records[2];
   EXPECT_EQ(cut.Code, RecordCode::LineProfile);
-  EXPECT_EQ(TextOf(cut.Name), "Line Profile");
+  EXPECT_EQ(TextOf(cut.Common().Name), "Line Profile");
   EXPECT_EQ(cut[Figure::Length], 10);
   EXPECT_EQ(cut[Figure::Angle], 90);
   EXPECT_EQ(cut.KerfSide, 2);
@@ -177,22 +177,22 @@ TEST(Line, IsAMoveWithTheBeamOffAndAProfileWithTheBeamOn) {
 
 TEST(Line, CarriesTheBeamStatesWhileProfiling) {
   const auto record = Last({"G31 T2=3", "G01 X1"});
-  EXPECT_EQ(record.BeamState1.On, -1);
-  EXPECT_EQ(record.BeamState1.Kind, 'P');
-  EXPECT_EQ(TextOf(record.BeamState1.ToolName), "Laser 1");
-  EXPECT_EQ(record.BeamState1.StationNumber, 1);
-  EXPECT_EQ(record.BeamState1.StationType, 3);
-  EXPECT_EQ(record.BeamState1.Number, 1);
-  EXPECT_EQ(record.BeamState2.ProfilingMark, -1);
-  EXPECT_EQ(record.BeamState2.Number, record.RecordIndex);
-  EXPECT_EQ(record.BeamState2.On, 0);
+  EXPECT_EQ(record.Common().BeamState1.On, -1);
+  EXPECT_EQ(record.Common().BeamState1.Kind, 'P');
+  EXPECT_EQ(TextOf(record.Common().BeamState1.ToolName), "Laser 1");
+  EXPECT_EQ(record.Common().BeamState1.StationNumber, 1);
+  EXPECT_EQ(record.Common().BeamState1.StationType, 3);
+  EXPECT_EQ(record.Common().ProfileNumber, 1);
+  EXPECT_EQ(record.Common().BeamState2.ProfilingMark, -1);
+  EXPECT_EQ(record.OwnNumber, record.RecordIndex);
+  EXPECT_EQ(record.Common().BeamState2.On, 0);
 }
 
 TEST(Line, CarriesClearedBeamStatesOtherwise) {
   const auto record = Last({"G01 X1"});
-  EXPECT_EQ(record.BeamState1.Kind, ' ');
-  EXPECT_EQ(record.BeamState2.ProfilingMark, 0);
-  EXPECT_EQ(record.BeamState2.Number, 0);
+  EXPECT_EQ(record.Common().BeamState1.Kind, ' ');
+  EXPECT_EQ(record.Common().BeamState2.ProfilingMark, 0);
+  EXPECT_EQ(record.OwnNumber, 0);
 }
 
 TEST(Line, OfNoLengthHasAngleZeroAndABoxOfTen) {
@@ -229,7 +229,7 @@ TEST(Line, NeedsXOrY) { EXPECT_THAT(CodesOf({"G01 Z5", "G00 I5"}), IsEmpty()); }
 TEST(CentreArc, IsSolved) {
   const auto record = Last({"G00 X10 Y0", "G03 X0 Y10 I-10 J0"});
   EXPECT_EQ(record.Code, RecordCode::ArcProfile);
-  EXPECT_EQ(TextOf(record.Name), "Arc Profile");
+  EXPECT_EQ(TextOf(record.Common().Name), "Arc Profile");
   EXPECT_EQ(record[Figure::Radius], 10);
   EXPECT_NEAR(record[Figure::ArcLength], 15.708, 1e-3);
   EXPECT_EQ(record[Figure::StartAngle], 0);
@@ -289,8 +289,8 @@ TEST(CentreArc, WithNothingIsAFullCircleOfNoRadius) {
 
 TEST(CentreArc, KeepsItsCodeWithTheBeamOff) {
   EXPECT_EQ(Last({"G02 I5"}).Code, RecordCode::ArcProfile);
-  EXPECT_EQ(Last({"G02 I5"}).BeamState1.On, 0);
-  EXPECT_EQ(Last({"G31 T2=3", "G02 I5"}).BeamState1.On, -1);
+  EXPECT_EQ(Last({"G02 I5"}).Common().BeamState1.On, 0);
+  EXPECT_EQ(Last({"G31 T2=3", "G02 I5"}).Common().BeamState1.On, -1);
 }
 
 TEST(CentreArc, AnEndFiveHundredthsOffPassesAndAThousandthMoreFails) {
@@ -476,7 +476,7 @@ TEST_F(LimitFixture, ARepositionMovesTheXLimitsByItsI) {
 TEST(Reposition, CarriesItsDistancesAndTheMovedLimits) {
   const auto record = Last({"G00 X5 Y6", "G95 I100 J2 K3"});
   EXPECT_EQ(record.Code, RecordCode::Reposition);
-  EXPECT_EQ(TextOf(record.Name), "Reposition");
+  EXPECT_EQ(TextOf(record.Common().Name), "Reposition");
   EXPECT_EQ(record[Figure::RepositionX], 100);
   EXPECT_EQ(record[Figure::Backoff], 2);
   EXPECT_EQ(record[Figure::LimitXMin], -10100);
@@ -514,39 +514,39 @@ TEST(Settings, AreRecordedAndStored) {
   const auto records = RecordsOf({"G30 1=5,24=7", "G00 X1", "G32 2=9", "G04 K1"});
   EXPECT_EQ(records[0].Code, RecordCode::Settings);
   EXPECT_EQ(records[0][Mark::SettingsMode], 0);
-  EXPECT_EQ(records[0].Settings[0], 5);
-  EXPECT_EQ(records[0].Settings[23], 7);
-  EXPECT_EQ(records[0].Settings[1], -999);
-  EXPECT_EQ(records[1].Settings[0], 5);
+  EXPECT_EQ(records[0].Common().Settings[0], 5);
+  EXPECT_EQ(records[0].Common().Settings[23], 7);
+  EXPECT_EQ(records[0].Common().Settings[1], -999);
+  EXPECT_EQ(records[1].Common().Settings[0], 5);
   EXPECT_EQ(records[2][Mark::SettingsMode], 2);
-  EXPECT_EQ(records[2].Settings[0], -999);  // a Settings record holds its own alone
-  EXPECT_EQ(records[2].Settings[1], 9);
-  EXPECT_EQ(records[3].Settings[0], 5);
-  EXPECT_EQ(records[3].Settings[1], 9);
+  EXPECT_EQ(records[2].Common().Settings[0], -999);  // a Settings record holds its own alone
+  EXPECT_EQ(records[2].Common().Settings[1], 9);
+  EXPECT_EQ(records[3].Common().Settings[0], 5);
+  EXPECT_EQ(records[3].Common().Settings[1], 9);
 }
 
 TEST(Settings, WithoutAValueLeaveNoRecord) { EXPECT_THAT(CodesOf({"G30", "G32 1=Z"}), IsEmpty()); }
 
 TEST(Settings, ASettingStandsInsideALongerOne) {
   const auto record = Last({"G32 14=3"});
-  EXPECT_EQ(record.Settings[13], 3);
-  EXPECT_EQ(record.Settings[3], 3);  // "4=" stands in "14="
+  EXPECT_EQ(record.Common().Settings[13], 3);
+  EXPECT_EQ(record.Common().Settings[3], 3);  // "4=" stands in "14="
 }
 
 TEST(Settings, TheFirstPlaceOfASettingCounts) {
   const auto record = Last({"G32 14=3,4=8"});
-  EXPECT_EQ(record.Settings[3], 3);
+  EXPECT_EQ(record.Common().Settings[3], 3);
 }
 
 TEST(Settings, BlanksDoNotDivideThem) {
   // Without its blanks the block reads "1=152=6": setting 1 is 152.
   const auto record = Last({"G32 1=15 2=6"});
-  EXPECT_EQ(record.Settings[0], 152);
-  EXPECT_EQ(record.Settings[1], 6);
+  EXPECT_EQ(record.Common().Settings[0], 152);
+  EXPECT_EQ(record.Common().Settings[1], 6);
 }
 
 TEST(Settings, TheBeamWordSetsSettingTwo) {
-  EXPECT_EQ(Last({"G31 T2=3"}).Settings[1], 3);
+  EXPECT_EQ(Last({"G31 T2=3"}).Common().Settings[1], 3);
   EXPECT_EQ(Last({"G31 T2=3"})[Mark::SettingsMode], 1);
 }
 
@@ -590,7 +590,7 @@ TEST(LoadPosition, GoesToTheMachinesXAndItsOwnY) {
 TEST(FlipRotate, FlagsByIAndJ) {
   const auto record = Last({"M55 I1 J0 A90"});
   EXPECT_EQ(record.Code, RecordCode::FlipRotate);
-  EXPECT_EQ(TextOf(record.Name), "Flip / Rotate");
+  EXPECT_EQ(TextOf(record.Common().Name), "Flip / Rotate");
   EXPECT_EQ(record[Mark::FlipX], -1);
   EXPECT_EQ(record[Mark::FlipY], 0);
   EXPECT_EQ(record[Figure::Rotation], 90);

@@ -65,16 +65,17 @@ TEST(ReverseRecord, NegatesTheSideOfALineAndNotOfAnArc) {
 
 TEST(ReverseRecord, AToolThatTurnsWithItsArcKeepsItsAngleToThePath) {
   DrawRecord arc = Arc(90);
-  arc.BeamState1.On = -1;
-  arc.BeamState1.Angle = 5;
+  arc.ChangeCommon().BeamState1.On = -1;
+  arc.ChangeCommon().BeamState1.Angle = 5;
   arc[Figure::ToolAngle] = 7;
   DrawRecord other = arc;
-  arc.BeamState1.StationType = 10;
+  arc.ChangeCommon().BeamState1.StationType = 10;
   ReverseArcRecord(arc);
-  EXPECT_EQ(arc.BeamState1.Angle, 95) << "five degrees off the new start, as off the old one";
+  EXPECT_EQ(arc.Common().BeamState1.Angle, 95)
+      << "five degrees off the new start, as off the old one";
   EXPECT_EQ(arc[Figure::ToolAngle], 7);
   ReverseArcRecord(other);
-  EXPECT_EQ(other.BeamState1.Angle, 5);
+  EXPECT_EQ(other.Common().BeamState1.Angle, 5);
 }
 
 TEST(ReverseRecord, TwiceIsTheSameElement) {

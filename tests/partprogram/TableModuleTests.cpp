@@ -30,7 +30,7 @@ std::string RowOf(const DrawRecord& record) {
 DrawRecord Settings(std::int16_t mode, const std::vector<float>& values) {
   DrawRecord record = Other(RecordCode::Settings);
   record[Mark::SettingsMode] = mode;
-  std::copy(values.begin(), values.end(), record.Settings.begin());
+  std::copy(values.begin(), values.end(), record.ChangeCommon().Settings.begin());
   return record;
 }
 
@@ -189,7 +189,7 @@ TEST(Table, MoreLinesThanTheCountHoldsAreRefused) {
 
 TEST(Table, TheFirstRecordWhoseLineWouldBeCutIsTold) {
   DrawRecord huge = Settings(1, {});
-  huge.Settings.fill(-1e15F);
+  huge.ChangeCommon().Settings.fill(-1e15F);
   auto kerf = Numbered({Move({0, 0, 0}, {1, 1, 0}), huge, huge});
   EXPECT_EQ(MakeTables(1, kerf).CutLineRecord, 3);
   auto good = Numbered({Settings(1, {})});

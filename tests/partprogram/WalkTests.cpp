@@ -28,7 +28,7 @@ TEST(Walk, AProgramWithoutMotionGivesTheHeaderAlone) {
   const auto result = Convert({"! NOTHING", "M30"});
   ASSERT_EQ(result.Records.size(), 1U);
   EXPECT_EQ(result.Records[0].Code, RecordCode::Sheet);
-  EXPECT_EQ(TextOf(result.Records[0].Name), "Sheet");
+  EXPECT_EQ(TextOf(result.Records[0].Common().Name), "Sheet");
   EXPECT_EQ(result.Records[0][Mark::RecordCount], 1);
   EXPECT_EQ(result.Records[0].RecordIndex, 1);
   EXPECT_EQ(result.Records[0].KerfSide, 1);  // the machine's Y direction
@@ -382,7 +382,7 @@ TEST(Walk, CountsStandInTheHeader) {
 
 TEST(Walk, MaterialIsCutAtItsField) {
   const auto result = Convert({"! MATERIAL : " + std::string(100, 'M')});
-  EXPECT_EQ(TextOf(result.Records[0].Material), std::string(72, 'M'));
+  EXPECT_EQ(TextOf(result.Records[0].Common().Material), std::string(72, 'M'));
 }
 
 // ---- the report ----

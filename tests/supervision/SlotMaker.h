@@ -60,7 +60,7 @@ struct SlotMaker {
   void PutRecords(int slot, std::string_view extension, const std::vector<std::int16_t>& blocks) {
     partprogram::DrawRecord header;
     header.Code = partprogram::RecordCode::Sheet;
-    header.Material = partprogram::PadText<72>("Mild steel");
+    header.ChangeCommon().Material = partprogram::PadText<72>("Mild steel");
     header[partprogram::Figure::SheetX] = 1000;
     header[partprogram::Figure::SheetY] = 500;
     for (std::size_t clamp = 0; clamp < 4; ++clamp) {
