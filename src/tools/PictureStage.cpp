@@ -1,6 +1,8 @@
 #include "tools/PictureStage.h"
 
 #include <QCoreApplication>
+#include <algorithm>
+#include <array>
 
 #include "app/StartUp.h"
 #include "platform/RuntimeFault.h"
@@ -13,6 +15,13 @@ constexpr int LookMs = 10;
 /// Longer than any screen takes to come, the dialog of a dead line included.
 constexpr int PatienceMs = 60000;
 constexpr double MachineSpeed = 1;
+/// States of the main screen that the manual shows.
+constexpr std::array<std::string_view, 2> StatesOfTheManual = {"graphics", "restart-split"};
+
+bool InTheManual(std::string_view state) {
+  return state.empty() || std::find(StatesOfTheManual.begin(), StatesOfTheManual.end(), state) !=
+                              StatesOfTheManual.end();
+}
 
 }  // namespace
 
@@ -70,7 +79,7 @@ void PictureStage::Snap(const std::string& screen, const std::string& state) {
 }
 
 void PictureStage::Snap(toolkit::Desk& desk, const std::string& screen, const std::string& state) {
-  if (!state.empty() && !options_.EveryState) return;
+  if (!options_.EveryState && !InTheManual(state)) return;
   const std::string path = options_.Folder + "/" + screen + (state.empty() ? "" : "-" + state) +
                            "-" + std::to_string(options_.Size.Width) + "x" +
                            std::to_string(options_.Size.Height) + ".png";

@@ -25,7 +25,7 @@ namespace torvane::tools {
 struct PictureOptions {
   std::string Folder;       ///< native path, must exist
   WindowSize Size;          ///< of the console
-  bool EveryState = false;  ///< also the states of a screen, not only one picture a screen
+  bool EveryState = false;  ///< also the states of a screen that the manual does not show
 };
 
 /// The same keys give the same pictures, whatever the machine that makes them: time is virtual and
@@ -49,8 +49,8 @@ class PictureStage : private ConsoleStart {
   /// Selects a program and closes the information screen that opens on it.
   void Select(const std::string& directory, const std::string& program);
 
-  /// "<Screen>-<WxH>.png", or "<Screen>-<state>-<WxH>.png" when every state is wanted. Throws
-  /// RuntimeFault when the picture cannot be written.
+  /// "<Screen>-<WxH>.png", or "<Screen>-<state>-<WxH>.png" when every state is wanted, or the
+  /// manual shows that state. Throws RuntimeFault when the picture cannot be written.
   void Snap(const std::string& screen, const std::string& state = {});
   void Snap(toolkit::Desk& desk, const std::string& screen, const std::string& state);
 
