@@ -1,8 +1,5 @@
 #include "Programs.h"
 
-#include <QElapsedTimer>
-#include <QStringList>
-#include <csignal>
 #include <filesystem>
 
 #include "support/QtEnvironment.h"
@@ -12,84 +9,9 @@ namespace torvane::tests {
 
 namespace {
 
-constexpr int LookMs = 20;
 constexpr int StartMs = 10000;
 
 }  // namespace
-
-RunningProgram::RunningProgram(std::string name) : name_(std::move(name)) {}
-
-RunningProgram::~RunningProgram() {
-  if (Runs()) Kill();
-}
-
-void RunningProgram::Start(const char* program, const std::vector<std::string>& arguments) {
-  QStringList list;
-  for (const std::string& argument : arguments) list << QString::fromStdString(argument);
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert("QT_QPA_PLATFORM", "offscreen");
-  process_.setProcessEnvironment(environment);
-  process_.start(program, list);
-  ASSERT_TRUE(process_.waitForStarted(StartMs)) << program;
-}
-
-std::string RunningProgram::Output() {
-  output_ += process_.readAllStandardOutput().toStdString();
-  return output_;
-}
-
-std::string RunningProgram::Errors() {
-  errors_ += process_.readAllStandardError().toStdString();
-  return errors_;
-}
-
-bool RunningProgram::WaitFor(const std::string& text, int ms) {
-  if (WaitForQuietly(text, ms)) return true;
-  ADD_FAILURE() << name_ << " did not say \"" << text << "\" but:\n" << Output() << Errors();
-  return false;
-}
-
-bool RunningProgram::WaitForQuietly(const std::string& text, int ms) {
-  QElapsedTimer clock;
-  clock.start();
-  while (clock.elapsed() < ms) {
-    const auto found = Output().find(text, waited_);
-    if (found != std::string::npos) {
-      waited_ = found + text.size();
-      return true;
-    }
-    if (!Runs()) break;
-    process_.waitForReadyRead(LookMs);
-  }
-  return false;
-}
-
-int RunningProgram::WaitForEnd(int ms) {
-  if (Runs() && !process_.waitForFinished(ms)) {
-    ADD_FAILURE() << name_ << " still runs; it said:\n" << Output() << Errors();
-    return -1;
-  }
-  if (process_.exitStatus() != QProcess::NormalExit) {
-    ADD_FAILURE() << name_ << " crashed; it said:\n" << Output() << Errors();
-    return -1;
-  }
-  return process_.exitCode();
-}
-
-void RunningProgram::Type(const std::string& line) {
-  process_.write((line + "\n").c_str());
-  process_.waitForBytesWritten(StartMs);
-}
-
-void RunningProgram::Freeze() { kill(static_cast<pid_t>(process_.processId()), SIGSTOP); }
-void RunningProgram::Thaw() { kill(static_cast<pid_t>(process_.processId()), SIGCONT); }
-
-void RunningProgram::Signal(int number) { kill(static_cast<pid_t>(process_.processId()), number); }
-
-void RunningProgram::Kill() {
-  process_.kill();
-  process_.waitForFinished(StartMs);
-}
 
 EndToEnd::EndToEnd() {
   std::filesystem::copy(torvane::tests::SourceTree() / "examples" / "installation",

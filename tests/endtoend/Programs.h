@@ -3,48 +3,15 @@
 #pragma once
 
 #include <QImage>
-#include <QProcess>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "support/RunningProgram.h"
 #include "support/TempDirectory.h"
 
 namespace torvane::tests {
-
-/// Everything that a program said, and whether it still runs.
-class RunningProgram {
- public:
-  explicit RunningProgram(std::string name);
-  ~RunningProgram();
-
-  void Start(const char* program, const std::vector<std::string>& arguments);
-  /// Waits until its standard output holds the text behind what was waited for before.
-  [[nodiscard]] bool WaitFor(const std::string& text, int ms);
-  /// The same without a failure when it does not come.
-  [[nodiscard]] bool WaitForQuietly(const std::string& text, int ms);
-  /// Waits for its end; -1 when it still runs, or did not end by itself.
-  [[nodiscard]] int WaitForEnd(int ms);
-  void Type(const std::string& line);
-  /// SIGSTOP, SIGCONT: it stands still as a controller does that hangs.
-  void Freeze();
-  void Thaw();
-  /// SIGTERM and the like.
-  void Signal(int number);
-  /// At once, without a chance to clean up.
-  void Kill();
-  [[nodiscard]] bool Runs() const { return process_.state() != QProcess::NotRunning; }
-  [[nodiscard]] std::string Output();
-  [[nodiscard]] std::string Errors();
-
- private:
-  std::string name_;
-  QProcess process_;
-  std::string output_;
-  std::string errors_;
-  std::size_t waited_ = 0;
-};
 
 class EndToEnd : public ::testing::Test {
  protected:
