@@ -17,7 +17,7 @@
 
 #include "core/General.h"
 #include "core/SlotFiles.h"
-#include "partprogram/Pipeline.h"
+#include "partprogram/SlotWriter.h"
 #include "platform/DiskFileSystem.h"
 #include "support/ProgramGenerator.h"
 
@@ -89,9 +89,7 @@ PassResult SelectOnce(std::string_view program, platform::FileSystem& files,
   const PassInput input{"SHEET", "BENCH", 1, &machine, &station, {}};
   const std::string squeezed = SqueezeProgram(program);
   files.ReplaceFile(core::SlotFile(directories, 1, core::Extension::Program), squeezed);
-  PassResult result = RunPasses(squeezed, input);
-  WriteSlotFiles(files, directories, 1, result);
-  return result;
+  return MakeSlotFiles(files, directories, squeezed, input);
 }
 
 void RunSelect(benchmark::State& state, bool expressions) {

@@ -85,22 +85,37 @@ PassOutcome CountBody(Pipeline& pipeline) {
   return PassOutcome::Good;
 }
 
+struct PassRow {
+  Pass Is;
+  PassOutcome (*Run)(Pipeline&);
+};
+
 /// The road of a program. The first pass that refuses it ends the road.
-constexpr std::array<PassOutcome (*)(Pipeline&), 6> Passes = {Clean, Convert,  CompensateKerf,
-                                                              Blend, Tabulate, CountBody};
+constexpr std::array<PassRow, 6> Passes = {{{Pass::Clean, Clean},
+                                            {Pass::Convert, Convert},
+                                            {Pass::Kerf, CompensateKerf},
+                                            {Pass::Blends, Blend},
+                                            {Pass::Tables, Tabulate},
+                                            {Pass::Counts, CountBody}}};
 
 }  // namespace
 
 PassResult RunPasses(std::string_view squeezedProgram, const PassInput& input) {
   PassResult result;
+  RunPasses(squeezedProgram, input, result, [](Pass) {});
+  return result;
+}
+
+void RunPasses(std::string_view squeezedProgram, const PassInput& input, PassResult& result,
+               const std::function<void(Pass)>& after) {
   // A console has painted before it selects, and that makes every sine of the passes slow.
   platform::ClearVectorState();
   Pipeline pipeline{squeezedProgram, input, result};
-  for (const auto pass : Passes) {
-    result.Outcome = pass(pipeline);
+  for (const PassRow& pass : Passes) {
+    result.Outcome = pass.Run(pipeline);
+    after(pass.Is);
     if (result.Outcome != PassOutcome::Good) break;
   }
-  return result;
 }
 
 void FillSlot(const PassResult& result, core::ActiveProgram& slot) {

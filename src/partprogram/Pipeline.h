@@ -1,8 +1,8 @@
-// The road from the text of a part program to the files of a slot: the passes in their order, and
-// the one place that writes what they made.
+// The road from the text of a part program to its table lines: the passes in their order.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +47,23 @@ struct PassResult {
   std::int16_t BodyLines = 0;    ///< records of ".rnd"
 };
 
+/// The passes in their order.
+enum class Pass : std::uint8_t {
+  Clean,    ///< made `Text`
+  Convert,  ///< made `Conversion`; the records still take their numbers from the next
+  Kerf,     ///< made `Kerf`
+  Blends,
+  Tables,  ///< made `Table`, and the last fields of `Kerf`
+  Counts,
+};
+
 /// Runs all passes over a squeezed program. Touches no file.
 [[nodiscard]] PassResult RunPasses(std::string_view squeezedProgram, const PassInput& input);
+
+/// The same, and tells after each pass that it has run; the outcome in `result` is that of the
+/// pass.
+void RunPasses(std::string_view squeezedProgram, const PassInput& input, PassResult& result,
+               const std::function<void(Pass)>& after);
 
 /// The slot's fields that come from the passes: material, sheet, clamps, kerf width, counts, units,
 /// load Y, totals. The other fields stay.
@@ -57,13 +72,6 @@ void FillSlot(const PassResult& result, core::ActiveProgram& slot);
 /// Writes Reverse.txt in `ServiceDirectory`.
 void WriteReport(platform::FileSystem& files, const core::DirectorySet& directories,
                  const PassResult& result);
-
-/// Writes "Actvprg<slot>." with bdy, cnv, drw, krw, tbl, tbx and rnd in `RootDirectory`, each file
-/// replaced whole, the subroutines in the slot's directory, and the report. Behind an outcome other
-/// than Good it writes those that exist: the caller empties the slot.
-/// Throws RuntimeFault where a file cannot be written.
-void WriteSlotFiles(platform::FileSystem& files, const core::DirectorySet& directories,
-                    core::Slot slot, const PassResult& result);
 
 /// The bytes of a record file.
 [[nodiscard]] std::string EncodeRecords(const std::vector<DrawRecord>& records);

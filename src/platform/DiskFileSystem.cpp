@@ -126,8 +126,9 @@ void DiskFileSystem::ReplaceFile(std::string_view path, std::string_view bytes) 
   ReplaceWhole(path, Native(path), bytes);
 }
 
-void DiskFileSystem::ReplaceFileByParts(std::string_view path, const PartSource& next) {
-  ReplaceWhole(path, Native(path), [&](const DiskFile& file) {
+std::unique_ptr<NewFile> DiskFileSystem::WriteBeside(std::string_view path,
+                                                     const PartSource& next) {
+  return std::make_unique<FileBeside>(path, Native(path), [&](const DiskFile& file) {
     std::string part;
     for (next(part); !part.empty(); next(part)) file.WriteAll(part);
   });

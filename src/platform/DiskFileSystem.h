@@ -39,7 +39,8 @@ class DiskFileSystem final : public FileSystem {
   void RemoveDirectory(std::string_view path) override;
   [[nodiscard]] std::string ReadFile(std::string_view path) const override;
   void ReplaceFile(std::string_view path, std::string_view bytes) override;
-  void ReplaceFileByParts(std::string_view path, const PartSource& next) override;
+  [[nodiscard]] std::unique_ptr<NewFile> WriteBeside(std::string_view path,
+                                                     const PartSource& next) override;
   void OverwriteFile(std::string_view path, std::string_view bytes) override;
   void AppendFile(std::string_view path, std::string_view bytes) override;
   [[nodiscard]] std::uint64_t FileSize(std::string_view path) const override;

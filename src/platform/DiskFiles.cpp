@@ -126,27 +126,41 @@ void DiskFile::Close() {
   if (::close(std::exchange(descriptor_, -1)) != 0) ThrowFileFault(path_, errno);
 }
 
-void ReplaceWhole(std::string_view path, const std::string& native,
-                  const std::function<void(const DiskFile&)>& write, Flushed flushed) {
-  const std::string target = BehindLinks(native);
+FileBeside::FileBeside(std::string_view path, const std::string& native,
+                       const std::function<void(const DiskFile&)>& write, Flushed flushed)
+    : path_(path), target_(BehindLinks(native)), flushed_(flushed) {
   struct stat old {};
-  const bool was = ::stat(target.c_str(), &old) == 0;
+  const bool was = ::stat(target_.c_str(), &old) == 0;
   if (was && S_ISDIR(old.st_mode)) ThrowFileFault(path, EISDIR);
   // A device or a pipe is never put away for a file.
-  if (was && !S_ISREG(old.st_mode)) throw RuntimeFault(std::string(path), "is no file");
-  std::string beside;
-  DiskFile file = DiskFile::Beside(path, target, beside);
+  if (was && !S_ISREG(old.st_mode)) throw RuntimeFault(path_, "is no file");
+  DiskFile file = DiskFile::Beside(path, target_, beside_);
   try {
     if (was) static_cast<void>(::fchmod(file.Descriptor(), old.st_mode & 07777U));
     write(file);
-    if (flushed == Flushed::Yes) file.Flush();
+    if (flushed_ == Flushed::Yes) file.Flush();
     file.Close();
-    if (::rename(beside.c_str(), target.c_str()) != 0) ThrowFileFault(path, errno);
   } catch (...) {
-    ::unlink(beside.c_str());
+    ::unlink(beside_.c_str());
     throw;
   }
-  if (flushed == Flushed::Yes) FlushDirectory(std::filesystem::path(target).parent_path());
+}
+
+FileBeside::~FileBeside() {
+  if (!beside_.empty()) ::unlink(beside_.c_str());
+}
+
+void FileBeside::PutInPlace() {
+  if (::rename(beside_.c_str(), target_.c_str()) != 0) ThrowFileFault(path_, errno);
+  beside_.clear();
+  if (flushed_ == Flushed::Yes) {
+    FlushDirectory(std::filesystem::path(target_).parent_path());
+  }
+}
+
+void ReplaceWhole(std::string_view path, const std::string& native,
+                  const std::function<void(const DiskFile&)>& write, Flushed flushed) {
+  FileBeside(path, native, write, flushed).PutInPlace();
 }
 
 void ReplaceWhole(std::string_view path, const std::string& native, std::string_view bytes,

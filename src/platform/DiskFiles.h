@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/FileSystem.h"
+
 namespace torvane::platform {
 
 /// Throws RuntimeFault for the system path, with what `error` (an errno) means in plain words.
@@ -49,6 +51,25 @@ inline constexpr const char* BesideEnding = ".new~";
 /// Whether a replaced file is on the disk when the call returns. Without it a power cut may leave
 /// the old file or an empty one; a kill never does.
 enum class Flushed { Yes, No };
+
+/// A file written beside its place, and flushed. A link stays a link, and the file keeps its
+/// permissions. Whatever `write` throws leaves the old file.
+class FileBeside final : public NewFile {
+ public:
+  FileBeside(std::string_view path, const std::string& native,
+             const std::function<void(const DiskFile&)>& write, Flushed flushed = Flushed::Yes);
+  ~FileBeside() override;
+  FileBeside(const FileBeside&) = delete;
+  FileBeside& operator=(const FileBeside&) = delete;
+
+  void PutInPlace() override;
+
+ private:
+  std::string path_;
+  std::string target_;
+  std::string beside_;  ///< empty once it is in place
+  Flushed flushed_;
+};
 
 /// Written beside, flushed, renamed. A link stays a link, and the file keeps its permissions.
 /// Whatever `write` throws leaves the old file.

@@ -30,6 +30,15 @@ class RecordFile {
   virtual bool Read(std::uint32_t number, std::span<char> bytes) = 0;
 };
 
+/// A file that is written and not yet in its place. It leaves no trace when it goes before it is.
+class NewFile {
+ public:
+  virtual ~NewFile() = default;
+
+  /// Replaces the old file, once.
+  virtual void PutInPlace() = 0;
+};
+
 /// The one place that turns the system's paths into the machine's: "\" or "/" divide, names are
 /// found without minding their case, and a path without a root stands under the working directory.
 /// Whatever cannot be done throws RuntimeFault, which names the path; tests of existence never do.
@@ -53,13 +62,15 @@ class FileSystem {
   /// with what the call before put there.
   using PartSource = std::function<void(std::string& part)>;
 
-  /// ReplaceFile for a large file, whose bytes are made part by part and never stand in memory all
-  /// at once. What `next` throws leaves the old file as it was.
-  virtual void ReplaceFileByParts(std::string_view path, const PartSource& next) {
-    std::string bytes;
-    std::string part;
-    for (next(part); !part.empty(); next(part)) bytes += part;
-    ReplaceFile(path, bytes);
+  /// A large file, whose bytes are made part by part and never stand in memory all at once, written
+  /// beside its place and flushed. What `next` throws leaves nothing. Another thread may write the
+  /// next file meanwhile.
+  [[nodiscard]] virtual std::unique_ptr<NewFile> WriteBeside(std::string_view path,
+                                                             const PartSource& next);
+
+  /// WriteBeside, and put in place at once.
+  void ReplaceFileByParts(std::string_view path, const PartSource& next) {
+    WriteBeside(path, next)->PutInPlace();
   }
 
   /// Replaces the file whole without waiting for the disk, for traces that nothing reads back.

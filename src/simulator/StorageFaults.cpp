@@ -93,13 +93,6 @@ void FaultyFiles::ReplaceFile(std::string_view path, std::string_view bytes) {
   faults_.Write(path, bytes.size());
   inner_.ReplaceFile(path, bytes);
 }
-void FaultyFiles::ReplaceFileByParts(std::string_view path, const PartSource& next) {
-  faults_.Write(path, 0);
-  inner_.ReplaceFileByParts(path, [&](std::string& part) {
-    next(part);
-    faults_.Write(path, part.size());
-  });
-}
 void FaultyFiles::OverwriteFile(std::string_view path, std::string_view bytes) {
   faults_.Write(path, bytes.size());
   inner_.OverwriteFile(path, bytes);

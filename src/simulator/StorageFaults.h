@@ -60,7 +60,6 @@ class FaultyFiles final : public platform::FileSystem {
   void RemoveDirectory(std::string_view path) override;
   [[nodiscard]] std::string ReadFile(std::string_view path) const override;
   void ReplaceFile(std::string_view path, std::string_view bytes) override;
-  void ReplaceFileByParts(std::string_view path, const PartSource& next) override;
   void OverwriteFile(std::string_view path, std::string_view bytes) override;
   /// On a full disk what still fits is written, as disks do.
   void AppendFile(std::string_view path, std::string_view bytes) override;

@@ -4,6 +4,7 @@
 #include "core/LastFile.h"
 #include "core/SettingsModule.h"
 #include "core/SlotFiles.h"
+#include "partprogram/SlotWriter.h"
 #include "platform/RuntimeFault.h"
 #include "supervision/CycleRules.h"
 #include "supervision/ProgramNames.h"
@@ -127,8 +128,7 @@ const char* ProgramSelection::Convert(const std::string& squeezed) {
   input.Machine = &system.Machine;
   input.ActiveStation = &system.ActiveStation;
   input.Time = clock_.Now();
-  const auto result = partprogram::RunPasses(squeezed, input);
-  partprogram::WriteSlotFiles(parts_.Files, system.Directories, system.ActiveSlot, result);
+  const auto result = partprogram::MakeSlotFiles(parts_.Files, system.Directories, squeezed, input);
   slot.Marker = "!";
   slot.Note.clear();
   if (result.Outcome == partprogram::PassOutcome::Good) {

@@ -64,6 +64,7 @@ CheckPlaces PlacesOf(const CheckOptions& options, const std::string& program, bo
   const auto name = platform::ToNativeName(program);
   CheckPlaces places{options.Out, options.Plot};
   if (!several) return places;
+  places.Threads = partprogram::SlotWriter::Threads::One;
   if (!places.Out.empty()) places.Out = (fs::path(places.Out) / name).string();
   if (!places.Plot.empty()) {
     const fs::path plot = places.Plot;

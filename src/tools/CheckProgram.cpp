@@ -1,13 +1,14 @@
 #include "tools/CheckProgram.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 
 #include "app/Installation.h"
 #include "core/Directories.h"
 #include "core/SettingsModule.h"
 #include "core/SlotFiles.h"
-#include "partprogram/Pipeline.h"
+#include "partprogram/SlotWriter.h"
 #include "platform/DiskFileSystem.h"
 #include "platform/RuntimeFault.h"
 #include "tools/ReadOnlyFiles.h"
@@ -24,33 +25,56 @@ std::string SystemDirectory(const std::string& native) {
 }
 
 /// The slot's files in a directory of their own, which takes the place of the root.
-void WriteFiles(const std::string& native, const CheckOptions& options, std::string_view squeezed,
-                const partprogram::PassResult& passes, const core::ActiveProgram& slot) {
-  core::DirectorySet places;
-  places.RootDirectory = SystemDirectory(native);
-  places.ServiceDirectory = places.RootDirectory;
-  places.SubsDirectory = {places.RootDirectory + "Subs\\One\\",
-                          places.RootDirectory + "Subs\\Two\\"};
-  const auto& subs = places.SubsDirectory[options.Slot];
-
-  std::error_code error;
-  platform::DiskFileSystem files(".");
-  // An installation that a console works on is not written into.
-  std::optional<platform::FileLock> lock;
-  if (files.FileExists(places.RootDirectory + "Control.cfg")) {
-    lock.emplace(app::LockInstallation(files, places.RootDirectory, 0));
+class SlotFolder {
+ public:
+  /// Makes the native directory where it is missing and clears the slot in it.
+  SlotFolder(const std::string& native, core::Slot slot) : slot_(slot) {
+    places_.RootDirectory = SystemDirectory(native);
+    places_.ServiceDirectory = places_.RootDirectory;
+    places_.SubsDirectory = {places_.RootDirectory + "Subs\\One\\",
+                             places_.RootDirectory + "Subs\\Two\\"};
+    const auto& subs = places_.SubsDirectory[slot];
+    // An installation that a console works on is not written into.
+    if (files_.FileExists(places_.RootDirectory + "Control.cfg")) {
+      lock_.emplace(app::LockInstallation(files_, places_.RootDirectory, 0));
+    }
+    std::error_code error;
+    std::filesystem::create_directories(files_.NativePath(subs), error);
+    if (error) throw platform::RuntimeFault(native, "cannot be made: " + error.message());
+    core::DeleteSlotFiles(files_, places_, slot);
+    for (const auto& name : files_.ListFiles(subs + "*.sub")) files_.DeleteFile(subs + name);
   }
-  std::filesystem::create_directories(files.NativePath(subs), error);
-  if (error) throw platform::RuntimeFault(native, "cannot be made: " + error.message());
-  core::DeleteSlotFiles(files, places, options.Slot);
-  for (const auto& name : files.ListFiles(subs + "*.sub")) files.DeleteFile(subs + name);
 
-  files.ReplaceFile(core::SlotFile(places, options.Slot, core::Extension::Program), squeezed);
-  partprogram::WriteSlotFiles(files, places, options.Slot, passes);
-  if (passes.Outcome != partprogram::PassOutcome::Good) return;
-  core::SaveProgramStatus(files, places, options.Slot, slot.Totals);
-  core::SaveBatch(files, places, options.Slot, slot.BatchCounters);
-  core::SaveSlotConfig(files, places, options.Slot, slot);
+  /// Starts with the program and takes the files of each pass.
+  partprogram::SlotWriter& Start(std::string_view squeezed, const partprogram::PassResult& passes,
+                                 partprogram::SlotWriter::Threads threads) {
+    files_.ReplaceFile(core::SlotFile(places_, slot_, core::Extension::Program), squeezed);
+    return writer_.emplace(files_, places_, slot_, passes, threads);
+  }
+
+  /// Puts all in place; of a good program with what belongs to the slot beside.
+  void Finish(const CheckResult& result) {
+    writer_->Finish();
+    if (result.Outcome != partprogram::PassOutcome::Good) return;
+    core::SaveProgramStatus(files_, places_, slot_, result.Slot.Totals);
+    core::SaveBatch(files_, places_, slot_, result.Slot.BatchCounters);
+    core::SaveSlotConfig(files_, places_, slot_, result.Slot);
+  }
+
+ private:
+  core::Slot slot_;
+  core::DirectorySet places_;
+  platform::DiskFileSystem files_{"."};
+  std::optional<platform::FileLock> lock_;
+  std::optional<partprogram::SlotWriter> writer_;
+};
+
+void TakePasses(const partprogram::PassResult& passes, CheckResult& result) {
+  partprogram::FillSlot(passes, result.Slot);
+  result.Outcome = passes.Outcome;
+  result.Errors = passes.Conversion.Errors;
+  result.Report = passes.Conversion.Report;
+  result.Counts = CountRecords(passes.Conversion.Records, passes.Kerf);
 }
 
 void RunCheck(const Installation& installation, const CheckOptions& options,
@@ -60,21 +84,24 @@ void RunCheck(const Installation& installation, const CheckOptions& options,
   const auto directory = core::ProgramDirectoryPath(installation.Directories, options.Directory);
   const auto squeezed =
       partprogram::SqueezeProgram(files.ReadFile(directory + result.Program + ".prg"));
-  const auto passes = partprogram::RunPasses(
-      squeezed, {result.Program, result.Directory, options.Slot, &installation.Machine,
-                 &installation.ActiveStation, clock.Now()});
-
   auto& slot = result.Slot;
   slot.ProgramName = result.Program;
   slot.DirectoryName = result.Directory;
   slot.SourcePath = directory + result.Program;
-  partprogram::FillSlot(passes, slot);
-  result.Outcome = passes.Outcome;
-  result.Errors = passes.Conversion.Errors;
-  result.Report = passes.Conversion.Report;
-  result.Counts = CountRecords(passes.Conversion.Records, passes.Kerf);
 
-  if (!places.Out.empty()) WriteFiles(places.Out, options, squeezed, passes, slot);
+  partprogram::PassResult passes;
+  std::optional<SlotFolder> folder;
+  std::function<void(partprogram::Pass)> after = [](partprogram::Pass) {};
+  if (!places.Out.empty()) {
+    auto& writer = folder.emplace(places.Out, options.Slot).Start(squeezed, passes, places.Threads);
+    after = [&writer](partprogram::Pass pass) { writer.After(pass); };
+  }
+  partprogram::RunPasses(squeezed,
+                         {result.Program, result.Directory, options.Slot, &installation.Machine,
+                          &installation.ActiveStation, clock.Now()},
+                         passes, after);
+  TakePasses(passes, result);
+  if (folder) folder->Finish(result);
   if (!places.Plot.empty()) {
     qt->SavePlot(places.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
                  installation.Machine,

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/System.h"
+#include "partprogram/SlotWriter.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "tools/CheckOptions.h"
@@ -29,6 +30,8 @@ struct Installation {
 struct CheckPlaces {
   std::string Out;
   std::string Plot;
+  /// Two where no other program is checked beside this one.
+  partprogram::SlotWriter::Threads Threads = partprogram::SlotWriter::Threads::Two;
 };
 
 /// Runs the passes over `<programs root><directory>\<program>.prg`. Whatever goes wrong on the way

@@ -10,7 +10,7 @@
 #include "core/MachineFiles.h"
 #include "core/StationFiles.h"
 #include "core/Text.h"
-#include "partprogram/Pipeline.h"
+#include "partprogram/SlotWriter.h"
 #include "platform/DiskFileSystem.h"
 #include "support/SourceTree.h"
 #include "support/TempDirectory.h"
@@ -134,10 +134,10 @@ GoldenFiles RunGoldenCase(const GoldenCase& golden) {
   places.ServiceDirectory = ".\\Service\\";
   places.SubsDirectory = {".\\Subs\\One\\", ".\\Subs\\Two\\"};
 
-  const auto result = partprogram::RunPasses(partprogram::SqueezeProgram(golden.Text),
-                                             {golden.Program, golden.Directory, golden.Slot,
-                                              &golden.Machine, &golden.ActiveStation, GoldenTime});
-  partprogram::WriteSlotFiles(files, places, golden.Slot, result);
+  const auto result =
+      partprogram::MakeSlotFiles(files, places, partprogram::SqueezeProgram(golden.Text),
+                                 {golden.Program, golden.Directory, golden.Slot, &golden.Machine,
+                                  &golden.ActiveStation, GoldenTime});
   GoldenFiles made =
       CollectFiles(disk, golden.Slot, result.Outcome != partprogram::PassOutcome::Good);
   made["Outcome.txt"] = OutcomeText(result.Outcome);

@@ -5,9 +5,11 @@
 
 #include "partprogram/Conversion.h"
 #include "partprogram/FixedLines.h"
-#include "partprogram/Pipeline.h"
+#include "partprogram/SlotWriter.h"
 #include "platform/DiskFileSystem.h"
+#include "platform/RuntimeFault.h"
 #include "support/ProgramGenerator.h"
+#include "support/RecordingFiles.h"
 #include "support/TempDirectory.h"
 
 using namespace torvane;
@@ -23,6 +25,13 @@ struct Selection {
   PassResult Run(std::string_view program, std::int16_t slot = 1) {
     return RunPasses(SqueezeProgram(program),
                      {"PLATE", "SHOP", slot, &Machine, &Station, {2026, 3, 7, 9, 5, 0}});
+  }
+
+  PassResult Make(platform::FileSystem& files, const core::DirectorySet& directories,
+                  std::string_view program,
+                  SlotWriter::Threads threads = SlotWriter::Threads::Two) {
+    return MakeSlotFiles(files, directories, SqueezeProgram(program),
+                         {"PLATE", "SHOP", 2, &Machine, &Station, {2026, 3, 7, 9, 5, 0}}, threads);
   }
 };
 
@@ -55,16 +64,25 @@ TEST(Pipeline, FillsTheSlot) {
   EXPECT_GT(slot.Totals.ProfileLength, 199);
 }
 
+/// A root on the disk for the files of slot 2.
+struct Root {
+  tests::TempDirectory Directory;
+  platform::DiskFileSystem Files{Directory.Path()};
+  core::DirectorySet Directories;
+
+  Root() {
+    for (const char* name : {"Service", "Subs", "Subs/Two"}) Directory.MakeDirectory(name);
+    Directories.RootDirectory = Directory.Path() + "\\";
+    Directories.ServiceDirectory = Directory.Path() + "\\Service\\";
+    Directories.SubsDirectory[2] = Directory.Path() + "\\Subs\\Two\\";
+  }
+};
+
 TEST(Pipeline, WritesTheFilesOfTheSlot) {
-  const tests::TempDirectory directory;
-  for (const char* name : {"Service", "Subs", "Subs/Two"}) directory.MakeDirectory(name);
-  platform::DiskFileSystem files(directory.Path());
-  core::DirectorySet directories;
-  directories.RootDirectory = directory.Path() + "\\";
-  directories.ServiceDirectory = directory.Path() + "\\Service\\";
-  directories.SubsDirectory[2] = directory.Path() + "\\Subs\\Two\\";
-  const PassResult result = Selection().Run(Square + "S7\r\nG01 X1\r\nM02\r\n", 2);
-  WriteSlotFiles(files, directories, 2, result);
+  Root root;
+  const tests::TempDirectory& directory = root.Directory;
+  const PassResult result =
+      Selection().Make(root.Files, root.Directories, Square + "S7\r\nG01 X1\r\nM02\r\n");
   EXPECT_EQ(directory.Get("Actvprg2.drw"), EncodeRecords(result.Conversion.Records));
   EXPECT_EQ(directory.Get("Actvprg2.krw"), EncodeRecords(result.Kerf));
   EXPECT_EQ(directory.Get("Actvprg2.tbx"), result.Table.Text);
@@ -74,6 +92,57 @@ TEST(Pipeline, WritesTheFilesOfTheSlot) {
   EXPECT_EQ(directory.Get("Actvprg2.bdy"), result.Text.Body);
   EXPECT_EQ(directory.Get("Subs/Two/7.sub"), "S7 \r\nG01 X1 \r\nM02 \r\n");
   EXPECT_EQ(directory.Get("Service/Reverse.txt"), result.Conversion.Report);
+}
+
+TEST(Pipeline, PutsTheFilesInPlaceInTheSameOrderWithOneThreadAndTwo) {
+  const std::string program = Square + "S7\r\nG01 X1\r\nM02\r\n";
+  for (const auto threads : {SlotWriter::Threads::One, SlotWriter::Threads::Two}) {
+    Root root;
+    std::vector<std::string> events;
+    tests::RecordingFiles files(root.Files, events);
+    static_cast<void>(Selection().Make(files, root.Directories, program, threads));
+    const std::string base = "replace " + root.Directories.RootDirectory + "Actvprg2.";
+    EXPECT_EQ(events, (std::vector<std::string>{
+                          base + "bdy", base + "cnv",
+                          "replace " + root.Directories.SubsDirectory[2] + "7.sub",
+                          "overwrite " + root.Directories.ServiceDirectory + "Reverse.txt",
+                          base + "drw", base + "krw", base + "tbx", base + "tbl", base + "rnd"}));
+  }
+}
+
+TEST(Pipeline, AProgramThatIsRefusedLeavesNoFileOfALaterPass) {
+  Root root;
+  const PassResult result = Selection().Make(root.Files, root.Directories, "G02 X10 Y0 I1\r\n");
+  EXPECT_EQ(result.Outcome, PassOutcome::ErrorsInCode);
+  EXPECT_EQ(root.Files.ListFiles(root.Directories.RootDirectory + "*"),
+            (std::vector<std::string>{"Actvprg2.bdy", "Actvprg2.cnv", "Actvprg2.drw"}));
+  EXPECT_EQ(root.Directory.Get("Actvprg2.drw"), EncodeRecords(result.Conversion.Records));
+}
+
+TEST(Pipeline, AKerfThatIsRefusedLeavesTheProgrammedRecords) {
+  Root root;
+  const PassResult result = Selection().Make(
+      root.Files, root.Directories, Join({"G31 T2=3", "G41 K5", "G01 X5 Y0", "G03 X5 Y0 I-5 J0"}));
+  EXPECT_EQ(result.Outcome, PassOutcome::IllegalKerf);
+  EXPECT_EQ(root.Files.ListFiles(root.Directories.RootDirectory + "*"),
+            (std::vector<std::string>{"Actvprg2.bdy", "Actvprg2.cnv", "Actvprg2.drw"}));
+}
+
+TEST(Pipeline, AFileThatCannotBeWrittenIsToldAndThoseAfterItStayAsTheyWere) {
+  Root root;
+  root.Directory.MakeDirectory("Actvprg2.krw");
+  root.Directory.Put("Actvprg2.tbl", "old");
+  try {
+    static_cast<void>(Selection().Make(root.Files, root.Directories, Square));
+    FAIL() << "nothing was told";
+  } catch (const platform::RuntimeFault& fault) {
+    EXPECT_NE(std::string(fault.what()).find("Actvprg2.krw"), std::string::npos) << fault.what();
+  }
+  EXPECT_EQ(root.Directory.Get("Actvprg2.tbl"), "old");
+  EXPECT_GT(root.Directory.Get("Actvprg2.drw").size(), DrawRecordSize);
+  EXPECT_EQ(
+      root.Files.ListFiles(root.Directories.RootDirectory + "*"),
+      (std::vector<std::string>{"Actvprg2.bdy", "Actvprg2.cnv", "Actvprg2.drw", "Actvprg2.tbl"}));
 }
 
 TEST(Pipeline, ACriticalErrorEndsTheRoadBehindTheWalk) {

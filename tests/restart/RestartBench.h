@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "partprogram/Pipeline.h"
+#include "partprogram/SlotWriter.h"
 #include "platform/Clock.h"
 #include "restart/BlockRestart.h"
 #include "restart/GatherModule.h"
@@ -91,11 +91,11 @@ struct RestartBench : tests::Bench {
   void Load(int slot, const Lines& lines) {
     std::string text;
     for (const std::string& line : lines) text += line + "\r\n";
-    const auto result = partprogram::RunPasses(
-        partprogram::SqueezeProgram(text), {"PLATE", "SHOP", static_cast<std::int16_t>(slot),
-                                            &System.Machine, &System.ActiveStation, Clock.Now()});
+    const auto result =
+        partprogram::MakeSlotFiles(Files, System.Directories, partprogram::SqueezeProgram(text),
+                                   {"PLATE", "SHOP", static_cast<std::int16_t>(slot),
+                                    &System.Machine, &System.ActiveStation, Clock.Now()});
     ASSERT_EQ(result.Outcome, partprogram::PassOutcome::Good);
-    partprogram::WriteSlotFiles(Files, System.Directories, static_cast<std::int16_t>(slot), result);
     Temp.Put(Name(slot, "cfg"), "PLATE\r\n");
     System.ActiveSlot = static_cast<std::int16_t>(slot);
     core::ActiveProgram& program = System.Active();
