@@ -84,6 +84,11 @@ platform::OverlayState MappedCanvas::GetOverlay(platform::Overlay which) const {
   return index < overlays_.size() ? overlays_[index] : platform::OverlayState{};
 }
 
+bool MappedCanvas::OverlaysShow() const {
+  return std::any_of(overlays_.begin(), overlays_.end(),
+                     [](const platform::OverlayState& overlay) { return overlay.Visible; });
+}
+
 void MappedCanvas::SetOverlay(platform::Overlay which, const platform::OverlayState& state) {
   const auto index = static_cast<std::size_t>(which);
   if (index >= overlays_.size() || Same(overlays_[index], state)) return;

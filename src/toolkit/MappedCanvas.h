@@ -31,6 +31,8 @@ class MappedCanvas : public platform::Canvas {
   [[nodiscard]] platform::OverlayState GetOverlay(platform::Overlay which) const override;
   void SetOverlay(platform::Overlay which, const platform::OverlayState& state) override;
 
+  [[nodiscard]] bool OverlaysShow() const;
+
   [[nodiscard]] int PixelWidth() const { return width_; }
   [[nodiscard]] int PixelHeight() const { return height_; }
   [[nodiscard]] platform::UserPoint ToUser(double x, double y) const;

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "toolkit/OverlayPainter.h"
+#include "toolkit/PictureFile.h"
 #include "toolkit/Theme.h"
 
 namespace torvane::toolkit {
@@ -221,8 +222,6 @@ QImage RasterCanvas::Compose() const {
   return whole;
 }
 
-bool RasterCanvas::Save(const std::string& path) const {
-  return Compose().save(QString::fromLocal8Bit(path.c_str()));
-}
+QByteArray RasterCanvas::FileBytes() const { return PngOf(OverlaysShow() ? Compose() : image_); }
 
 }  // namespace torvane::toolkit

@@ -1,6 +1,7 @@
 // A canvas of pixels in memory: the plot of the screen and of pictures alike.
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QRect>
 #include <functional>
@@ -25,8 +26,8 @@ class RasterCanvas final : public MappedCanvas {
   void PaintOverlays(QPainter& painter) const;
   /// Pixels and overlays together.
   [[nodiscard]] QImage Compose() const;
-  /// Compose as a picture file, PNG by the name's ending. False when it cannot be written.
-  [[nodiscard]] bool Save(const std::string& path) const;
+  /// Compose as the bytes of a PNG file; empty where it cannot be made.
+  [[nodiscard]] QByteArray FileBytes() const;
 
   /// Empties the canvas at a new size; the scale stays.
   void Resize(int width, int height);

@@ -1,6 +1,6 @@
 #include "toolkit/SvgCanvas.h"
 
-#include <QFile>
+#include <QBuffer>
 #include <QPainter>
 #include <QPolygonF>
 #include <QSvgGenerator>
@@ -112,23 +112,23 @@ void SvgCanvas::PixelClear(platform::Colour colour) {
 
 void SvgCanvas::OverlayChanged(const platform::OverlayState&, const platform::OverlayState&) {}
 
-bool SvgCanvas::Save(const std::string& path) const {
-  QFile file(QString::fromLocal8Bit(path.c_str()));
-  if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
+QByteArray SvgCanvas::FileBytes() const {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
   QSvgGenerator generator;
-  generator.setOutputDevice(&file);
+  generator.setOutputDevice(&buffer);
   generator.setTitle(QStringLiteral("Torvane 32"));
   generator.setSize(QSize(PixelWidth(), PixelHeight()));
   generator.setViewBox(QRect(0, 0, PixelWidth(), PixelHeight()));
   QPainter painter;
-  if (!painter.begin(&generator)) return false;
+  if (!painter.begin(&generator)) return {};
   const QRectF whole(0, 0, PixelWidth(), PixelHeight());
   painter.setClipRect(whole);
   painter.fillRect(whole, ToQColor(record_->Ground));
   for (const Piece& piece : record_->Pieces) Paint(painter, piece);
   PaintOverlays(painter, *this);
-  const bool ended = painter.end();
-  return ended && file.flush() && file.error() == QFileDevice::NoError;
+  return painter.end() ? bytes : QByteArray();
 }
 
 }  // namespace torvane::toolkit

@@ -1,8 +1,8 @@
 // A canvas that becomes an SVG file.
 #pragma once
 
+#include <QByteArray>
 #include <memory>
-#include <string>
 
 #include "toolkit/MappedCanvas.h"
 
@@ -14,9 +14,9 @@ class SvgCanvas final : public MappedCanvas {
   SvgCanvas(int width, int height);
   ~SvgCanvas() override;
 
-  /// What was painted since the last Cls, with the overlays that show. False when the file cannot
-  /// be written. The canvas can be painted and saved on.
-  [[nodiscard]] bool Save(const std::string& path) const;
+  /// What was painted since the last Cls, with the overlays that show, as the bytes of an SVG file;
+  /// empty where it cannot be made. The canvas can be painted on and asked again.
+  [[nodiscard]] QByteArray FileBytes() const;
 
  protected:
   void PixelLine(double x1, double y1, double x2, double y2, platform::Colour colour) override;

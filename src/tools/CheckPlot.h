@@ -10,8 +10,10 @@
 
 namespace torvane::tools {
 
-/// QtOutput::SavePlot.
-void SavePlot(const std::string& path, PictureSize size, const core::ColourTable& colours,
-              const core::MachineData& machine, const graphics::ProgramPlot& plot);
+/// QtOutput::DrawPlot.
+[[nodiscard]] std::string DrawPlot(const std::string& path, PictureSize size,
+                                   const core::ColourTable& colours,
+                                   const core::MachineData& machine,
+                                   const graphics::ProgramPlot& plot);
 
 }  // namespace torvane::tools

@@ -1,8 +1,10 @@
 #include "tools/CheckProgram.h"
 
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <optional>
+#include <span>
 
 #include "app/Installation.h"
 #include "core/Directories.h"
@@ -77,6 +79,18 @@ void TakePasses(const partprogram::PassResult& passes, CheckResult& result) {
   result.Counts = CountRecords(passes.Conversion.Records, passes.Kerf);
 }
 
+std::string DrawPicture(const Installation& installation, const CheckOptions& options,
+                        const CheckPlaces& places, const partprogram::PassResult& passes,
+                        const QtOutput& qt) {
+  using Records = std::span<const partprogram::DrawRecord>;
+  const Records programmed = passes.Conversion.Records;
+  const partprogram::DrawRecord& header = programmed.front();
+  return qt.DrawPlot(places.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
+                     installation.Machine,
+                     {header[partprogram::Figure::SheetX], header[partprogram::Figure::SheetY],
+                      programmed, options.PlotKerf ? Records(passes.Kerf) : Records()});
+}
+
 void RunCheck(const Installation& installation, const CheckOptions& options,
               const CheckPlaces& places, const platform::Clock& clock, const QtOutput* qt,
               CheckResult& result) {
@@ -101,13 +115,11 @@ void RunCheck(const Installation& installation, const CheckOptions& options,
                           &installation.ActiveStation, clock.Now()},
                          passes, after);
   TakePasses(passes, result);
+  // Drawn while the second thread writes; a picture of files that failed is not saved.
+  const std::string picture =
+      places.Plot.empty() ? std::string() : DrawPicture(installation, options, places, passes, *qt);
   if (folder) folder->Finish(result);
-  if (!places.Plot.empty()) {
-    qt->SavePlot(places.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
-                 installation.Machine,
-                 {slot.SheetX, slot.SheetY, passes.Conversion.Records,
-                  options.PlotKerf ? passes.Kerf : std::span<const partprogram::DrawRecord>()});
-  }
+  if (!places.Plot.empty()) SavePicture(places.Plot, picture);
 }
 
 }  // namespace
@@ -128,6 +140,13 @@ Installation ReadInstallation(const platform::FileSystem& files) {
   core::LoadColours(looking, system.Directories, system.Colours);
   core::LoadMachineData(looking, system);
   return {system.Directories, system.Machine, system.ActiveStation, system.Colours};
+}
+
+void SavePicture(const std::string& path, std::string_view bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file || bytes.empty()) throw platform::RuntimeFault(path, "cannot be written");
 }
 
 CheckResult CheckProgram(const Installation& installation, const CheckOptions& options,

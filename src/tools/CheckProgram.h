@@ -34,6 +34,9 @@ struct CheckPlaces {
   partprogram::SlotWriter::Threads Threads = partprogram::SlotWriter::Threads::Two;
 };
 
+/// Writes a picture to a native path. Throws RuntimeFault where it cannot be written, or is empty.
+void SavePicture(const std::string& path, std::string_view bytes);
+
 /// Runs the passes over `<programs root><directory>\<program>.prg`. Whatever goes wrong on the way
 /// is in the result. `qt` draws the plot, where `places` asks for one.
 [[nodiscard]] CheckResult CheckProgram(const Installation& installation,

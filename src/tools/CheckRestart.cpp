@@ -137,8 +137,8 @@ void PlotRehearsal(const Installation& installation, const CheckOptions& options
                                         {rehearsal.State.XPosition, rehearsal.State.YPosition},
                                         rehearsal.Entry->Compensated};
   }
-  qt.SavePlot(options.Plot, {options.PlotWidth, options.PlotHeight}, installation.Colours,
-              installation.Machine, plot);
+  SavePicture(options.Plot, qt.DrawPlot(options.Plot, {options.PlotWidth, options.PlotHeight},
+                                        installation.Colours, installation.Machine, plot));
 }
 
 Rehearsal RehearseOne(const restart::Rehearser& rehearser, const RestartQuestion& question) {

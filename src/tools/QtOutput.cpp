@@ -9,10 +9,11 @@ namespace {
 
 class Output final : public QtOutput {
  public:
-  void SavePlot(const std::string& path, PictureSize size, const core::ColourTable& colours,
-                const core::MachineData& machine,
-                const graphics::ProgramPlot& plot) const override {
-    tools::SavePlot(path, size, colours, machine, plot);
+  [[nodiscard]] std::string DrawPlot(const std::string& path, PictureSize size,
+                                     const core::ColourTable& colours,
+                                     const core::MachineData& machine,
+                                     const graphics::ProgramPlot& plot) const override {
+    return tools::DrawPlot(path, size, colours, machine, plot);
   }
   [[nodiscard]] std::string ReportJson(const std::vector<CheckResult>& results) const override {
     return tools::ReportJson(results);

@@ -23,11 +23,12 @@ class QtOutput {
  public:
   virtual ~QtOutput() = default;
 
-  /// Draws to a PNG or an SVG, by the ending of the native path. Throws RuntimeFault where the file
-  /// cannot be written. Works in any thread, without a display.
-  virtual void SavePlot(const std::string& path, PictureSize size, const core::ColourTable& colours,
-                        const core::MachineData& machine,
-                        const graphics::ProgramPlot& plot) const = 0;
+  /// The bytes of a PNG or an SVG, by the ending of the native path; empty where they cannot be
+  /// made. Works in any thread, without a display.
+  [[nodiscard]] virtual std::string DrawPlot(const std::string& path, PictureSize size,
+                                             const core::ColourTable& colours,
+                                             const core::MachineData& machine,
+                                             const graphics::ProgramPlot& plot) const = 0;
 
   /// The report of a check as one JSON object, indented, with a line end after it. Lengths in mm.
   [[nodiscard]] virtual std::string ReportJson(const std::vector<CheckResult>& results) const = 0;
