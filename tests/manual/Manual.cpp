@@ -29,6 +29,15 @@ std::string HeadingIn(const std::string& text) {
   return std::regex_match(text, found, pattern) ? found[1].str() : std::string();
 }
 
+/// The text of the two signs that would mean something to the tool if they stood there themselves.
+std::string Resolved(std::string text) {
+  for (const auto& [name, sign] : {std::pair{"{asterisk}", "*"}, std::pair{"{backslash}", "\\"}}) {
+    for (auto at = text.find(name); at != std::string::npos; at = text.find(name, at + 1))
+      text.replace(at, std::string_view(name).size(), sign);
+  }
+  return text;
+}
+
 void ReadSource(const fs::path& path, std::vector<ManualLine>& lines) {
   std::ifstream in(path);
   std::string text;
@@ -41,7 +50,7 @@ void ReadSource(const fs::path& path, std::vector<ManualLine>& lines) {
       heading = found;
       id = std::exchange(nextId, {});
     }
-    lines.push_back({path.filename().string(), number, text, heading, id});
+    lines.push_back({path.filename().string(), number, Resolved(text), heading, id});
   }
 }
 

@@ -11,9 +11,9 @@
 #include "Manual.h"
 #include "SourceTexts.h"
 #include "console/ScreenTable.h"
+#include "core/ColourTable.h"
 #include "files/DirectoryActions.h"
 #include "files/ProgramActions.h"
-#include "partprogram/ErrorMessages.h"
 #include "supervision/CycleRules.h"
 #include "support/SourceTree.h"
 #include "tools/KeyScript.h"
@@ -191,6 +191,15 @@ TEST(ManualCompleteness, EveryFileOfASlotIsTold) {
         << "docs/manual/owner.adoc does not tell Actvprg<n>." << text.Text;
   }
   EXPECT_GE(count, 12);
+}
+
+/// The lines of Colour.cfg, in the order of the file.
+TEST(ManualCompleteness, TheColoursAreThoseOfTheFile) {
+  std::vector<std::string> told;
+  for (const Quote& quote : Quotes("colour")) told.push_back(quote.Text);
+  std::vector<std::string> known;
+  for (const auto& entry : core::ColourEntries) known.emplace_back(entry.Label);
+  EXPECT_EQ(told, known) << "docs/manual/owner.adoc, section Colour.cfg";
 }
 
 // ---- the controller's variables ----

@@ -142,8 +142,8 @@ TEST_P(ManualTask, TellsTheTextThatIsTyped) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Operator, ManualTask, ::testing::ValuesIn(Tasks()), [](const auto& info) {
-  std::string name = info.param.Id;
+INSTANTIATE_TEST_SUITE_P(Operator, ManualTask, ::testing::ValuesIn(Tasks()), [](const auto& task) {
+  std::string name = task.param.Id;
   for (char& character : name)
     if (std::isalnum(static_cast<unsigned char>(character)) == 0) character = '_';
   return name;
