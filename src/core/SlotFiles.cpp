@@ -93,6 +93,11 @@ void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directorie
   for (const auto& name : files.ListDirectories(directories.RootDirectory)) {
     if (name.starts_with(stem)) files.RemoveDirectory(directories.RootDirectory + name);
   }
+  // Links that lead nowhere, pipes and devices are not listed; left there, they would be half a
+  // slot.
+  for (const auto extension : SlotFileExtensions) {
+    files.DeleteFile(SlotFile(directories, slot, extension));
+  }
 }
 
 void HoldSize(const platform::FileSystem& files, const std::string& path, int records,

@@ -32,6 +32,12 @@ inline constexpr std::string_view BatchCounters = "btc";  ///< sheets and parts
 inline constexpr std::string_view Any = "*";
 }  // namespace Extension
 
+/// Every extension that a slot's file may have.
+inline constexpr std::array<std::string_view, 12> SlotFileExtensions = {
+    Extension::Config,  Extension::Program, Extension::Body,   Extension::Converted,
+    Extension::Listing, Extension::Draw,    Extension::Kerf,   Extension::TableText,
+    Extension::Table,   Extension::Laser,   Extension::Status, Extension::BatchCounters};
+
 /// Extensions of the six files without which a slot holds no program.
 inline constexpr std::array<std::string_view, 6> RequiredSlotFiles = {
     Extension::Config, Extension::Program, Extension::Listing,
@@ -48,7 +54,8 @@ inline constexpr std::array<std::string_view, 6> RequiredSlotFiles = {
 [[nodiscard]] bool SlotFilesExist(const platform::FileSystem& files,
                                   const DirectorySet& directories, Slot slot);
 
-/// Deletes every file of the slot, whatever its extension.
+/// Deletes every file of the slot, whatever its extension, and what is no file but has the name of
+/// one: a link (what it leads to stays), a pipe, an empty folder.
 void DeleteSlotFiles(platform::FileSystem& files, const DirectorySet& directories, Slot slot);
 
 /// Bytes of a record of the listing and of the table: one line.

@@ -51,6 +51,10 @@ void Downloads::DownParameters(std::string_view directory, std::string_view file
   const BulkSend bulk(trio_);
   core::NoteLastFile(files_, directories_, path);
   const std::string text = files_.ReadFile(path);
+  // What a power cut leaves of a file: the controller would wait for the rest of such a line.
+  if (text.find('\0') != std::string::npos) {
+    throw platform::RuntimeFault(path, "holds a byte 0 and is no text");
+  }
   for (const std::string_view line : core::SplitLines(text)) SendParameterLine(line);
   trio_.LogTrioExchange("DownParameters", name, {}, false);
 }

@@ -115,7 +115,12 @@ void DiskFileSystem::MakeDirectory(std::string_view path) {
 }
 
 void DiskFileSystem::RemoveDirectory(std::string_view path) {
-  if (::rmdir(Native(path).c_str()) != 0) ThrowFileFault(path, errno);
+  const std::string native = Native(path);
+  if (::rmdir(native.c_str()) == 0) return;
+  const int fault = errno;
+  // A link to a directory: the link goes, and what it leads to stays.
+  if (fault == ENOTDIR && ::unlink(native.c_str()) == 0) return;
+  ThrowFileFault(path, fault);
 }
 
 std::string DiskFileSystem::ReadFile(std::string_view path) const {

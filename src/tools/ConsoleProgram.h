@@ -58,6 +58,8 @@ class ConsoleProgram final : private ConsoleStart {
   /// Null without --simulate.
   [[nodiscard]] SimulatedOffice* Office() { return office_.get(); }
   [[nodiscard]] files::CommsModule& Comms() { return comms_; }
+  /// The files as the console has them: with what the simulated machine's panel lets fail.
+  [[nodiscard]] platform::FileSystem& Files();
   /// The machine's panel; null without --simulate, before the console shows, and off screen unless
   /// it was asked for.
   [[nodiscard]] SimulatorPanel* Panel() { return panel_.get(); }
@@ -70,8 +72,7 @@ class ConsoleProgram final : private ConsoleStart {
 
   [[nodiscard]] platform::SerialPort& MachinePort();
   [[nodiscard]] platform::SerialPort& TransferPort();
-  /// The files and the drives as the console has them.
-  [[nodiscard]] platform::FileSystem& Files();
+  /// The drives as the console has them.
   [[nodiscard]] const platform::Drives& Drives();
   void ShowPanel();
   void SignalCame();

@@ -227,9 +227,8 @@ const KeyScriptRun::Actions::Row& KeyScriptRun::Actions::Of(KeyWord word) {
 KeyScriptRun::KeyScriptRun(const ScriptStage& stage, const std::string& path)
     : stage_(stage), hands_(stage), path_(path), steps_(ReadKeyScript(ReadWhole(path), path)) {
   // Kept for whoever asks only: a script that runs for a day would gather a day's lines.
-  const bool asks = std::any_of(steps_.begin(), steps_.end(), [](const KeyStep& step) {
-    return step.Word == KeyWord::WaitSent;
-  });
+  const bool asks = std::any_of(steps_.begin(), steps_.end(),
+                                [](const KeyStep& step) { return step.Word == KeyWord::WaitSent; });
   if (asks) stage_.Sent.Listen();
   Later(StepMs);
 }

@@ -19,6 +19,9 @@ namespace {
 constexpr int LookMs = 50;
 constexpr int StartWaitMs = 10000;
 constexpr int StatusLineMs = 1000;
+/// After so many dialogs &OK ends the console where it is the answer to a failure of the line: a
+/// file of refused lines would otherwise ask for hours.
+constexpr int MostDialogs = 20;
 /// The last exchanges of a shutdown on a line that answers take a fraction of a second.
 constexpr int ShutdownWaitMs = 30000;
 /// The last tick of the poll reads the counters; the pictures come after it.
@@ -75,7 +78,17 @@ void UnattendedRun::AnswerDialogs() {
     std::fprintf(stderr, "%s\n", std::string(core::Trim(label->Text())).c_str());
   }
   program_.SetStatus(RunStatus::Refused);
-  program_.Desk().TypeKey(toolkit::KeyStroke(toolkit::Key::C));
+  const bool endless = ++dialogs_ > MostDialogs;
+  if (dialogs_ == 1 || endless) NameLastFile();
+  program_.Desk().TypeKey(toolkit::KeyStroke(endless ? toolkit::Key::O : toolkit::Key::C));
+}
+
+void UnattendedRun::NameLastFile() {
+  const auto& system = program_.System();
+  const std::string path = system.Directories.ServiceDirectory + "LastFile.txt";
+  if (!program_.Files().FileExists(path)) return;
+  const std::string name(core::Trim(program_.Files().ReadFile(path)));
+  std::fprintf(stderr, "torvane: the last file was %s\n", name.c_str());
 }
 
 void UnattendedRun::BeginSelection() {

@@ -36,6 +36,8 @@ class UnattendedRun {
 
   void Look();
   void AnswerDialogs();
+  /// The file that was in hand when the first dialog came up, on standard error.
+  void NameLastFile();
   void BeginSelection();
   void Select();
   void PressStart();
@@ -56,6 +58,7 @@ class UnattendedRun {
   std::int64_t enteredMs_ = 0;
   std::int64_t statusShownMs_ = 0;
   int pictures_ = 0;
+  int dialogs_ = 0;
 };
 
 }  // namespace torvane::tools

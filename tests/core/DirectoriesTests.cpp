@@ -1,9 +1,11 @@
 // Control.cfg and the directories of an installation.
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <sys/stat.h>
 
 #include "core/Directories.h"
 #include "core/SlotFiles.h"
@@ -146,6 +148,23 @@ TEST_F(DirectoriesTest, AnEmptyFolderInThePlaceOfASlotsFileGoesWithThem) {
                 DeleteSlotFiles(Disk, Directories, 2);
               }).starts_with(".\\Actvprg2.cfg: "));
   EXPECT_TRUE(Temp.Has("Actvprg2.cfg/Kept.txt"));
+}
+
+TEST_F(DirectoriesTest, WhatIsNoFileButHasTheNameOfOneGoesWithTheSlot) {
+  namespace fs = std::filesystem;
+  const fs::path root = Temp.Path();
+  Temp.Put("Kept/Kept.txt", "not the slot's");
+  fs::create_symlink("nowhere", root / "Actvprg1.cfg");
+  fs::create_symlink("Actvprg1.drw", root / "Actvprg1.drw");
+  fs::create_symlink("/dev/full", root / "Actvprg1.tbl");
+  fs::create_symlink("Kept", root / "Actvprg1.krw");
+  ASSERT_EQ(mkfifo((root / "Actvprg1.rnd").c_str(), 0600), 0);
+  Load(".\r\nPrograms\r\nSHOP\r\n1\r\n******\r\n");
+  DeleteSlotFiles(Disk, Directories, 1);
+  for (const auto& entry : fs::directory_iterator(root)) {
+    EXPECT_FALSE(entry.path().filename().string().starts_with("Actvprg1")) << entry.path();
+  }
+  EXPECT_TRUE(Temp.Has("Kept/Kept.txt"));
 }
 
 TEST_F(DirectoriesTest, AMissingOrShortFileIsAFaultThatNamesIt) {

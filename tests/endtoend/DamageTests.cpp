@@ -77,5 +77,21 @@ TEST_F(Damage, AFileInPlaceOfAFolderEndsTheStartWithItsName) {
   EXPECT_THAT(Console.Errors(), HasSubstr("Service"));
 }
 
+TEST_F(Damage, AParameterFileThatTheControllerRefusesIsNamedAndTheRunEnds) {
+  std::string refused;
+  for (int i = 0; i < 100000; ++i) refused += "G01 X1 Y1 F1\r\n";
+  Directory.Put("installation/Data/Machine.prm", refused);
+  StartSimulated(Console, {"--exit-after-run"});
+  EXPECT_EQ(Console.WaitForEnd(LongMs), 1);
+  EXPECT_THAT(Console.Errors(), HasSubstr("torvane: the last file was .\\Data\\Machine.prm"));
+}
+
+TEST_F(Damage, AParameterFileWithAByteZeroEndsTheStartWithItsName) {
+  Directory.Put("installation/Data/Machine.prm", std::string("VR(89)=750\0\r\n", 13));
+  StartSimulated(Console, {"--exit-after-run"});
+  EXPECT_EQ(Console.WaitForEnd(LongMs), 1);
+  EXPECT_THAT(Console.Errors(), HasSubstr("Machine.prm: holds a byte 0 and is no text"));
+}
+
 }  // namespace
 }  // namespace torvane::tests

@@ -2,6 +2,7 @@
 
 #include "LinkFixture.h"
 #include "link/Downloads.h"
+#include "support/Faults.h"
 
 namespace torvane::link {
 
@@ -48,6 +49,13 @@ TEST_F(BulkSends, ParametersGoOutUpperCasedWithoutTheirComments) {
   SendParameters(
       "VR(1)=5 ; speed\r\n; only a comment\r\n\r\n  vr(2)=6\r\n!VR(1)=5\r\nVR(3)=7 !x\r\n");
   EXPECT_THAT(Controller.Received, ElementsAre("VR(1)=5", "VR(2)=6"));
+}
+
+TEST_F(BulkSends, AParameterFileWithAByteZeroIsAFaultAndNothingOfItIsSent) {
+  EXPECT_EQ(FaultOf([this] { SendParameters(std::string("VR(1)=5\r\nVR(2)=\0\r\n", 18)); }),
+            "C:\\ROOT\\Data\\Machine.prm: holds a byte 0 and is no text");
+  EXPECT_THAT(Controller.Received, IsEmpty());
+  EXPECT_EQ(Screens.Calls.back(), "unlock LockAllForms");
 }
 
 TEST_F(BulkSends, ACommentMayHoldAnythingThatWouldKeepALineBack) {
