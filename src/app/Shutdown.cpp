@@ -46,6 +46,7 @@ void Shutdown::Close() {
     core::SaveBatch(parts_.Files, system.Directories, system.ActiveSlot,
                     system.Active().BatchCounters);
   }
+  parts_.Poll.TellEnd();
   system.ShuttingDown = true;
   parts_.Trio.StopPolling(true);
   parts_.Comms.Close();

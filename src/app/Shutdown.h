@@ -49,7 +49,8 @@ class Shutdown {
   [[nodiscard]] bool Begin();
   /// Batch counters read one last time, then Close. False when EndAtOnce has overtaken it.
   [[nodiscard]] bool CloseAll();
-  /// Batch counters saved, poll stopped, a send ended, both ports closed, main screen gone.
+  /// Batch counters saved, the poll's observers told, poll stopped, a send ended, both ports
+  /// closed, main screen gone.
   void Close();
 
   ShutdownParts parts_;

@@ -23,6 +23,7 @@ Console::Console(const ConsoleParts& parts)
       downloads_(trio_, parts.Files, parts.System.Directories, parts.System.Programs),
       jog_(trio_),
       poll_(parts.System, trio_, downloads_, parts.Files, screens_, *this, screens_.Messages()),
+      journal_({parts.System, parts.Files, parts.Clock, parts.Desk.Loop()}),
       programs_{parts.System, trio_, downloads_, parts.Files, screens_, screens_, *this, poll_},
       store_(programs_),
       change_(programs_, store_),
@@ -62,6 +63,7 @@ Console::Console(const ConsoleParts& parts)
   screens_.Set().Serve(services_);
   // From the loop: the question waits, and the window system's own event must not wait under it.
   parts.Desk.OnCloseRequest([this] { parts_.Desk.Loop().Post([this] { CloseRequested(); }); });
+  poll_.Observe(journal_);
   trio_.SetPollTick([this] { poll_.PollTrio(); });
 }
 
@@ -145,7 +147,7 @@ void Console::CloseRequested() {
 }
 
 restart::ChoiceParts Console::Choice() {
-  return {parts_.System, parts_.Files, screens_, gather_, restartPoint_, split_};
+  return {parts_.System, parts_.Files, screens_, gather_, restartPoint_, split_, &journal_};
 }
 
 void Console::PaintRecord(const partprogram::DrawRecord& record, bool highlighted) {

@@ -25,6 +25,7 @@
 #include "supervision/ProgramChange.h"
 #include "supervision/ProgramEntries.h"
 #include "supervision/ProgramSelection.h"
+#include "supervision/RunJournal.h"
 
 namespace torvane::console {
 
@@ -101,6 +102,7 @@ class Console final : public supervision::PlotStage,
   link::Downloads downloads_;
   link::JogLine jog_;
   supervision::Poll poll_;
+  supervision::RunJournal journal_;
   supervision::ProgramParts programs_;
   supervision::ActiveStore store_;
   supervision::ProgramChange change_;

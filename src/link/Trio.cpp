@@ -1,6 +1,7 @@
 #include "link/Trio.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -95,6 +96,7 @@ class Trio::Impl {
   PollControl Poll;
   LineQueue Queue;
   std::uint64_t Answers = 0;
+  std::array<std::uint64_t, 4> Failures{};  ///< by Asker
   bool Ending = false;
 
  private:
@@ -172,6 +174,7 @@ LineReply Trio::Impl::Exchange(std::string_view line, const Manner& manner) {
     ++Answers;
     return reply;
   }
+  ++Failures[static_cast<std::size_t>(manner.From)];
   Queue.FlushTrioInput();
   if (manner.Failed) manner.Failed();
   if (ending || Ending) {
@@ -308,6 +311,10 @@ void Trio::WriteLastLine(std::string_view line) {
 }
 
 std::uint64_t Trio::Answers() const { return impl_->Answers; }
+
+std::uint64_t Trio::Failures(Asker asker) const {
+  return impl_->Failures[static_cast<std::size_t>(asker)];
+}
 
 bool Trio::GetRspnsBln(std::string_view expression, Asker asker) {
   return impl_->Query("GetRspnsBln", expression, asker) != 0;

@@ -92,6 +92,10 @@ class Trio {
   /// Commands and queries answered so far without a fault: a change says that the line is alive.
   [[nodiscard]] std::uint64_t Answers() const;
 
+  /// Exchanges for that asker that have failed so far: a change says that a value of theirs is not
+  /// the controller's.
+  [[nodiscard]] std::uint64_t Failures(Asker asker) const;
+
   /// Typed queries: zero or false with the link off, after a failure, and where the value does not
   /// fit the type.
   [[nodiscard]] bool GetRspnsBln(std::string_view expression, Asker asker = Asker::Operator);

@@ -136,12 +136,21 @@ bool BlockRestart::Unload() {
   return true;
 }
 
-/// By the table lines of the compensated records: settings make two of them, so that counting
-/// records would mark a block that has not run.
 int BlockRestart::LastRunRow() const {
   const auto& system = parts_.System;
-  const std::int16_t line = system.State.RunningBlock;
-  if (line < 1 || !parts_.Files.FileExists(SlotPath(system, "krw"))) return -1;
+  if (system.State.RunningBlock > 0) return RowOfLine(system.State.RunningBlock);
+  if (parts_.Journal == nullptr) return -1;
+  const auto place = parts_.Journal->PlaceOfLastRun(system.ActiveSlot);
+  if (!place || place->Block < 1 || static_cast<std::size_t>(place->Block) > rows_.size())
+    return -1;
+  return place->Block - 1;
+}
+
+/// By the table lines of the compensated records: settings make two of them, so that counting
+/// records would mark a block that has not run.
+int BlockRestart::RowOfLine(std::int16_t line) const {
+  const auto& system = parts_.System;
+  if (!parts_.Files.FileExists(SlotPath(system, "krw"))) return -1;
   const PlotRecords kerf =
       OpenSlotRecords(parts_.Files, system, "krw", ProgramInForce(system).KerfRecords);
   int first = 2;

@@ -13,6 +13,7 @@
 #include "restart/RestartOperation.h"
 #include "restart/VisualWalk.h"
 #include "supervision/OperatorDialogs.h"
+#include "supervision/RunJournal.h"
 
 namespace torvane::restart {
 
@@ -27,6 +28,8 @@ struct ChoiceParts {
   GatherModule& Gather;
   RestartStates& States;
   partprogram::SplitCycle& Split;
+  /// Knows where the last run ended once the controller does not; may be null.
+  const supervision::RunJournal* Journal = nullptr;
 };
 
 /// The slot in force has the files without which it cannot be restarted.
@@ -76,10 +79,12 @@ class BlockRestart {
   [[nodiscard]] bool Unload();
 
   /// The row of the record that ran last, from 0; -1 where nothing ran. It is marked in the list,
-  /// never selected.
+  /// never selected. By the controller's counter; where the controller has been switched off since,
+  /// by the journal's last run of this very program, if that did not come to its end.
   [[nodiscard]] int LastRunRow() const;
 
  private:
+  [[nodiscard]] int RowOfLine(std::int16_t line) const;
   void GatherRow(int row, GatherState& state);
 
   ChoiceParts parts_;

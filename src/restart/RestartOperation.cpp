@@ -133,6 +133,9 @@ void RestartOperation::StartRun() {
   const std::int16_t blockNo = parts_.States.RestartState.BlockNo;
   parts_.Trio.Download(SlotLine());
   parts_.Trio.Download(StartLine(slot, blockNo));
+  const RestartStates& states = parts_.States;
+  const int block = states.Block > 0 ? states.Block : parts_.Split.RestartRecord.BlockNumber;
+  parts_.Poll.TellRestart({block, states.RestartState.XPosition, states.RestartState.YPosition});
 }
 
 void RestartOperation::Cancel() {

@@ -48,6 +48,15 @@ std::string MessageList::HelpPath(int row) const {
   return messageHelpPath_[static_cast<std::size_t>(row - 1)];
 }
 
+std::string MessageList::ControllerTexts() const {
+  std::string texts;
+  for (int row = 1; row <= controllerCount_; ++row) {
+    if (!texts.empty()) texts.append(", ");
+    texts.append(core::Trim(Row(row).Text));
+  }
+  return texts;
+}
+
 void MessageList::Add(std::string text, std::string helpPath) {
   if (count_ >= MessageRows) return;
   const auto index = static_cast<std::size_t>(count_++);
@@ -90,6 +99,7 @@ bool MessageList::Refresh(std::int32_t vr16, std::int32_t vr17, bool newPrograms
         HelpFile(directories, "IO", vr16));
   }
   if (vr17 > 0) AddLogicMessages(vr17, tables, directories);
+  controllerCount_ = count_;
   if (newProgramsReceived) Add(" New Program(s) Received", ReceiveNotePath(directories));
   HoldSelection();
   if (selectedMessage_ >= 1) rows_[static_cast<std::size_t>(selectedMessage_ - 1)].Inverse = true;

@@ -47,6 +47,8 @@ class MessageList {
   [[nodiscard]] const ListRow& Row(int row) const {
     return rows_.at(static_cast<std::size_t>(row - 1));
   }
+  /// The messages of the controller among the rows, divided by commas.
+  [[nodiscard]] std::string ControllerTexts() const;
   /// The help file of a row; empty where there is none.
   [[nodiscard]] std::string HelpPath(int row) const;
 
@@ -62,6 +64,7 @@ class MessageList {
   std::int16_t selectedMessage_ = 0;
   std::int16_t lastSelected_ = -1;
   int count_ = 0;
+  int controllerCount_ = 0;  ///< rows of the controller, the first ones
   std::array<ListRow, MessageRows> rows_;
   std::array<std::string, MessageRows> messageHelpPath_;
 };

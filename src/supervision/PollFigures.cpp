@@ -57,6 +57,7 @@ void Poll::RefreshBatch(link::Asker asker) {
   if (!system_.Link.TrioLinkEnabled || system_.Console.BatchEditing) return;
   const bool ticking = asker == link::Asker::Poll;
   const std::uint64_t changes = changes_.Begun();
+  const std::uint64_t failures = trio_.Failures(asker);
   const core::Batch before = system_.Programs[slot].BatchCounters;
   core::Batch read;
   read.PartsPerSheet = trio_.GetRspnsLng(Variable::PartsPerSheet, asker);
@@ -69,6 +70,7 @@ void Poll::RefreshBatch(link::Asker asker) {
   // The operator has set or cleared them meanwhile: these replies are older than that.
   if (!SameCounters(counters, before)) return;
   counters = read;
+  TellBatch({slot, before, read, trio_.Failures(asker) == failures});
   // The operator may have begun to type, or have changed the slot, while the replies came.
   if (!system_.Console.BatchEditing && system_.ActiveSlot == slot)
     screens_.RunStage(PollStage::Batch);

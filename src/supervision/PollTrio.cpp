@@ -62,11 +62,42 @@ void Poll::PollTrio() {
   trio_.Loop().WaitUntil([this] { return !inTick_; });
   const ScopedFlag tick(inTick_);
   const Watch watch(*this);
+  const std::uint64_t failures = PollFailures();
   for (const Stage stage : Stages) {
     if (watch.Overtaken()) return;
     (this->*stage)();
   }
+  if (!watch.Overtaken()) TellTick(failures);
   RotateLog();
+}
+
+/// The plot has the run time read and draws: between the reply and here nobody else has a turn.
+void Poll::PlotPosition() {
+  plot_.RealTimePlot();
+  runSeconds_ = system_.State.RunSeconds;
+}
+
+std::uint64_t Poll::PollFailures() const {
+  return trio_.Failures(link::Asker::Poll) + trio_.Failures(link::Asker::Silent);
+}
+
+void Poll::TellTick(std::uint64_t failuresBefore) {
+  if (observers_.empty()) return;
+  TickReading reading{PollFailures() != failuresBefore, runSeconds_, {}};
+  if (screens_.Offers(PollStage::Messages)) reading.Messages = messages_.ControllerTexts();
+  for (PollObserver* observer : observers_) observer->TickRead(reading);
+}
+
+void Poll::TellBatch(const BatchReading& reading) {
+  for (PollObserver* observer : observers_) observer->BatchRead(reading);
+}
+
+void Poll::TellRestart(const RestartPlace& place) {
+  for (PollObserver* observer : observers_) observer->RunContinued(place);
+}
+
+void Poll::TellEnd() {
+  for (PollObserver* observer : observers_) observer->ConsoleEnds();
 }
 
 void Poll::RunMachineStages() {

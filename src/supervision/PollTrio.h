@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/Slot.h"
 #include "core/System.h"
@@ -16,6 +17,7 @@
 #include "platform/RuntimeFault.h"
 #include "supervision/ChangeLock.h"
 #include "supervision/MessageList.h"
+#include "supervision/PollObserver.h"
 #include "supervision/PollScreens.h"
 #include "supervision/RunningBlock.h"
 
@@ -45,6 +47,13 @@ class Poll {
 
   /// Held by whoever changes the program in force.
   [[nodiscard]] ChangeLock& Changes() { return changes_; }
+
+  /// `observer` outlives the poll. It hears of every tick that runs to its end.
+  void Observe(PollObserver& observer) { observers_.push_back(&observer); }
+  /// The run that has just begun is a restart.
+  void TellRestart(const RestartPlace& place);
+  /// The program ends in order.
+  void TellEnd();
 
   // ---- the stages, in the order of the tick ----
 
@@ -90,7 +99,10 @@ class Poll {
   class Watch;
   using Stage = void (Poll::*)();
 
-  void PlotPosition() { plot_.RealTimePlot(); }
+  void PlotPosition();
+  void TellTick(std::uint64_t failuresBefore);
+  void TellBatch(const BatchReading& reading);
+  [[nodiscard]] std::uint64_t PollFailures() const;
   void RunMachineStages();
   void RefreshTickBatch();
   void RotateLog();
@@ -107,6 +119,8 @@ class Poll {
   MessageList& messages_;
   ChangeLock changes_;
   std::uint64_t faultToldOf_ = 0;  ///< ChangeLock::Begun, plus 1, when a table's fault was shown
+  float runSeconds_ = 0;           ///< VR(52) as the last tick read it, s
+  std::vector<PollObserver*> observers_;
   bool inTick_ = false;
 };
 

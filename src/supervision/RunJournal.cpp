@@ -1,0 +1,313 @@
+#include "supervision/RunJournal.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "supervision/ProgramDigest.h"
+
+namespace torvane::supervision {
+
+namespace {
+
+/// Records of the compensated path that a tick reads of a run's table: less than a millisecond.
+constexpr int RecordsATick = 2000;
+
+/// A message that came up this long before a stop is its cause, ms.
+constexpr std::int64_t CauseMs = 1000;
+
+/// The run time counts as set back where it has fallen by more than this, s.
+constexpr double SetBackSeconds = 0.5;
+
+constexpr const char* LinkLostText = "link lost";
+
+}  // namespace
+
+RunJournal::Reaction RunJournal::ReactionTo(State from, Sight sight) {
+  using Journal = RunJournal;
+  using enum State;
+  constexpr Reaction Idles = {&Journal::Nothing, Idle};
+  constexpr Reaction Falls = {&Journal::Fall, Fallen};
+  constexpr Reaction Runs = {&Journal::GoOn, Running};
+  constexpr Reaction Stands = {&Journal::Stand, Stopped};
+  constexpr Reaction Loses = {&Journal::Lose, Blind};
+  constexpr Reaction StaysFallen = {&Journal::Nothing, Fallen};
+  constexpr Reaction Stays = {&Journal::Nothing, Blind};
+  constexpr Reaction Opens = {&Journal::Begin, Running};
+  constexpr Reaction OpensStopped = {&Journal::BeginStopped, Stopped};
+  constexpr Reaction StaysStopped = {&Journal::StayStopped, Stopped};
+  constexpr Reaction FallsHeld = {&Journal::FallHeld, Fallen};
+  constexpr Reaction Closes = {&Journal::CloseFallen, Idle};
+  using Reactions = std::array<Reaction, 5>;  // to Unknown, Runs, Stands, Held, Away
+  static constexpr std::array<Reactions, 5> Table = {
+      Reactions{Idles, Opens, OpensStopped, Idles, Idles},         // Idle
+      Reactions{Loses, Runs, Stands, FallsHeld, Falls},            // Running
+      Reactions{Loses, Runs, StaysStopped, Falls, Falls},          // Stopped
+      Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes},   // Fallen
+      Reactions{Stays, Runs, Stands, Falls, Falls},                // Blind
+  };
+  return Table[static_cast<std::size_t>(from)][static_cast<std::size_t>(sight)];
+}
+
+void RunJournal::TickRead(const TickReading& tick) {
+  if (ticks_++ == 0) store_.TakeUp();
+  tick_ = tick;
+  const Sight sight = Look();
+  const Reaction reaction = ReactionTo(state_, sight);
+  (this->*reaction.Do)();
+  state_ = reaction.To;
+  if (sight != Sight::Away) return;
+  seenIdle_ = true;
+  lineBefore_ = parts_.System.State.RunningBlock;
+  restart_.reset();
+}
+
+/// What the tick in hand sees of the machine.
+RunJournal::Sight RunJournal::Look() {
+  const core::MachineState& state = parts_.System.State;
+  if (tick_.Blind) return Sight::Unknown;
+  const bool inError = state.MachineInError != 0;
+  if (inError && !inError_) errorMs_ = parts_.Loop.NowMs();
+  inError_ = inError;
+  if (!state.MachineRunning) {
+    programStopTicks_ = 0;
+    return state.MachineFeedhold || state.MachineCycleBit ? Sight::Held : Sight::Away;
+  }
+  // A stop that is skipped may be seen once, on the way.
+  const bool atStop = state_ != State::Idle && !lineIsOld_ &&
+                      table_.MadeBy(state.RunningBlock).Code == partprogram::RecordCode::ProgramStop;
+  programStopTicks_ = atStop ? std::min(programStopTicks_ + 1, 2) : 0;
+  return state.MachineFeedhold || programStopTicks_ == 2 ? Sight::Stands : Sight::Runs;
+}
+
+bool RunJournal::AnotherRun() const {
+  const bool doubtful = state_ == State::Fallen || state_ == State::Blind;
+  return doubtful && secondsSeen_ > double{tick_.RunSeconds} + SetBackSeconds;
+}
+
+bool RunJournal::EndReached() const {
+  const int lines = parts_.System.Programs[slot_].TableLines;
+  return (sheetTick_ && *sheetTick_ >= doubtTick_) || (lines > 0 && line_ >= lines);
+}
+
+// ---- the work of the table ----
+
+void RunJournal::Begin() {
+  OpenRun();
+  Note(RunEnd::ConsoleEnded);
+}
+
+void RunJournal::BeginStopped() {
+  OpenRun();
+  AddStop(CauseText());
+}
+
+void RunJournal::GoOn() {
+  if (AnotherRun()) {
+    CloseFallen();
+    return Begin();
+  }
+  Follow(true);
+  if (state_ != State::Running || parts_.Loop.NowMs() - notedMs_ >= NoteAgainMs) {
+    Note(RunEnd::ConsoleEnded);
+  }
+}
+
+void RunJournal::Stand() {
+  if (AnotherRun()) {
+    CloseFallen();
+    return BeginStopped();
+  }
+  Follow(true);
+  AddStop(CauseText());
+}
+
+/// The operator may have the messages read only now.
+void RunJournal::StayStopped() {
+  Follow(true);
+  if (tick_.Messages.empty() || run_.Stops.empty()) return;
+  std::string& cause = run_.Stops.back().Cause;
+  if (cause.find(": ") != std::string::npos) return;
+  cause.append(": ").append(tick_.Messages);
+  Note(RunEnd::ConsoleEnded);
+}
+
+void RunJournal::Lose() {
+  doubtTick_ = ticks_ - 1;
+  AddStop(LinkLostText);
+  Note(RunEnd::LinkLost);
+}
+
+void RunJournal::Fall() {
+  unseen_ = state_ == State::Blind;
+  if (!unseen_) doubtTick_ = ticks_ - 2;
+  Follow(false);
+  fallCause_ = CauseText();
+  if (unseen_) Note(RunEnd::LinkLost);
+}
+
+void RunJournal::FallHeld() {
+  Fall();
+  AddStop(fallCause_);
+}
+
+void RunJournal::CloseFallen() {
+  const bool unseen = unseen_ || state_ == State::Blind;
+  const RunEnd ended = EndReached() ? RunEnd::End : unseen ? RunEnd::LinkLost : RunEnd::Stop;
+  if (ended == RunEnd::Stop) AddStop(fallCause_);
+  Close(ended);
+}
+
+// ---- the run under way ----
+
+void RunJournal::OpenRun() {
+  const core::System& system = parts_.System;
+  slot_ = system.ActiveSlot;
+  const core::ActiveProgram& program = system.Programs[slot_];
+  const bool found = !seenIdle_;
+  seenIdle_ = true;
+  run_ = {};
+  run_.Number = store_.NextNumber();
+  run_.Start = parts_.Clock.Now();
+  run_.Begin = found ? RunBegin::Found : RunBegin::Start;
+  run_.Slot = slot_.Number();
+  table_ = {};
+  if (program.Selected) {
+    run_.Directory = program.DirectoryName;
+    run_.Program = program.ProgramName;
+    run_.Material = program.Material;
+    run_.Digest = SlotDigest(parts_.Files, system.Directories, slot_);
+    table_ = CutTable(parts_.Files, system.Directories, slot_);
+  }
+  line_ = baseLine_ = programStopTicks_ = 0;
+  passes_ = 0;
+  unseen_ = false;
+  sheetTick_.reset();
+  lineIsOld_ = !found && lineBefore_ > 0 && system.State.RunningBlock == lineBefore_;
+  baseWanted_ = found;
+  base_ = {system.State.XPosition, system.State.YPosition};
+  secondsSeen_ = 0;
+  secondsBefore_ = found ? tick_.RunSeconds : 0;
+  if (restart_) RunContinued(RestartPlace(*restart_));
+  Follow(true);
+}
+
+/// What a tick in which the controller was heard says of the run.
+void RunJournal::Follow(bool running) {
+  const core::MachineState& state = parts_.System.State;
+  table_.Read(RecordsATick);
+  run_.End = parts_.Clock.Now();
+  run_.Last.X = state.XPosition;
+  run_.Last.Y = state.YPosition;
+  FollowLine(state.RunningBlock, running);
+  if (!parts_.System.Programs[slot_].Selected) return;  // the run time is not asked for then
+  secondsSeen_ = std::max(secondsSeen_, double{tick_.RunSeconds});
+  run_.Seconds = std::max(0.0, secondsSeen_ - secondsBefore_);
+}
+
+/// A controller may set its counter a moment after the bit, and back to 0 when a run has ended.
+void RunJournal::FollowLine(int line, bool running) {
+  if (line < 1 || (lineIsOld_ && line == lineBefore_)) return;
+  lineIsOld_ = false;
+  if (std::exchange(baseWanted_, false)) {
+    baseLine_ = line;
+  } else if (running && line < line_ && line_ + 1 >= parts_.System.Programs[slot_].TableLines) {
+    passes_ += table_.Whole() - table_.CutUpTo(baseLine_, base_.X, base_.Y);
+    baseLine_ = 0;
+  }
+  line_ = line;
+  run_.Last.Record = line;
+  const int block = table_.MadeBy(line).Block;
+  if (block > 0) run_.Last.Block = block;  // the end line has none
+}
+
+std::string RunJournal::CauseText() const {
+  const core::MachineState& state = parts_.System.State;
+  std::string cause = "stop";
+  if (programStopTicks_ == 2) cause = "program stop";
+  if (state.MachineFeedhold) cause = "feed hold";
+  const bool error = inError_ && parts_.Loop.NowMs() - errorMs_ <= CauseMs;
+  if (error && programStopTicks_ < 2) cause = "error";
+  if (!tick_.Messages.empty()) cause.append(": ").append(tick_.Messages);
+  return cause;
+}
+
+void RunJournal::AddStop(const std::string& cause) {
+  ++run_.StopCount;
+  if (run_.Stops.size() < MostStops) run_.Stops.push_back({run_.End, run_.Last, cause});
+  Note(RunEnd::ConsoleEnded);
+}
+
+double RunJournal::LengthNow() const {
+  const double before = baseLine_ > 0 ? table_.CutUpTo(baseLine_, base_.X, base_.Y) : 0;
+  const double upTo = run_.Ended == RunEnd::End
+                          ? table_.Whole()
+                          : table_.CutUpTo(line_, run_.Last.X, run_.Last.Y);
+  return std::max(0.0, passes_ + upTo - before);
+}
+
+void RunJournal::Note(RunEnd ended) {
+  run_.Ended = ended;
+  run_.Length = LengthNow();
+  store_.NoteRun(run_);
+  notedMs_ = parts_.Loop.NowMs();
+}
+
+void RunJournal::Close(RunEnd ended) {
+  table_.ReadAll();
+  run_.Ended = ended;
+  run_.Length = LengthNow();
+  store_.EndRun(run_);
+  lineBefore_ = line_;
+  table_ = {};
+}
+
+// ---- what else is told ----
+
+void RunJournal::BatchRead(const BatchReading& reading) {
+  const core::Slot slot = reading.Slot;
+  auto& counted = counted_[slot];
+  // Somebody else has set the counters since: a selection, or the operator.
+  if (!counted || reading.Before.SheetsCompleted != shown_[slot]) {
+    counted = reading.Before.SheetsCompleted;
+  }
+  shown_[slot] = reading.Read.SheetsCompleted;
+  if (!reading.Good) return;
+  const std::int64_t more = std::int64_t{reading.Read.SheetsCompleted} - *counted;
+  counted = reading.Read.SheetsCompleted;
+  if (more <= 0 || state_ == State::Idle || slot != slot_) return;
+  run_.Sheets += static_cast<int>(more);
+  sheetTick_ = ticks_;
+}
+
+void RunJournal::RunContinued(const RestartPlace& place) {
+  restart_ = place;
+  if (run_.Number < store_.NextNumber()) return;  // no run is open yet
+  run_.Begin = RunBegin::Restart;
+  run_.FromBlock = place.Block;
+  base_ = {place.X, place.Y};
+  baseWanted_ = true;
+  lineIsOld_ = false;
+  restart_.reset();
+}
+
+void RunJournal::ConsoleEnds() {
+  if (state_ == State::Idle) return;
+  if (state_ == State::Running || state_ == State::Stopped) {
+    run_.End = parts_.Clock.Now();
+    Close(RunEnd::ConsoleEnded);
+  } else {
+    CloseFallen();
+  }
+  state_ = State::Idle;
+}
+
+std::optional<RunPlace> RunJournal::PlaceOfLastRun(core::Slot slot) const {
+  const std::string digest = SlotDigest(parts_.Files, parts_.System.Directories, slot);
+  if (digest.empty()) return std::nullopt;
+  const auto run = store_.LastRunOf(slot.Number(), digest);
+  if (!run || run->Ended == RunEnd::End) return std::nullopt;
+  return run->Last;
+}
+
+}  // namespace torvane::supervision

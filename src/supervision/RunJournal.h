@@ -1,0 +1,136 @@
+// The run journal: what becomes of each run of the machine, noted from what the poll has read.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "core/General.h"
+#include "core/System.h"
+#include "platform/Clock.h"
+#include "platform/EventLoop.h"
+#include "platform/FileSystem.h"
+#include "supervision/CutTable.h"
+#include "supervision/JournalStore.h"
+#include "supervision/PollObserver.h"
+#include "supervision/RunLine.h"
+
+namespace torvane::supervision {
+
+/// The run under way is noted at every stop, and this long after the last note where the controller
+/// has come on meanwhile.
+inline constexpr std::int64_t NoteAgainMs = 1000;
+
+struct JournalParts {
+  const core::System& System;
+  platform::FileSystem& Files;
+  const platform::Clock& Clock;
+  platform::EventLoop& Loop;
+};
+
+/// A run is open from the tick that first sees it to the one that has seen it end. What a tick sees:
+///
+///   Unknown  an exchange of the tick has failed
+///   Runs     MachineRunning
+///   Stands   MachineRunning, and a feed hold or a program stop that waits for the operator
+///   Held     not MachineRunning, but a feed hold or an open cycle: the run may go on
+///   Away     none of these
+///
+///   from \ sees  Unknown       Runs         Stands          Held               Away
+///   Idle         -             Begin: Runs  Begin: Stopped  -                  -
+///   Running      Lost: Blind   Running      Stop: Stopped   Fall, Stop: Fallen Fall: Fallen
+///   Stopped      Lost: Blind   Running      Stopped         Fall: Fallen       Fall: Fallen
+///   Fallen       Fallen        Running *    Stop: Stopped * Fallen             Close: Idle
+///   Blind        Blind         Running *    Stop: Stopped * Fall: Fallen       Fall: Fallen
+///
+/// Where * finds the machine's run time set back, another run has begun: the one before is closed.
+/// A run that falls is closed one tick later, so that a single wrong reply ends none; what is noted
+/// of its end is of the tick in which it fell. The end of the console closes what is open.
+class RunJournal final : public PollObserver {
+ public:
+  explicit RunJournal(const JournalParts& parts)
+      : parts_(parts), store_(parts.Files, parts.System.Directories) {}
+
+  // PollObserver
+  void TickRead(const TickReading& tick) override;
+  void BatchRead(const BatchReading& reading) override;
+  void RunContinued(const RestartPlace& place) override;
+  void ConsoleEnds() override;
+
+  /// Where the last run of the very text that stands in the slot ended, if it did not come to its
+  /// end; nothing otherwise.
+  [[nodiscard]] std::optional<RunPlace> PlaceOfLastRun(core::Slot slot) const;
+
+ private:
+  enum class State : std::uint8_t { Idle, Running, Stopped, Fallen, Blind };
+  enum class Sight : std::uint8_t { Unknown, Runs, Stands, Held, Away };
+  using Step = void (RunJournal::*)();
+  /// What a sight leads to: the work of it, and the next state.
+  struct Reaction {
+    Step Do = nullptr;
+    State To = State::Idle;
+  };
+  /// The table above.
+  [[nodiscard]] static Reaction ReactionTo(State from, Sight sight);
+
+  [[nodiscard]] Sight Look();
+  [[nodiscard]] bool AnotherRun() const;
+  [[nodiscard]] bool EndReached() const;
+
+  // the work of the table
+  void Nothing() {}
+  void Begin();
+  void BeginStopped();
+  void GoOn();
+  void Stand();
+  void StayStopped();
+  void Lose();
+  void Fall();
+  void FallHeld();
+  void CloseFallen();
+
+  void OpenRun();
+  void Follow(bool running);
+  void FollowLine(int line, bool running);
+  void AddStop(const std::string& cause);
+  [[nodiscard]] std::string CauseText() const;
+  void Close(RunEnd ended);
+  void Note(RunEnd ended);
+  [[nodiscard]] double LengthNow() const;
+
+  JournalParts parts_;
+  JournalStore store_;
+  State state_ = State::Idle;
+  TickReading tick_;         ///< the one in hand
+  std::uint64_t ticks_ = 0;  ///< so many have been read
+  bool seenIdle_ = false;    ///< one of them has seen the machine idle
+  int lineBefore_ = 0;       ///< VR(81) before the run
+  bool inError_ = false;     ///< as the last tick saw it
+  std::int64_t errorMs_ = 0;  ///< when the message in force came up
+
+  // the run under way
+  RunLine run_;
+  core::Slot slot_;
+  CutTable table_;
+  double secondsBefore_ = 0;   ///< of the machine's run time, before the run was found
+  double secondsSeen_ = 0;     ///< the machine's run time
+  int line_ = 0;               ///< VR(81); 0 not known yet
+  bool lineIsOld_ = false;     ///< VR(81) is still that of the run before
+  int baseLine_ = 0;           ///< where the run began; 0 the program's begin
+  core::Vector2 base_;         ///< the place in that line, mm
+  bool baseWanted_ = false;    ///< the next line is where the run begins
+  double passes_ = 0;          ///< mm of the passes before this one, in a cycle of several
+  int programStopTicks_ = 0;   ///< ticks in a row at the line of a program stop
+  std::string fallCause_;      ///< why it fell, in the tick in which it did
+  bool unseen_ = false;        ///< it fell while nothing was heard
+  std::uint64_t doubtTick_ = 0;  ///< a sheet counted from here on says that the end was reached
+  std::int64_t notedMs_ = 0;
+
+  std::optional<RestartPlace> restart_;  ///< told before the run was seen
+
+  core::BySlot<std::optional<std::int32_t>> counted_;  ///< sheets completed, as last known
+  core::BySlot<std::int32_t> shown_;                   ///< the same in the shared record
+  std::optional<std::uint64_t> sheetTick_;             ///< ticks_ at the last sheet of the run
+};
+
+}  // namespace torvane::supervision

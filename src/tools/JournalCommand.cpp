@@ -1,0 +1,133 @@
+#include "tools/JournalCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+
+#include "core/General.h"
+#include "platform/DiskFileSystem.h"
+#include "platform/RuntimeFault.h"
+#include "tools/JournalReport.h"
+
+namespace torvane::tools {
+
+namespace {
+
+constexpr int Good = 0;
+constexpr int Refused = 1;
+constexpr int WrongUse = 2;
+
+struct JournalOptions {
+  std::string Place = ".";
+  std::string By;
+  std::string From;
+  std::string To;
+  std::string Format = "text";
+};
+
+/// Empty for a day such as 2026-03-04, otherwise what is wrong.
+std::string CheckDay(const std::string& text) {
+  constexpr std::string_view Form = "0000-00-00";
+  bool good = text.size() == Form.size();
+  for (std::size_t i = 0; good && i < Form.size(); ++i) {
+    good = Form[i] == '0' ? text[i] >= '0' && text[i] <= '9' : text[i] == Form[i];
+  }
+  return good ? std::string() : "a day is written as 2026-03-04, not " + text;
+}
+
+void DescribeOptions(CLI::App& app, JournalOptions& options) {
+  app.add_option("PLACE", options.Place,
+                 "The installation (the folder with Control.cfg), or a journal's file")
+      ->capture_default_str();
+  app.add_option("--by", options.By, "Sums by day or by program alone; without it by both")
+      ->check(CLI::IsMember({"day", "program"}));
+  app.add_option("--from", options.From, "Runs that began on this day or later")->check(CheckDay);
+  app.add_option("--to", options.To, "Runs that began on this day or earlier")->check(CheckDay);
+  app.add_option("--format", options.Format, "text, csv or json")
+      ->check(CLI::IsMember({"text", "csv", "json"}))
+      ->capture_default_str();
+}
+
+/// The journal of an installation lies in its service directory, whatever the case of the names.
+std::string ReadText(const std::string& place) {
+  namespace fs = std::filesystem;
+  if (fs::is_directory(place)) {
+    const platform::DiskFileSystem files(fs::absolute(place).string());
+    return files.ReadFile("Service\\Journal.csv");
+  }
+  const fs::path path = fs::absolute(place);
+  const platform::DiskFileSystem files(path.parent_path().string());
+  return files.ReadFile(platform::DiskFileSystem::ToSystemPath(path.filename().string()));
+}
+
+JournalReport ReportOf(const JournalOptions& options) {
+  JournalRuns read = ReadJournal(ReadText(options.Place));
+  const auto outside = [&](const supervision::RunLine& run) {
+    const std::string day = DayOf(run);
+    return (!options.From.empty() && day < options.From) ||
+           (!options.To.empty() && day > options.To);
+  };
+  std::erase_if(read.Runs, outside);
+  JournalReport report;
+  report.Keys = {options.By != "program", options.By != "day"};
+  report.Sums = SumUp(read.Runs, report.Keys);
+  report.Total = Total(read.Runs);
+  report.Damaged = std::move(read.Damaged);
+  return report;
+}
+
+void Print(const JournalReport& report, const std::string& format, std::ostream& out) {
+  if (format == "csv") {
+    out << JournalCsvReport(report);
+  } else if (format == "json") {
+    out << JournalJsonReport(report);
+  } else {
+    out << JournalTextReport(report);
+  }
+  out << std::flush;
+}
+
+void TellDamage(const JournalReport& report, std::ostream& errors) {
+  constexpr std::size_t MostNamed = 20;
+  if (report.Damaged.empty()) return;
+  const bool one = report.Damaged.size() == 1;
+  errors << "torvane-journal: " << report.Damaged.size()
+         << (one ? " damaged line is left out: line" : " damaged lines are left out: lines");
+  for (std::size_t i = 0; i < std::min(report.Damaged.size(), MostNamed); ++i) {
+    errors << (i == 0 ? " " : ", ") << report.Damaged[i];
+  }
+  errors << (report.Damaged.size() > MostNamed ? " and more\n" : "\n");
+}
+
+}  // namespace
+
+int JournalMain(std::vector<std::string> arguments, std::ostream& out, std::ostream& errors) {
+  JournalOptions options;
+  CLI::App app("Sums up the run journal of an installation.", "torvane-journal");
+  DescribeOptions(app, options);
+  try {
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(arguments);
+    const JournalReport report = ReportOf(options);
+    Print(report, options.Format, out);
+    TellDamage(report, errors);
+    if (!out) {
+      errors << "torvane-journal: the output cannot be written\n";
+      return Refused;
+    }
+    return report.Damaged.empty() ? Good : Refused;
+  } catch (const CLI::CallForHelp&) {
+    out << app.help();
+    return Good;
+  } catch (const CLI::ParseError& fault) {
+    errors << "torvane-journal: " << fault.what()
+           << "\nRun torvane-journal --help for its options.\n";
+    return WrongUse;
+  } catch (const platform::RuntimeFault& fault) {
+    errors << "torvane-journal: " << fault.what() << "\n";
+    return Refused;
+  }
+}
+
+}  // namespace torvane::tools

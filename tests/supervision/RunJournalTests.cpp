@@ -1,0 +1,615 @@
+#include "supervision/RunJournal.h"
+
+#include <map>
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "JournalRuns.h"
+#include "SlotMaker.h"
+#include "core/SlotFiles.h"
+#include "platform/VirtualLoop.h"
+#include "supervision/ProgramDigest.h"
+#include "support/MemoryFiles.h"
+
+namespace torvane::supervision {
+
+using namespace tests;
+namespace {
+
+using partprogram::DrawRecord;
+using partprogram::Figure;
+namespace RecordCode = partprogram::RecordCode;
+
+const std::string JournalFile = "C:\\Service\\Journal.csv";
+const std::string Text = "G71\r\nG00 X0\r\nM30\r\n";
+constexpr int EndLine = 6;
+
+/// The loop's time as a time of day.
+class LoopClock final : public platform::Clock {
+ public:
+  explicit LoopClock(platform::VirtualLoop& loop) : loop_(loop) {}
+  [[nodiscard]] platform::LocalTime Now() const override {
+    const auto seconds = static_cast<int>(loop_.NowMs() / 1000);
+    return {2026, 3, 4, seconds / 3600, seconds / 60 % 60, seconds % 60};
+  }
+
+ private:
+  platform::VirtualLoop& loop_;
+};
+
+DrawRecord Made(std::int16_t code, int line, int block) {
+  DrawRecord record;
+  record.Code = code;
+  record.TableLine = static_cast<std::int16_t>(line);
+  record.BlockNumber = static_cast<std::int16_t>(block);
+  return record;
+}
+
+DrawRecord Cut(int line, int block, core::Vector2 from, core::Vector2 to) {
+  DrawRecord record = Made(RecordCode::LineProfile, line, block);
+  record.StartPoint = {static_cast<float>(from.X), static_cast<float>(from.Y), 0};
+  record.EndPoint = {static_cast<float>(to.X), static_cast<float>(to.Y), 0};
+  record[Figure::Length] = static_cast<float>(std::hypot(to.X - from.X, to.Y - from.Y));
+  return record;
+}
+
+/// Half a circle from (100, 50) to (100, 150) about (100, 100), clockwise over (50, 100).
+DrawRecord HalfCircle(int line, int block) {
+  DrawRecord record = Made(RecordCode::ArcProfile, line, block);
+  record.StartPoint = {100, 50, 0};
+  record.EndPoint = {100, 150, 0};
+  record.CentrePoint = {100, 100, 0};
+  record[Figure::Radius] = 50;
+  record[Figure::ArcLength] = static_cast<float>(50 * 3.14159265);
+  record[Figure::StartAngle] = 270;
+  record[Figure::Sweep] = -180;
+  return record;
+}
+
+/// A move, 100 mm, a program stop, 50 mm, half a circle, the end line. Each is the block of its
+/// table line's number times ten.
+std::string KerfFile() {
+  std::string bytes;
+  SlotMaker::Append(bytes, Made(RecordCode::Sheet, 0, 0));
+  SlotMaker::Append(bytes, Made(RecordCode::Move, 1, 10));
+  SlotMaker::Append(bytes, Cut(2, 20, {0, 0}, {100, 0}));
+  SlotMaker::Append(bytes, Made(RecordCode::ProgramStop, 3, 30));
+  SlotMaker::Append(bytes, Cut(4, 40, {100, 0}, {100, 50}));
+  SlotMaker::Append(bytes, HalfCircle(5, 50));
+  return bytes;
+}
+
+/// What the poll reads of a machine in one tick.
+struct Seen {
+  bool Running = false;
+  bool Hold = false;
+  bool Cycle = false;
+  bool Error = false;
+  int Line = 0;
+  double Seconds = 0;
+  double X = 0;
+  double Y = 0;
+  bool Blind = false;
+  std::string Messages = {};
+};
+
+struct Plant {
+  Plant() {
+    SlotMaker::SetDirectories(System.Directories);
+    for (const core::Slot slot : core::BothSlots) {
+      auto& program = System.Programs[slot];
+      program.Selected = true;
+      program.DirectoryName = "SHOP";
+      program.ProgramName = slot == 1 ? "STAR" : "NEST";
+      program.Material = "Brass";
+      program.TableLines = EndLine;
+      Files.Put(core::SlotFile(System.Directories, slot, "krw"), KerfFile());
+      Files.Put(core::SlotFile(System.Directories, slot, "prg"),
+                Text + std::to_string(slot.Number()));
+    }
+    System.Link.TrioLinkEnabled = true;
+    Begin();
+  }
+
+  /// A console comes up; the one before it was killed unless it ended.
+  void Begin() {
+    Journal.emplace(JournalParts{System, Files, Clock, Loop});
+    Machine = {};
+  }
+  void Tick(const Seen& seen) {
+    Loop.RunFor(50);
+    auto& state = System.State;
+    state.MachineRunning = seen.Running && !seen.Blind;
+    state.MachineFeedhold = seen.Hold && !seen.Blind;
+    state.MachineCycleBit = seen.Cycle && !seen.Blind;
+    state.MachineInError = seen.Error && !seen.Blind ? 4096 : 0;
+    state.RunningBlock = static_cast<std::int16_t>(seen.Blind ? 0 : seen.Line);
+    state.XPosition = static_cast<float>(seen.X);
+    state.YPosition = static_cast<float>(seen.Y);
+    Journal->TickRead({seen.Blind, seen.Blind ? 0 : static_cast<float>(seen.Seconds),
+                       seen.Messages});
+  }
+  /// Ticks with the machine as it is, after `change`.
+  template <typename Change>
+  void See(const Change& change, int ticks = 1) {
+    change(Machine);
+    for (; ticks > 0; --ticks) Tick(Machine);
+  }
+  void Idle(int ticks = 3) {
+    See([](Seen& at) { at.Running = at.Hold = at.Cycle = at.Error = at.Blind = false; }, ticks);
+  }
+  void RunAt(int line, double seconds, double x = 0, double y = 0) {
+    See([&](Seen& at) {
+      at = {.Running = true, .Line = line, .Seconds = seconds, .X = x, .Y = y};
+    });
+  }
+  void CountSheet(bool good = true) {
+    auto& batch = System.Programs[System.ActiveSlot].BatchCounters;
+    core::Batch read = batch;
+    if (good) ++read.SheetsCompleted;
+    if (!good) read = {};
+    const core::Batch before = std::exchange(batch, read);
+    Journal->BatchRead({System.ActiveSlot, before, read, good});
+  }
+  [[nodiscard]] std::vector<RunLine> Runs() const { return RunsOf(Files.Text(JournalFile)); }
+  [[nodiscard]] RunLine OnlyRun() const {
+    const auto runs = Runs();
+    EXPECT_EQ(runs.size(), 1U);
+    return runs.empty() ? RunLine() : runs.back();
+  }
+
+  core::System System;
+  MemoryFiles Files;
+  platform::VirtualLoop Loop;
+  LoopClock Clock{Loop};
+  std::optional<RunJournal> Journal;
+  Seen Machine;
+};
+
+class RunJournalTest : public ::testing::Test, protected Plant {
+ protected:
+  static std::string Causes(const RunLine& run) {
+    std::string causes;
+    for (const RunStop& stop : run.Stops) causes += "[" + stop.Cause + "]";
+    return causes;
+  }
+};
+
+TEST_F(RunJournalTest, AnIdleMachineWritesNothing) {
+  Idle(100);
+  Journal->ConsoleEnds();
+  EXPECT_TRUE(Files.Log.empty());
+}
+
+TEST_F(RunJournalTest, ARunFromStartToEndIsOneLine) {
+  Idle();
+  RunAt(1, 0.05);
+  Loop.RunFor(10000);
+  RunAt(2, 10, 50, 0);
+  RunAt(4, 20, 100, 20);
+  Loop.RunFor(20000);
+  RunAt(EndLine, 40, 100, 150);
+  CountSheet();
+  Idle();
+  const RunLine run = OnlyRun();
+  EXPECT_EQ(run.Number, 1);
+  EXPECT_EQ(run.Begin, RunBegin::Start);
+  EXPECT_EQ(run.Directory, "SHOP");
+  EXPECT_EQ(run.Program, "STAR");
+  EXPECT_EQ(run.Digest, Sha256(Text + "1"));
+  EXPECT_EQ(run.Slot, 1);
+  EXPECT_EQ(run.Material, "Brass");
+  EXPECT_EQ(run.Sheets, 1);
+  EXPECT_DOUBLE_EQ(run.Seconds, 40);
+  EXPECT_NEAR(run.Length, 100 + 50 + 50 * 3.14159265, 0.06);
+  EXPECT_EQ(run.Ended, RunEnd::End);
+  EXPECT_EQ(run.StopCount, 0);
+  EXPECT_EQ(TimeText(run.Start), "2026-03-04 00:00:00");
+  EXPECT_EQ(TimeText(run.End), "2026-03-04 00:00:30");
+}
+
+TEST_F(RunJournalTest, TheRunTimeThatTheControllerClearsAtTheEndIsKept) {
+  Idle();
+  RunAt(2, 12.5);
+  RunAt(EndLine, 30.25);
+  See([](Seen& at) { at = {}; }, 2);
+  EXPECT_DOUBLE_EQ(OnlyRun().Seconds, 30.25);
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End) << "the end line was reached before the counter went";
+}
+
+TEST_F(RunJournalTest, AFeedHoldIsAStopWithItsPlace) {
+  Idle();
+  RunAt(2, 5, 30, 0);
+  See([](Seen& at) { at.Hold = true; }, 10);
+  See([](Seen& at) { at.Hold = false; }, 2);
+  RunAt(EndLine, 40);
+  Idle();
+  const RunLine run = OnlyRun();
+  EXPECT_EQ(run.StopCount, 1);
+  EXPECT_EQ(Causes(run), "[feed hold]");
+  ASSERT_EQ(run.Stops.size(), 1U);
+  EXPECT_EQ(run.Stops[0].Place.Block, 20);
+  EXPECT_EQ(run.Stops[0].Place.Record, 2);
+  EXPECT_EQ(run.Stops[0].Place.X, 30);
+  EXPECT_EQ(run.Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, AMessageThatComesUpWithAHoldIsItsCause) {
+  Idle();
+  RunAt(2, 5);
+  See([](Seen& at) { at.Hold = at.Error = true; });
+  See([](Seen& at) { at.Messages = "Gas pressure low"; }, 3);
+  See([](Seen& at) { at.Messages = "Door open"; });
+  Idle();
+  EXPECT_EQ(Causes(OnlyRun()), "[error: Gas pressure low][stop: Door open]")
+      << "what was read of it while it stood, and first";
+}
+
+TEST_F(RunJournalTest, AMessageThatStoodBeforeIsNoCause) {
+  Idle();
+  RunAt(2, 5);
+  See([](Seen& at) { at.Error = true; }, 60);
+  See([](Seen& at) { at.Hold = true; }, 2);
+  See([](Seen& at) { at.Running = at.Hold = false; }, 2);
+  EXPECT_EQ(Causes(OnlyRun()), "[feed hold][stop]");
+}
+
+TEST_F(RunJournalTest, AProgramStopIsAStopFromItsSecondTickOn) {
+  Idle();
+  RunAt(2, 5);
+  RunAt(3, 6, 100, 0);
+  RunAt(4, 6.05, 100, 0);
+  Idle();
+  EXPECT_EQ(Causes(OnlyRun()), "[stop]") << "a stop that is skipped was seen on the way";
+  RunAt(2, 5);
+  RunAt(3, 6, 100, 0);
+  RunAt(3, 6, 100, 0);
+  RunAt(3, 6, 100, 0);
+  RunAt(4, 7, 100, 10);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(Causes(Runs().at(1)), "[program stop]");
+  EXPECT_EQ(Runs().at(1).Stops.at(0).Place.Block, 30);
+}
+
+TEST_F(RunJournalTest, AStopBeforeTheEndCountsWhatWasCut) {
+  Idle();
+  RunAt(1, 1);
+  RunAt(5, 20, 50, 100);
+  See([](Seen& at) { at.Running = false; }, 2);
+  const RunLine run = OnlyRun();
+  EXPECT_EQ(run.Ended, RunEnd::Stop);
+  EXPECT_EQ(Causes(run), "[stop]");
+  EXPECT_NEAR(run.Length, 150 + 25 * 3.14159265, 0.06) << "half of the half circle";
+  EXPECT_EQ(run.Last.Block, 50);
+  EXPECT_EQ(run.Last.Record, 5);
+  EXPECT_EQ(run.Sheets, 0);
+}
+
+TEST_F(RunJournalTest, TwoRunsAndTwoSlotsInOneSession) {
+  for (const int slot : {1, 2, 1}) {
+    System.ActiveSlot = slot;
+    Idle();
+    RunAt(2, 5);
+    RunAt(EndLine, 9);
+    CountSheet();
+    Idle();
+  }
+  ASSERT_EQ(Runs().size(), 3U);
+  EXPECT_EQ(Runs()[1].Program, "NEST");
+  EXPECT_EQ(Runs()[1].Digest, Sha256(Text + "2"));
+  EXPECT_EQ(Runs()[1].Slot, 2);
+  EXPECT_EQ(Runs()[2].Number, 3);
+  for (const auto& run : Runs()) EXPECT_EQ(run.Sheets, 1);
+}
+
+TEST_F(RunJournalTest, ACounterThatIsStillThatOfTheRunBeforeCutsNothing) {
+  Idle();
+  RunAt(2, 5);
+  RunAt(EndLine, 9);
+  See([](Seen& at) { at.Running = false; }, 2);
+  See([](Seen& at) {
+    at.Running = true;
+    at.Seconds = 0.05;
+  });
+  RunAt(2, 1, 40, 0);
+  See([](Seen& at) { at.Running = false; }, 2);
+  ASSERT_EQ(Runs().size(), 2U);
+  EXPECT_EQ(Runs()[1].Ended, RunEnd::Stop);
+  EXPECT_NEAR(Runs()[1].Length, 40, 0.06);
+}
+
+TEST_F(RunJournalTest, ARestartIsALineOfItsOwnThatCountsFromItsPlace) {
+  Idle();
+  RunAt(2, 5, 80, 0);
+  See([](Seen& at) { at.Running = false; }, 2);
+  See([](Seen& at) {
+    at.Running = true;
+    at.Seconds = 0;
+  });
+  Journal->RunContinued({20, 60, 0});
+  RunAt(2, 1, 60, 0);
+  RunAt(4, 3, 100, 10);
+  RunAt(EndLine, 9);
+  Idle();
+  ASSERT_EQ(Runs().size(), 2U);
+  const RunLine run = Runs()[1];
+  EXPECT_EQ(run.Begin, RunBegin::Restart);
+  EXPECT_EQ(run.FromBlock, 20);
+  EXPECT_NEAR(run.Length, 40 + 50 + 50 * 3.14159265, 0.06);
+  EXPECT_EQ(run.Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, ARestartThatIsToldBeforeItIsSeenIsNamedToo) {
+  Idle();
+  Journal->RunContinued({40, 100, 0});
+  RunAt(4, 1, 100, 0);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(OnlyRun().Begin, RunBegin::Restart);
+  Journal->RunContinued({40, 100, 0});
+  Idle();
+  RunAt(2, 1);
+  Idle();
+  EXPECT_EQ(Runs()[1].Begin, RunBegin::Start) << "that restart came to nothing";
+}
+
+TEST_F(RunJournalTest, OneWrongReplyEndsNoRun) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  See([](Seen& at) { at.Running = false; });
+  RunAt(2, 5.1, 51, 0);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
+  EXPECT_EQ(OnlyRun().StopCount, 0);
+}
+
+TEST_F(RunJournalTest, ALinkThatComesBackLeavesTheRunWhatItIs) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  See([](Seen& at) { at.Blind = true; }, 20);
+  RunAt(4, 8, 100, 10);
+  RunAt(EndLine, 9);
+  Idle();
+  const RunLine run = OnlyRun();
+  EXPECT_EQ(Causes(run), "[link lost]");
+  EXPECT_EQ(run.Stops.at(0).Place.Block, 20);
+  EXPECT_EQ(run.Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, ARunThatIsGoneWhenTheLinkComesBackWasLost) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  See([](Seen& at) { at.Blind = true; }, 20);
+  Idle();
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::LinkLost);
+}
+
+TEST_F(RunJournalTest, ARunThatCameToItsEndMeanwhileHasEnded) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  See([](Seen& at) { at.Blind = true; }, 20);
+  See([](Seen& at) { at = {.Line = EndLine, .Seconds = 9}; }, 3);
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, AnotherRunThatBeganMeanwhileIsALineOfItsOwn) {
+  Idle();
+  RunAt(4, 50, 100, 10);
+  See([](Seen& at) { at.Blind = true; }, 20);
+  RunAt(2, 1, 10, 0);
+  RunAt(EndLine, 9);
+  Idle();
+  ASSERT_EQ(Runs().size(), 2U);
+  EXPECT_EQ(Runs()[0].Ended, RunEnd::LinkLost);
+  EXPECT_EQ(Runs()[1].Begin, RunBegin::Start);
+  EXPECT_EQ(Runs()[1].Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, AControllerThatLetsTheBitGoInAHoldStillHasOneRun) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  See([](Seen& at) {
+    at.Running = false;
+    at.Cycle = at.Hold = true;
+  }, 30);
+  RunAt(4, 8);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(Causes(OnlyRun()), "[feed hold]");
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, TheEndOfTheConsoleEndsTheLine) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  Journal->ConsoleEnds();
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::ConsoleEnded);
+  EXPECT_EQ(OnlyRun().StopCount, 0);
+  EXPECT_NEAR(OnlyRun().Length, 50, 0.06);
+  Journal->ConsoleEnds();
+  EXPECT_EQ(Runs().size(), 1U) << "once";
+}
+
+TEST_F(RunJournalTest, TheEndOfTheConsoleOnADeadLineIsALostLink) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  See([](Seen& at) { at.Blind = true; });
+  Journal->ConsoleEnds();
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::LinkLost);
+}
+
+TEST_F(RunJournalTest, AKilledConsoleIsToldAtTheNextStart) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  Loop.RunFor(NoteAgainMs);
+  RunAt(4, 7, 100, 30);
+  Begin();
+  EXPECT_FALSE(Files.FileExists(JournalFile));
+  Idle(1);
+  const RunLine run = OnlyRun();
+  EXPECT_EQ(run.Ended, RunEnd::ConsoleEnded);
+  EXPECT_EQ(run.Last.Block, 40);
+  EXPECT_NEAR(run.Length, 130, 0.06);
+}
+
+TEST_F(RunJournalTest, AMachineThatRunsWhenTheConsoleComesUpIsFoundRunning) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  Begin();
+  RunAt(4, 30, 100, 20);
+  RunAt(EndLine, 50);
+  Idle();
+  ASSERT_EQ(Runs().size(), 2U);
+  EXPECT_EQ(Runs()[0].Ended, RunEnd::ConsoleEnded);
+  EXPECT_EQ(Runs()[1].Begin, RunBegin::Found);
+  EXPECT_DOUBLE_EQ(Runs()[1].Seconds, 20) << "what the first line tells is not told twice";
+  EXPECT_NEAR(Runs()[1].Length, 30 + 50 * 3.14159265, 0.06);
+}
+
+TEST_F(RunJournalTest, SheetsAreWhatTheControllerHasCounted) {
+  System.Programs[1].BatchCounters.SheetsCompleted = 40;
+  Idle();
+  RunAt(2, 5);
+  System.Programs[1].BatchCounters.SheetsCompleted = 10;  // the operator sets the counters
+  CountSheet();
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(OnlyRun().Sheets, 1);
+}
+
+TEST_F(RunJournalTest, CountersThatCouldNotBeReadCountNothing) {
+  System.Programs[1].BatchCounters.SheetsCompleted = 40;
+  Idle();
+  RunAt(2, 5);
+  CountSheet(false);
+  System.Programs[1].BatchCounters.SheetsCompleted = 0;
+  const core::Batch zeros;
+  core::Batch read;
+  read.SheetsCompleted = 41;
+  Journal->BatchRead({1, zeros, read, true});
+  Idle();
+  EXPECT_EQ(OnlyRun().Sheets, 1);
+}
+
+TEST_F(RunJournalTest, ThePlaceOfARunThatDidNotEndIsFoundByItsText) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  Begin();
+  Idle();
+  ASSERT_TRUE(Journal->PlaceOfLastRun(1));
+  EXPECT_EQ(Journal->PlaceOfLastRun(1)->Block, 20);
+  EXPECT_FALSE(Journal->PlaceOfLastRun(2)) << "another slot";
+  Files.Put("C:\\Actvprg1.prg", Text + "1 ");
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1)) << "another text";
+  Files.Put("C:\\Actvprg1.prg", Text + "1");
+  RunAt(2, 5);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1)) << "it has come to its end since";
+}
+
+TEST_F(RunJournalTest, AProgramWithoutFilesRunsAllTheSame) {
+  Files.DeleteFile("C:\\Actvprg1.krw");
+  Files.DeleteFile("C:\\Actvprg1.prg");
+  Idle();
+  RunAt(2, 5);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(OnlyRun().Digest, "");
+  EXPECT_EQ(OnlyRun().Length, 0);
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, ADamagedKerfFileIsNoLength) {
+  Files.Put("C:\\Actvprg1.krw", std::string(516 * 4 + 17, '\xFF'));
+  Idle();
+  RunAt(2, 5);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(Runs().size(), 1U);
+}
+
+TEST_F(RunJournalTest, ManyStopsAreCountedAndTheFirstAreListed) {
+  Idle();
+  RunAt(2, 5);
+  for (int i = 0; i < 300; ++i) {
+    See([](Seen& at) { at.Hold = true; });
+    See([](Seen& at) { at.Hold = false; });
+  }
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_EQ(OnlyRun().StopCount, 300);
+  EXPECT_EQ(OnlyRun().Stops.size(), MostStops);
+}
+
+TEST_F(RunJournalTest, TheLengthOfARecordUpToAPoint) {
+  const DrawRecord line = Cut(2, 1, {0, 0}, {100, 0});
+  EXPECT_DOUBLE_EQ(LengthUpTo(line, 30, 5), 30);
+  EXPECT_DOUBLE_EQ(LengthUpTo(line, -30, 5), 0);
+  EXPECT_DOUBLE_EQ(LengthUpTo(line, 300, 5), 100);
+  const DrawRecord arc = HalfCircle(3, 1);
+  EXPECT_NEAR(LengthUpTo(arc, 100, 50), 0, 1e-6);
+  EXPECT_NEAR(LengthUpTo(arc, 50, 100), 25 * 3.14159265, 1e-4);
+  EXPECT_NEAR(LengthUpTo(arc, 100, 150), 50 * 3.14159265, 1e-4);
+  EXPECT_NEAR(LengthUpTo(arc, 140, 120), 50 * 3.14159265, 1e-4) << "the nearer end";
+  EXPECT_NEAR(LengthUpTo(arc, 140, 80), 0, 1e-4);
+  EXPECT_EQ(LengthUpTo(Made(RecordCode::Move, 1, 1), 5, 5), 0);
+  EXPECT_EQ(LengthUpTo(line, std::numeric_limits<double>::quiet_NaN(), 0), 0);
+}
+
+/// Ticks of any kind, consoles that are killed and that end among them.
+RC_GTEST_PROP(RunJournal, AnyTicksGiveWholeLinesOneARun, ()) {
+  Plant plant;
+  int begun = 0;
+  bool running = false;
+  const int ticks = *rc::gen::inRange(1, 120);
+  for (int i = 0; i < ticks; ++i) {
+    const int what = *rc::gen::inRange(0, 20);
+    if (what == 0) {
+      if (*rc::gen::arbitrary<bool>()) plant.Journal->ConsoleEnds();
+      plant.Begin();
+      running = false;
+      continue;
+    }
+    if (what == 1) plant.CountSheet(*rc::gen::arbitrary<bool>());
+    if (what == 2) plant.Journal->RunContinued({*rc::gen::inRange(0, 60), 10, 0});
+    Seen seen;
+    seen.Running = *rc::gen::inRange(0, 3) > 0;
+    seen.Hold = *rc::gen::inRange(0, 4) == 0;
+    seen.Cycle = *rc::gen::inRange(0, 4) == 0;
+    seen.Error = *rc::gen::inRange(0, 4) == 0;
+    seen.Blind = *rc::gen::inRange(0, 6) == 0;
+    seen.Line = *rc::gen::inRange(-1, 9);
+    seen.Seconds = *rc::gen::inRange(0, 100);
+    seen.X = *rc::gen::inRange(-10, 200);
+    if (seen.Running && !seen.Blind && !running) ++begun;
+    running = seen.Running && !seen.Blind;
+    plant.Tick(seen);
+  }
+  plant.Journal->ConsoleEnds();
+  plant.Begin();
+  plant.Idle(1);
+  const std::string text = plant.Files.Text(JournalFile);
+  if (begun == 0) {
+    RC_ASSERT(text == "(no file)");
+    return;
+  }
+  int damaged = 0;
+  const auto runs = RunsOf(text, &damaged);
+  RC_ASSERT(damaged == 0);
+  RC_ASSERT(text.ends_with("\r\n"));
+  RC_ASSERT(!runs.empty());
+  // A run cannot be seen to begin more often than the bit rises or its time is set back.
+  for (std::size_t n = 0; n < runs.size(); ++n) {
+    RC_ASSERT(runs[n].Number == static_cast<int>(n) + 1);
+    RC_ASSERT(runs[n].Length >= 0);
+    RC_ASSERT(runs[n].Seconds >= 0);
+    RC_ASSERT(runs[n].StopCount >= static_cast<int>(runs[n].Stops.size()));
+  }
+}
+
+}  // namespace
+}  // namespace torvane::supervision

@@ -1,0 +1,188 @@
+#include "tools/JournalCommand.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "supervision/JournalText.h"
+#include "support/TempDirectory.h"
+#include "tools/JournalSums.h"
+
+namespace torvane::tools {
+namespace {
+
+using supervision::RunEnd;
+using supervision::RunLine;
+
+struct Told {
+  int Status = 0;
+  std::string Out;
+  std::string Errors;
+};
+
+Told Journal(const std::vector<std::string>& arguments) {
+  std::ostringstream out;
+  std::ostringstream errors;
+  const int status = JournalMain(arguments, out, errors);
+  return {status, out.str(), errors.str()};
+}
+
+RunLine Run(int number, int day, const std::string& program, RunEnd ended) {
+  RunLine run;
+  run.Number = number;
+  run.Start = run.End = {2026, 3, day, 8, 0, 0};
+  run.Directory = "SHOP";
+  run.Program = program;
+  run.Slot = 1;
+  run.Ended = ended;
+  run.Seconds = 1800.25;
+  run.Length = 12345.6;
+  if (ended == RunEnd::End) run.Sheets = 1;
+  if (ended == RunEnd::Stop) {
+    run.StopCount = 1;
+    run.Stops = {{run.End, {3, 4, 5, 6}, "stop"}};
+  }
+  return run;
+}
+
+class JournalCommand : public ::testing::Test {
+ protected:
+  JournalCommand() {
+    Text = supervision::JournalHeader() + JournalText(Run(1, 4, "STAR", RunEnd::End)) +
+           JournalText(Run(2, 4, "STAR", RunEnd::Stop)) +
+           JournalText(Run(3, 4, "M\xFCNZE,2", RunEnd::End)) +
+           JournalText(Run(4, 5, "STAR", RunEnd::End));
+    Put();
+  }
+  void Put() { Directory.Put("Service/Journal.csv", Text); }
+  Told Sums(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), Directory.Path());
+    return Journal(arguments);
+  }
+
+  tests::TempDirectory Directory;
+  std::string Text;
+};
+
+TEST_F(JournalCommand, TextForAPerson) {
+  const Told told = Sums({});
+  EXPECT_EQ(told.Status, 0) << told.Errors;
+  EXPECT_EQ(told.Out,
+            "Day         Directory  Program  Runs  Ended  Stops  Sheets     Time  Cut m\n"
+            "2026-03-04  SHOP       M\u00FCNZE,2     1      1      0       1  0:30:00  12.35\n"
+            "2026-03-04  SHOP       STAR        2      1      1       1  1:00:01  24.69\n"
+            "2026-03-05  SHOP       STAR        1      1      0       1  0:30:00  12.35\n"
+            "Total                              4      3      1       3  2:00:01  49.38\n");
+  EXPECT_EQ(told.Errors, "");
+}
+
+TEST_F(JournalCommand, ByDayAndByProgram) {
+  EXPECT_EQ(Sums({"--by", "day", "--format", "csv"}).Out,
+            "Day,Runs,Ended,Stops,Sheets,Seconds,Length mm\r\n"
+            "2026-03-04,3,2,1,2,5400.75,37036.8\r\n"
+            "2026-03-05,1,1,0,1,1800.25,12345.6\r\n");
+  EXPECT_EQ(Sums({"--by", "program", "--format", "csv"}).Out,
+            "Directory,Program,Runs,Ended,Stops,Sheets,Seconds,Length mm\r\n"
+            "SHOP,\"M\xFCNZE,2\",1,1,0,1,1800.25,12345.6\r\n"
+            "SHOP,STAR,3,2,1,2,5400.75,37036.8\r\n");
+}
+
+TEST_F(JournalCommand, JsonForAnotherProgram) {
+  EXPECT_EQ(Sums({"--by", "day", "--format", "json", "--from", "2026-03-05"}).Out,
+            "{\n"
+            "    \"damagedLines\": [\n"
+            "    ],\n"
+            "    \"sums\": [\n"
+            "        {\n"
+            "            \"cutMm\": 12345.6,\n"
+            "            \"day\": \"2026-03-05\",\n"
+            "            \"ended\": 1,\n"
+            "            \"runs\": 1,\n"
+            "            \"seconds\": 1800.25,\n"
+            "            \"sheets\": 1,\n"
+            "            \"stops\": 0\n"
+            "        }\n"
+            "    ],\n"
+            "    \"total\": {\n"
+            "        \"cutMm\": 12345.6,\n"
+            "        \"ended\": 1,\n"
+            "        \"runs\": 1,\n"
+            "        \"seconds\": 1800.25,\n"
+            "        \"sheets\": 1,\n"
+            "        \"stops\": 0\n"
+            "    }\n"
+            "}\n");
+  EXPECT_NE(Sums({"--format", "json"}).Out.find("\"program\": \"M\u00FCNZE,2\""),
+            std::string::npos);
+}
+
+TEST_F(JournalCommand, DaysAreThoseOfTheStartAndCountThemselves) {
+  const auto rows = [this](const std::vector<std::string>& arguments) {
+    std::vector<std::string> all = {"--by", "day", "--format", "csv"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const std::string out = Sums(all).Out;
+    return std::count(out.begin(), out.end(), '\n') - 1;
+  };
+  EXPECT_EQ(rows({"--from", "2026-03-04", "--to", "2026-03-05"}), 2);
+  EXPECT_EQ(rows({"--from", "2026-03-05"}), 1);
+  EXPECT_EQ(rows({"--to", "2026-03-04"}), 1);
+  EXPECT_EQ(rows({"--from", "2026-03-06"}), 0);
+}
+
+TEST_F(JournalCommand, TheFileItselfMayBeNamed) {
+  const std::string whole = Sums({}).Out;
+  EXPECT_EQ(Journal({Directory.Path() + "/Service/Journal.csv"}).Out, whole);
+  EXPECT_EQ(Journal({Directory.Path() + "/service/JOURNAL.CSV"}).Status, 1)
+      << "a path of this machine is that of this machine";
+}
+
+TEST_F(JournalCommand, DamagedLinesAreNamedAndLeftOut) {
+  const std::string whole = Sums({}).Out;
+  Text.insert(Text.find("2,2026"), "scribble\r\n");
+  Text += "4,5,6\r\n";
+  Put();
+  const Told told = Sums({});
+  EXPECT_EQ(told.Status, 1);
+  EXPECT_EQ(told.Out, whole);
+  EXPECT_EQ(told.Errors, "torvane-journal: 2 damaged lines are left out: lines 3, 7\n");
+}
+
+TEST_F(JournalCommand, ALineThatIsJustBeingWrittenIsNoDamage) {
+  const std::string whole = Sums({}).Out;
+  const std::string next = JournalText(Run(5, 6, "STAR", RunEnd::End));
+  const std::string before = Text;
+  for (std::size_t size = 0; size < next.size(); ++size) {
+    const JournalRuns read = ReadJournal(before + next.substr(0, size));
+    EXPECT_EQ(read.Runs.size(), 4U);
+    EXPECT_TRUE(read.Damaged.empty()) << size;
+  }
+  Text += next.substr(0, 40);
+  Put();
+  EXPECT_EQ(Sums({}).Status, 0);
+  EXPECT_EQ(Sums({}).Out, whole);
+}
+
+TEST_F(JournalCommand, WithoutAJournalItSaysWhichFileIsMissing) {
+  tests::TempDirectory empty;
+  const Told told = Journal({empty.Path()});
+  EXPECT_EQ(told.Status, 1);
+  EXPECT_EQ(told.Out, "");
+  EXPECT_NE(told.Errors.find("Journal.csv: not found"), std::string::npos) << told.Errors;
+}
+
+TEST_F(JournalCommand, WrongUseIsRefused) {
+  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+           {"--by", "week"}, {"--from", "4.3.2026"}, {"--to", "2026-3-4"}, {"--format", "xml"},
+           {"--unknown"}}) {
+    const Told told = Sums(arguments);
+    EXPECT_EQ(told.Status, 2) << arguments.front();
+    EXPECT_NE(told.Errors.find("torvane-journal: "), std::string::npos);
+    EXPECT_EQ(told.Out, "");
+  }
+  const Told help = Journal({"--help"});
+  EXPECT_EQ(help.Status, 0);
+  EXPECT_NE(help.Out.find("--by"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace torvane::tools
