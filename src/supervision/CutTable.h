@@ -17,8 +17,8 @@ namespace torvane::supervision {
 [[nodiscard]] double LengthUpTo(const partprogram::DrawRecord& record, double x, double y);
 
 /// The lines and arcs of the compensated path of one slot, which are what runs with the beam on.
-/// Read piece by piece, so that no tick of the poll reads a long program at once. A file that cannot
-/// be read is a table without records.
+/// Read piece by piece, so that no tick of the poll reads a long program at once. A file that
+/// cannot be read is a table without records.
 class CutTable {
  public:
   CutTable() = default;

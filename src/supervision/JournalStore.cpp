@@ -14,8 +14,8 @@ namespace {
 
 constexpr char NotYetWritten = '*';
 
-/// Lines that Journal.run keeps once they are in the journal: more than are written in the time that
-/// a disk may take to have them.
+/// Lines that Journal.run keeps once they are in the journal: more than are written in the time
+/// that a disk may take to have them.
 constexpr std::size_t LinesKept = 8;
 /// Lines that wait for a disk that cannot be written; beyond that the oldest is given up.
 constexpr std::size_t MostWaiting = 200;

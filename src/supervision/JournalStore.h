@@ -28,8 +28,8 @@ namespace torvane::supervision {
 /// takes back what was appended last is made good. A line that is in Journal.run and not yet in
 /// Journal.csv has a star in front.
 ///
-/// Nothing here throws. The first fault of a session is noted in Errors.txt; lines that could not be
-/// written are kept and tried again at the end of the next run.
+/// Nothing here throws. The first fault of a session is noted in Errors.txt; lines that could not
+/// be written are kept and tried again at the end of the next run.
 class JournalStore {
  public:
   JournalStore(platform::FileSystem& files, const core::DirectorySet& directories)

@@ -40,11 +40,11 @@ RunJournal::Reaction RunJournal::ReactionTo(State from, Sight sight) {
   constexpr Reaction Closes = {&Journal::CloseFallen, Idle};
   using Reactions = std::array<Reaction, 5>;  // to Unknown, Runs, Stands, Held, Away
   static constexpr std::array<Reactions, 5> Table = {
-      Reactions{Idles, Opens, OpensStopped, Idles, Idles},         // Idle
-      Reactions{Loses, Runs, Stands, FallsHeld, Falls},            // Running
-      Reactions{Loses, Runs, StaysStopped, Falls, Falls},          // Stopped
-      Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes},   // Fallen
-      Reactions{Stays, Runs, Stands, Falls, Falls},                // Blind
+      Reactions{Idles, Opens, OpensStopped, Idles, Idles},        // Idle
+      Reactions{Loses, Runs, Stands, FallsHeld, Falls},           // Running
+      Reactions{Loses, Runs, StaysStopped, Falls, Falls},         // Stopped
+      Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes},  // Fallen
+      Reactions{Stays, Runs, Stands, Falls, Falls},               // Blind
   };
   return Table[static_cast<std::size_t>(from)][static_cast<std::size_t>(sight)];
 }
@@ -74,8 +74,9 @@ RunJournal::Sight RunJournal::Look() {
     return state.MachineFeedhold || state.MachineCycleBit ? Sight::Held : Sight::Away;
   }
   // A stop that is skipped may be seen once, on the way.
-  const bool atStop = state_ != State::Idle && !lineIsOld_ &&
-                      table_.MadeBy(state.RunningBlock).Code == partprogram::RecordCode::ProgramStop;
+  const bool atStop =
+      state_ != State::Idle && !lineIsOld_ &&
+      table_.MadeBy(state.RunningBlock).Code == partprogram::RecordCode::ProgramStop;
   programStopTicks_ = atStop ? std::min(programStopTicks_ + 1, 2) : 0;
   return state.MachineFeedhold || programStopTicks_ == 2 ? Sight::Stands : Sight::Runs;
 }
@@ -240,9 +241,8 @@ void RunJournal::AddStop(const std::string& cause) {
 
 double RunJournal::LengthNow() const {
   const double before = baseLine_ > 0 ? table_.CutUpTo(baseLine_, base_.X, base_.Y) : 0;
-  const double upTo = run_.Ended == RunEnd::End
-                          ? table_.Whole()
-                          : table_.CutUpTo(line_, run_.Last.X, run_.Last.Y);
+  const double upTo =
+      run_.Ended == RunEnd::End ? table_.Whole() : table_.CutUpTo(line_, run_.Last.X, run_.Last.Y);
   return std::max(0.0, passes_ + upTo - before);
 }
 

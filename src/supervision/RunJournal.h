@@ -28,7 +28,8 @@ struct JournalParts {
   platform::EventLoop& Loop;
 };
 
-/// A run is open from the tick that first sees it to the one that has seen it end. What a tick sees:
+/// A run is open from the tick that first sees it to the one that has seen it end. What a tick
+/// sees:
 ///
 ///   Unknown  an exchange of the tick has failed
 ///   Runs     MachineRunning
@@ -101,28 +102,28 @@ class RunJournal final : public PollObserver {
   JournalParts parts_;
   JournalStore store_;
   State state_ = State::Idle;
-  TickReading tick_;         ///< the one in hand
-  std::uint64_t ticks_ = 0;  ///< so many have been read
-  bool seenIdle_ = false;    ///< one of them has seen the machine idle
-  int lineBefore_ = 0;       ///< VR(81) before the run
-  bool inError_ = false;     ///< as the last tick saw it
+  TickReading tick_;          ///< the one in hand
+  std::uint64_t ticks_ = 0;   ///< so many have been read
+  bool seenIdle_ = false;     ///< one of them has seen the machine idle
+  int lineBefore_ = 0;        ///< VR(81) before the run
+  bool inError_ = false;      ///< as the last tick saw it
   std::int64_t errorMs_ = 0;  ///< when the message in force came up
 
   // the run under way
   RunLine run_;
   core::Slot slot_;
   CutTable table_;
-  double secondsBefore_ = 0;   ///< of the machine's run time, before the run was found
-  double secondsSeen_ = 0;     ///< the machine's run time
-  int line_ = 0;               ///< VR(81); 0 not known yet
-  bool lineIsOld_ = false;     ///< VR(81) is still that of the run before
-  int baseLine_ = 0;           ///< where the run began; 0 the program's begin
-  core::Vector2 base_;         ///< the place in that line, mm
-  bool baseWanted_ = false;    ///< the next line is where the run begins
-  double passes_ = 0;          ///< mm of the passes before this one, in a cycle of several
-  int programStopTicks_ = 0;   ///< ticks in a row at the line of a program stop
-  std::string fallCause_;      ///< why it fell, in the tick in which it did
-  bool unseen_ = false;        ///< it fell while nothing was heard
+  double secondsBefore_ = 0;     ///< of the machine's run time, before the run was found
+  double secondsSeen_ = 0;       ///< the machine's run time
+  int line_ = 0;                 ///< VR(81); 0 not known yet
+  bool lineIsOld_ = false;       ///< VR(81) is still that of the run before
+  int baseLine_ = 0;             ///< where the run began; 0 the program's begin
+  core::Vector2 base_;           ///< the place in that line, mm
+  bool baseWanted_ = false;      ///< the next line is where the run begins
+  double passes_ = 0;            ///< mm of the passes before this one, in a cycle of several
+  int programStopTicks_ = 0;     ///< ticks in a row at the line of a program stop
+  std::string fallCause_;        ///< why it fell, in the tick in which it did
+  bool unseen_ = false;          ///< it fell while nothing was heard
   std::uint64_t doubtTick_ = 0;  ///< a sheet counted from here on says that the end was reached
   std::int64_t notedMs_ = 0;
 

@@ -29,6 +29,7 @@ class ListBox : public Control {
   /// What is shown beside the lines, in order: the columns of a line are divided by tabs, their
   /// right ends line up. Lines that come later have none.
   void SetDetails(std::vector<std::string> details);
+  [[nodiscard]] const std::vector<std::string>& Details() const { return details_; }
   /// Empty for an index out of range.
   [[nodiscard]] const std::string& Text(int index) const;
   [[nodiscard]] const std::vector<std::string>& Items() const { return items_; }

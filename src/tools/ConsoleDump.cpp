@@ -38,7 +38,11 @@ QString ColourText(platform::Colour colour) {
 QJsonArray Items(const toolkit::ListBox& list) {
   QJsonArray items;
   for (int i = 0; i < list.Count(); ++i) {
-    items.append(QJsonObject{{"text", Text(list.Text(i))}, {"marked", list.Selected(i)}});
+    QJsonObject item{{"text", Text(list.Text(i))}, {"marked", list.Selected(i)}};
+    const auto& details = list.Details();
+    const auto line = static_cast<std::size_t>(i);
+    if (line < details.size() && !details[line].empty()) item["detail"] = Text(details[line]);
+    items.append(item);
   }
   return items;
 }

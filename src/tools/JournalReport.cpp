@@ -46,12 +46,15 @@ std::vector<TextColumn> TextColumns(const JournalReport& report) {
   };
   const auto text = [](const std::string& name) { return platform::ToNativeName(name); };
   if (report.Keys.Day) {
-    add("Day", false, [](const JournalSum& sum) { return sum.Day; }, "Total");
+    add(
+        "Day", false, [](const JournalSum& sum) { return sum.Day; }, "Total");
   }
   if (report.Keys.Program) {
-    add("Directory", false, [&](const JournalSum& sum) { return text(sum.Directory); },
+    add(
+        "Directory", false, [&](const JournalSum& sum) { return text(sum.Directory); },
         report.Keys.Day ? "" : "Total");
-    add("Program", false, [&](const JournalSum& sum) { return text(sum.Program); }, "");
+    add(
+        "Program", false, [&](const JournalSum& sum) { return text(sum.Program); }, "");
   }
   figure("Runs", [](const JournalSum& sum) { return std::to_string(sum.Runs); });
   figure("Ended", [](const JournalSum& sum) { return std::to_string(sum.Ended); });

@@ -17,7 +17,8 @@ struct JournalReport {
 
 /// Aligned columns for a person, names in UTF-8, with the total at the end.
 [[nodiscard]] std::string JournalTextReport(const JournalReport& report);
-/// A header and one line a sum, in the bytes of the journal, without a total: a spreadsheet adds up.
+/// A header and one line a sum, in the bytes of the journal, without a total: a spreadsheet adds
+/// up.
 [[nodiscard]] std::string JournalCsvReport(const JournalReport& report);
 [[nodiscard]] std::string JournalJsonReport(const JournalReport& report);
 

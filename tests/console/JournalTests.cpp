@@ -187,9 +187,9 @@ int MarkedRow(ConsoleSession& session) {
     auto* list = session.Control<toolkit::ListBox>("BlockStartForm", "BlockList");
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->Current(), 0) << "marked, never selected";
-    for (int row = 0; row < list->Count(); ++row) {
-      if (list->Detail(row) == "RAN LAST") marked = row + 1;
-    }
+    const auto& details = list->Details();
+    const auto found = std::find(details.begin(), details.end(), "RAN LAST");
+    if (found != details.end()) marked = static_cast<int>(found - details.begin()) + 1;
   });
   session.ThenType(Key::X);
   session.Type(Key::B);

@@ -1,8 +1,7 @@
-#include "supervision/JournalStore.h"
-
 #include <gtest/gtest.h>
 
 #include "JournalRuns.h"
+#include "supervision/JournalStore.h"
 #include "supervision/JournalText.h"
 #include "supervision/ProgramDigest.h"
 #include "support/MemoryFiles.h"

@@ -1,11 +1,10 @@
-#include "supervision/JournalText.h"
-
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include "JournalRuns.h"
 #include "core/General.h"
 #include "supervision/CsvFields.h"
+#include "supervision/JournalText.h"
 
 namespace torvane::supervision {
 
@@ -87,13 +86,19 @@ TEST(JournalText, WhatIsNoLineOfTheJournalIsNotRead) {
   EXPECT_FALSE(ReadJournalLine(""));
   EXPECT_FALSE(ReadJournalLine(JournalHeader().substr(0, JournalHeader().size() - 2)));
   EXPECT_FALSE(ReadJournalLine(good + ",1"));
-  for (const auto& [part, by] : std::vector<std::pair<std::string, std::string>>{
-           {"7,2026", "0,2026"},          {"7,2026", "x,2026"},
-           {"05:06:07", "05:66:07"},      {"2026-03-04 05:06", "2026-13-04 05:06"},
-           {"restart", "restarted"},      {Digest('a'), "abc"},
-           {"1793.05", "1793,05"},        {",stop,", ",stopped,"},
-           {"block 12 ", "block twelve "}, {"X100.00", "100.00"},
-           {"SHOP", "\"SHOP"},            {"SHOP", "SH\"OP"}}) {
+  for (const auto& [part, by] :
+       std::vector<std::pair<std::string, std::string>>{{"7,2026", "0,2026"},
+                                                        {"7,2026", "x,2026"},
+                                                        {"05:06:07", "05:66:07"},
+                                                        {"2026-03-04 05:06", "2026-13-04 05:06"},
+                                                        {"restart", "restarted"},
+                                                        {Digest('a'), "abc"},
+                                                        {"1793.05", "1793,05"},
+                                                        {",stop,", ",stopped,"},
+                                                        {"block 12 ", "block twelve "},
+                                                        {"X100.00", "100.00"},
+                                                        {"SHOP", "\"SHOP"},
+                                                        {"SHOP", "SH\"OP"}}) {
     std::string damaged = good;
     damaged.replace(damaged.find(part), part.size(), by);
     EXPECT_FALSE(ReadJournalLine(damaged)) << damaged;
@@ -113,8 +118,9 @@ TEST(JournalText, EveryPieceOfALineIsNoLine) {
 
 /// Bytes as somebody might name a file, control bytes left out.
 rc::Gen<std::string> Names() {
-  return rc::gen::container<std::string>(rc::gen::map(
-      rc::gen::inRange(32, 255), [](int code) { return static_cast<char>(code == 127 ? 65 : code); }));
+  return rc::gen::container<std::string>(rc::gen::map(rc::gen::inRange(32, 255), [](int code) {
+    return static_cast<char>(code == 127 ? 65 : code);
+  }));
 }
 
 RC_GTEST_PROP(JournalText, WhatIsWrittenIsReadAgain, ()) {
@@ -125,8 +131,7 @@ RC_GTEST_PROP(JournalText, WhatIsWrittenIsReadAgain, ()) {
   run.Material = *Names();
   run.Digest = *rc::gen::element(std::string(), Digest('0'), Digest('f'));
   run.Begin = *rc::gen::element(RunBegin::Start, RunBegin::Restart, RunBegin::Found);
-  run.Ended =
-      *rc::gen::element(RunEnd::End, RunEnd::Stop, RunEnd::LinkLost, RunEnd::ConsoleEnded);
+  run.Ended = *rc::gen::element(RunEnd::End, RunEnd::Stop, RunEnd::LinkLost, RunEnd::ConsoleEnded);
   run.Sheets = *rc::gen::inRange(0, 1000);
   run.Seconds = *rc::gen::inRange(0, 10000000) / 100.0;
   run.Last.X = *rc::gen::inRange(-1000000, 1000000) / 100.0;

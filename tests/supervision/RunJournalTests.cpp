@@ -1,5 +1,3 @@
-#include "supervision/RunJournal.h"
-
 #include <map>
 
 #include <gtest/gtest.h>
@@ -10,6 +8,7 @@
 #include "core/SlotFiles.h"
 #include "platform/VirtualLoop.h"
 #include "supervision/ProgramDigest.h"
+#include "supervision/RunJournal.h"
 #include "support/MemoryFiles.h"
 
 namespace torvane::supervision {
@@ -127,8 +126,8 @@ struct Plant {
     state.RunningBlock = static_cast<std::int16_t>(seen.Blind ? 0 : seen.Line);
     state.XPosition = static_cast<float>(seen.X);
     state.YPosition = static_cast<float>(seen.Y);
-    Journal->TickRead({seen.Blind, seen.Blind ? 0 : static_cast<float>(seen.Seconds),
-                       seen.Messages});
+    Journal->TickRead(
+        {seen.Blind, seen.Blind ? 0 : static_cast<float>(seen.Seconds), seen.Messages});
   }
   /// Ticks with the machine as it is, after `change`.
   template <typename Change>
@@ -411,10 +410,12 @@ TEST_F(RunJournalTest, AnotherRunThatBeganMeanwhileIsALineOfItsOwn) {
 TEST_F(RunJournalTest, AControllerThatLetsTheBitGoInAHoldStillHasOneRun) {
   Idle();
   RunAt(2, 5, 50, 0);
-  See([](Seen& at) {
-    at.Running = false;
-    at.Cycle = at.Hold = true;
-  }, 30);
+  See(
+      [](Seen& at) {
+        at.Running = false;
+        at.Cycle = at.Hold = true;
+      },
+      30);
   RunAt(4, 8);
   RunAt(EndLine, 9);
   Idle();

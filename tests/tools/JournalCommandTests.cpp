@@ -1,11 +1,10 @@
-#include "tools/JournalCommand.h"
-
 #include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "supervision/JournalText.h"
 #include "support/TempDirectory.h"
+#include "tools/JournalCommand.h"
 #include "tools/JournalSums.h"
 
 namespace torvane::tools {
@@ -171,9 +170,12 @@ TEST_F(JournalCommand, WithoutAJournalItSaysWhichFileIsMissing) {
 }
 
 TEST_F(JournalCommand, WrongUseIsRefused) {
-  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-           {"--by", "week"}, {"--from", "4.3.2026"}, {"--to", "2026-3-4"}, {"--format", "xml"},
-           {"--unknown"}}) {
+  for (const std::vector<std::string>& arguments :
+       std::vector<std::vector<std::string>>{{"--by", "week"},
+                                             {"--from", "4.3.2026"},
+                                             {"--to", "2026-3-4"},
+                                             {"--format", "xml"},
+                                             {"--unknown"}}) {
     const Told told = Sums(arguments);
     EXPECT_EQ(told.Status, 2) << arguments.front();
     EXPECT_NE(told.Errors.find("torvane-journal: "), std::string::npos);
