@@ -26,7 +26,7 @@ Told Journal(const std::vector<std::string>& arguments) {
   return {status, out.str(), errors.str()};
 }
 
-RunLine Run(int number, int day, const std::string& program, RunEnd ended) {
+RunLine RunOn(int number, int day, const std::string& program, RunEnd ended) {
   RunLine run;
   run.Number = number;
   run.Start = run.End = {2026, 3, day, 8, 0, 0};
@@ -47,10 +47,10 @@ RunLine Run(int number, int day, const std::string& program, RunEnd ended) {
 class JournalCommand : public ::testing::Test {
  protected:
   JournalCommand() {
-    Text = supervision::JournalHeader() + JournalText(Run(1, 4, "STAR", RunEnd::End)) +
-           JournalText(Run(2, 4, "STAR", RunEnd::Stop)) +
-           JournalText(Run(3, 4, "M\xFCNZE,2", RunEnd::End)) +
-           JournalText(Run(4, 5, "STAR", RunEnd::End));
+    Text = supervision::JournalHeader() + supervision::JournalText(RunOn(1, 4, "STAR", RunEnd::End)) +
+           supervision::JournalText(RunOn(2, 4, "STAR", RunEnd::Stop)) +
+           supervision::JournalText(RunOn(3, 4, "M\xFCNZE,2", RunEnd::End)) +
+           supervision::JournalText(RunOn(4, 5, "STAR", RunEnd::End));
     Put();
   }
   void Put() { Directory.Put("Service/Journal.csv", Text); }
@@ -148,7 +148,7 @@ TEST_F(JournalCommand, DamagedLinesAreNamedAndLeftOut) {
 
 TEST_F(JournalCommand, ALineThatIsJustBeingWrittenIsNoDamage) {
   const std::string whole = Sums({}).Out;
-  const std::string next = JournalText(Run(5, 6, "STAR", RunEnd::End));
+  const std::string next = supervision::JournalText(RunOn(5, 6, "STAR", RunEnd::End));
   const std::string before = Text;
   for (std::size_t size = 0; size < next.size(); ++size) {
     const JournalRuns read = ReadJournal(before + next.substr(0, size));
