@@ -1,4 +1,5 @@
-// A console that is killed in the middle of a run, and the next one that tells of it: real programs.
+// A console that is killed in the middle of a run, and the next one that tells of it: real
+// programs.
 #include <gmock/gmock.h>
 
 #include "Programs.h"
@@ -55,8 +56,8 @@ TEST_F(JournalOfProcesses, AKillInARunIsToldAtTheNextStartAndTheListMarksThePlac
   EXPECT_THAT(dump, HasSubstr("\"detail\": \"RAN LAST\""));
   // Of the rows before the marked one none has anything beside it.
   const std::string listing = File("Actvprg1.rnd");
-  const std::string row(core::Trim(std::string_view(listing).substr(
-      static_cast<std::size_t>(run.Last.Block - 1) * 80, 80)));
+  const std::string row(core::Trim(
+      std::string_view(listing).substr(static_cast<std::size_t>(run.Last.Block - 1) * 80, 80)));
   const auto marked = dump.find("RAN LAST");
   EXPECT_LT(dump.find(row, marked) - marked, 200U) << row;
   EXPECT_EQ(File("Service/Errors.txt"), "(missing)");

@@ -47,7 +47,8 @@ RunLine RunOn(int number, int day, const std::string& program, RunEnd ended) {
 class JournalCommand : public ::testing::Test {
  protected:
   JournalCommand() {
-    Text = supervision::JournalHeader() + supervision::JournalText(RunOn(1, 4, "STAR", RunEnd::End)) +
+    Text = supervision::JournalHeader() +
+           supervision::JournalText(RunOn(1, 4, "STAR", RunEnd::End)) +
            supervision::JournalText(RunOn(2, 4, "STAR", RunEnd::Stop)) +
            supervision::JournalText(RunOn(3, 4, "M\xFCNZE,2", RunEnd::End)) +
            supervision::JournalText(RunOn(4, 5, "STAR", RunEnd::End));
