@@ -124,7 +124,7 @@ bool ReadStop(std::string_view text, RunStop& stop) {
   if (!ReadCoordinate(TakeWord(text), 'X', place.X)) return false;
   if (!ReadCoordinate(TakeWord(text), 'Y', place.Y)) return false;
   stop.Cause = text;
-  return true;
+  return !text.empty();
 }
 
 bool ReadStops(std::string_view text, std::vector<RunStop>& stops) {
