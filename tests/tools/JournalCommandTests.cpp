@@ -70,7 +70,7 @@ TEST_F(JournalCommand, TextForAPerson) {
   EXPECT_EQ(told.Out,
             "Day         Directory  Program  Runs  Ended  Stops  Sheets     Time  Cut m\n"
             "2026-03-04  SHOP       M\u00FCNZE,2     1      1      0       1  0:30:00  12.35\n"
-            "2026-03-04  SHOP       STAR        2      1      1       1  1:00:01  24.69\n"
+            "2026-03-04  SHOP       STAR        2      1      1       1  1:00:00  24.69\n"
             "2026-03-05  SHOP       STAR        1      1      0       1  0:30:00  12.35\n"
             "Total                              4      3      1       3  2:00:01  49.38\n");
   EXPECT_EQ(told.Errors, "");
