@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "simulator/CommandLine.h"
+#include "simulator/ControllerEnd.h"
 #include "simulator/ControllerMemory.h"
 #include "simulator/Faults.h"
 #include "simulator/Machine.h"
@@ -32,23 +33,18 @@ struct ControllerOptions {
 };
 
 /// Works on a clock of its own, moved by Advance. What it answers waits in order until taken.
-class SimulatedController {
+class SimulatedController final : public ControllerEnd {
  public:
   explicit SimulatedController(ControllerOptions options);
   SimulatedController(const SimulatedController&) = delete;
   SimulatedController& operator=(const SimulatedController&) = delete;
 
   /// Seconds of the line; the machine goes Speed times as far.
-  void Advance(double seconds);
+  void Advance(double seconds) override;
 
-  /// Bytes from the front end, at the present time.
-  void Receive(std::string_view bytes);
-
-  /// The bytes whose time has come.
-  [[nodiscard]] std::string TakeOutput();
-
-  /// Seconds until the next bytes are due, 0 when they are; nothing when no answer is due.
-  [[nodiscard]] std::optional<double> OutputDueIn() const;
+  void Receive(std::string_view bytes) override;
+  [[nodiscard]] std::string TakeOutput() override;
+  [[nodiscard]] std::optional<double> OutputDueIn() const override;
 
   /// Switched off and on again: variables, table and what was under way on the line are gone, the
   /// position stays.

@@ -14,7 +14,7 @@ constexpr double Tiny = 1e-6;  // ms
 
 }  // namespace
 
-SimulatedPort::SimulatedPort(platform::EventLoop& loop, SimulatedController& controller,
+SimulatedPort::SimulatedPort(platform::EventLoop& loop, ControllerEnd& controller,
                              PortOptions options)
     : controller_(controller),
       loop_(loop),

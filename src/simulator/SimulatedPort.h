@@ -1,4 +1,4 @@
-// The simulated controller behind the serial interface, in the same process.
+// The far end of the line behind the serial interface, in the same process.
 #pragma once
 
 #include <deque>
@@ -7,7 +7,7 @@
 
 #include "platform/EventLoop.h"
 #include "platform/SerialPort.h"
-#include "simulator/SimulatedController.h"
+#include "simulator/ControllerEnd.h"
 
 namespace torvane::simulator {
 
@@ -24,8 +24,7 @@ struct PortOptions {
 /// within Write. An answer arrives whole, when its last byte would.
 class SimulatedPort final : public platform::SerialPort {
  public:
-  SimulatedPort(platform::EventLoop& loop, SimulatedController& controller,
-                PortOptions options = {});
+  SimulatedPort(platform::EventLoop& loop, ControllerEnd& controller, PortOptions options = {});
   ~SimulatedPort() override;
   SimulatedPort(const SimulatedPort&) = delete;
   SimulatedPort& operator=(const SimulatedPort&) = delete;
@@ -68,7 +67,7 @@ class SimulatedPort final : public platform::SerialPort {
   void TellReceived();
   void Schedule();
 
-  SimulatedController& controller_;
+  ControllerEnd& controller_;
   platform::EventLoop& loop_;
   PortOptions options_;
   std::unique_ptr<platform::Timer> wake_;

@@ -27,11 +27,6 @@ core::TransferSettings FrameOf(const platform::FileSystem& files, const std::str
   return core::ReadTransferFile(files.ReadFile(platform::DiskFileSystem::ToSystemPath(path)));
 }
 
-SimLine OpenLine(const OfficeOptions& options) {
-  if (!options.PtyLink.empty()) return SimLine::OnPseudoTerminal(options.PtyLink);
-  return SimLine::OnDevice(options.Device, options.Baud);
-}
-
 }  // namespace
 
 OfficeOptions ReadOfficeOptions(std::vector<std::string> arguments, std::string& help) {
@@ -62,7 +57,7 @@ OfficeOptions ReadOfficeOptions(std::vector<std::string> arguments, std::string&
 OfficeHost::OfficeHost(const OfficeOptions& options, int keyboard, std::ostream& out)
     : files_("."),
       office_(FrameOf(files_, options.Settings)),
-      line_(OpenLine(options)),
+      line_(SimLine::Open(options.PtyLink, options.Device, options.Baud)),
       out_(out),
       input_(keyboard),
       last_(std::chrono::steady_clock::now()) {

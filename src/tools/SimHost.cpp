@@ -7,6 +7,7 @@
 #include "platform/RuntimeFault.h"
 #include "simulator/Installation.h"
 #include "simulator/OperatorCommands.h"
+#include "tools/ReplayHost.h"
 
 namespace torvane::tools {
 
@@ -14,11 +15,6 @@ namespace {
 
 /// How often the machine's events are looked for while nobody talks, ms.
 constexpr int HeartbeatMs = 20;
-
-SimLine OpenLine(const SimOptions& options) {
-  if (!options.PtyLink.empty()) return SimLine::OnPseudoTerminal(options.PtyLink);
-  return SimLine::OnDevice(options.Device, options.Baud);
-}
 
 std::unique_ptr<simulator::SimulatedController> MakeController(
     const SimOptions& options, const platform::FileSystem* installation) {
@@ -33,7 +29,7 @@ SimHost::SimHost(const SimOptions& options, int input, std::ostream& out)
     : files_(options.Root.empty() ? nullptr
                                   : std::make_unique<platform::DiskFileSystem>(options.Root)),
       controller_(MakeController(options, files_.get())),
-      line_(OpenLine(options)),
+      line_(SimLine::Open(options.PtyLink, options.Device, options.Baud)),
       out_(out),
       input_(input),
       last_(std::chrono::steady_clock::now()) {
@@ -87,6 +83,7 @@ int SimMain(const std::vector<std::string>& arguments, int input, std::ostream& 
       out << help;
       return CheckStatus::Good;
     }
+    if (!options.Replay.empty()) return RunReplay(options, input, out);
     SimHost host(options, input, out);
     if (options.Panel && panel) return panel(host);
     while (host.Step(HeartbeatMs)) {

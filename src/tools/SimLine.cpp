@@ -9,6 +9,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -95,13 +96,18 @@ SimLine SimLine::OnDevice(const std::string& path, int baud) {
   return line;
 }
 
+SimLine SimLine::Open(const std::string& link, const std::string& device, int baud) {
+  return link.empty() ? OnDevice(device, baud) : OnPseudoTerminal(link);
+}
+
 SimLine::SimLine(SimLine&& other) noexcept
     : path_(std::move(other.path_)),
       link_(std::exchange(other.link_, {})),
       target_(std::move(other.target_)),
       unsent_(std::move(other.unsent_)),
       handle_(std::exchange(other.handle_, -1)),
-      otherEnd_(std::exchange(other.otherEnd_, -1)) {}
+      otherEnd_(std::exchange(other.otherEnd_, -1)),
+      watching_(other.watching_) {}
 
 SimLine::~SimLine() {
   std::error_code fault;
@@ -110,6 +116,26 @@ SimLine::~SimLine() {
   }
   if (otherEnd_ >= 0) close(otherEnd_);
   if (handle_ >= 0) close(handle_);
+}
+
+void SimLine::WatchConsole() {
+  if (watching_ || otherEnd_ < 0) return;
+  close(std::exchange(otherEnd_, -1));
+  watching_ = true;
+}
+
+void SimLine::AwaitConsole() {
+  if (!watching_) return;
+  otherEnd_ = open(target_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (otherEnd_ < 0) Fail(path_, "the pseudo-terminal cannot be opened");
+  watching_ = false;
+  unsent_.clear();
+}
+
+bool SimLine::ConsoleGone() const {
+  pollfd handle{handle_, POLLIN, 0};
+  return watching_ && poll(&handle, 1, 0) > 0 && (handle.revents & POLLHUP) != 0 &&
+         (handle.revents & POLLIN) == 0;
 }
 
 std::string SimLine::Read() {
@@ -122,7 +148,8 @@ std::string SimLine::Read() {
       continue;
     }
     if (count < 0 && errno == EINTR) continue;
-    const bool nothing = count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK);
+    const bool nothing =
+        count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || (errno == EIO && watching_));
     if (!nothing && bytes.empty()) Fail(path_, "the line has gone");
     return bytes;
   }
@@ -145,7 +172,8 @@ void SimLine::Write(std::string_view bytes) {
       unsent_.erase(0, static_cast<std::size_t>(count));
     } else if (count < 0 && errno == EINTR) {
       continue;
-    } else if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
+    } else if (count < 0 &&
+               (errno == EAGAIN || errno == EWOULDBLOCK || (errno == EIO && watching_))) {
       break;
     } else {
       Fail(path_, "the line has gone");

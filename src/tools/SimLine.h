@@ -16,6 +16,9 @@ class SimLine {
   /// Opens a serial device at `baud`, eight bits, no parity, one stop bit. Throws RuntimeFault.
   [[nodiscard]] static SimLine OnDevice(const std::string& path, int baud);
 
+  /// The pseudo-terminal where a link is named, otherwise the device.
+  [[nodiscard]] static SimLine Open(const std::string& link, const std::string& device, int baud);
+
   SimLine(SimLine&& other) noexcept;
   SimLine(const SimLine&) = delete;
   SimLine& operator=(const SimLine&) = delete;
@@ -26,6 +29,13 @@ class SimLine {
   /// What to wait on.
   [[nodiscard]] int Handle() const { return handle_; }
   [[nodiscard]] bool WantsToWrite() const { return !unsent_.empty(); }
+
+  /// Watches for the console's leaving, from when it is known to be there until AwaitConsole is
+  /// called. A device does not show it.
+  void WatchConsole();
+  void AwaitConsole();
+  /// The console that is watched has closed the line.
+  [[nodiscard]] bool ConsoleGone() const;
 
   /// All that waits. Throws RuntimeFault where the device has gone.
   [[nodiscard]] std::string Read();
@@ -48,6 +58,7 @@ class SimLine {
   std::string unsent_;
   int handle_ = -1;
   int otherEnd_ = -1;  ///< keeps a pseudo-terminal alive while nobody has it open
+  bool watching_ = false;
 };
 
 }  // namespace torvane::tools

@@ -49,9 +49,29 @@ void DescribeOptions(CLI::App& app, bool panel, SimOptions& options, Texts& text
   app.add_option("--set", texts.Presets, "N=VALUE: a variable that stands so from the start");
   app.add_option("--path", options.Path,
                  "Writes each piece of path that was run into this file, a JSON object a line");
+  app.add_option("--replay", options.Replay,
+                 "Answers as the controller did whose exchanges are in this Polling.txt, and names "
+                 "the first line that differs; Polling.bak goes before Polling.txt")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
+  app.add_option("--session", options.Session, "The one session to replay, counted from 1")
+      ->check(CLI::PositiveNumber)
+      ->needs("--replay");
   if (panel) app.add_flag("--panel", options.Panel, "Shows the operator panel in a window");
   app.footer("Commands on standard input: " + std::string(simulator::OperatorWords) +
              ". Events come on standard output.");
+}
+
+/// A recorded controller has no machine: what is said of one is a mistake.
+void RefuseMachineOptions(const CLI::App& app) {
+  if (app.count("--replay") == 0) return;
+  for (const char* name :
+       {"--root", "--speed", "--fault", "--seed", "--late-ms", "--set", "--path", "--panel"}) {
+    const auto* option = app.get_option_no_throw(name);
+    if (option != nullptr && option->count() > 0) {
+      throw WrongUse(std::string("--replay goes without ") + name);
+    }
+  }
 }
 
 template <typename Number>
@@ -91,6 +111,7 @@ SimOptions ReadSimOptions(std::vector<std::string> arguments, bool panel, std::s
   } catch (const CLI::ParseError& fault) {
     throw WrongUse(fault.what());
   }
+  RefuseMachineOptions(app);
   for (const auto& fault : texts.Faults) {
     if (!simulator::ParseFault(fault, options.Controller.Faults)) {
       throw WrongUse("--fault takes a kind and a rate, such as lose=0.001, not " + fault);

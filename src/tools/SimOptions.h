@@ -1,6 +1,7 @@
 // What the simulated controller is started with, from its command line.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,8 @@ struct SimOptions {
   bool Panel = false;   ///< the operator panel in a window, where there is one
   std::string Path;     ///< native path of a file for the path that was run; empty: none
   simulator::ControllerOptions Controller;
+  std::vector<std::string> Replay;  ///< native files of a trace to replay, the oldest first
+  std::size_t Session = 0;          ///< the one session of it to replay, from 1; 0: all
 };
 
 /// What "N=VALUE" says. Throws WrongUse where it is no variable with a number.

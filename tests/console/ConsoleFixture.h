@@ -58,6 +58,8 @@ struct Plant {
   tests::TempDirectory Directory;
   platform::DiskFileSystem Files{Directory.Path()};
   std::unique_ptr<simulator::SimulatedController> Controller;
+  /// What stands at the end of the line in place of the machine; null: the machine.
+  simulator::ControllerEnd* Answers = nullptr;
 };
 
 /// One console from its start to its end. Several may follow each other on one plant; destroyed
@@ -70,7 +72,9 @@ class ConsoleSession : private tools::ConsoleStart {
   explicit ConsoleSession(std::shared_ptr<Plant> plant, simulator::PortOptions wire = {})
       : ThePlant(std::move(plant)) {
     Controller->OnLine([this](std::string_view line) { Lines.emplace_back(line); });
-    Port = std::make_unique<simulator::SimulatedPort>(Loop, *Controller, wire);
+    simulator::ControllerEnd* end = ThePlant->Answers;
+    if (end == nullptr) end = Controller;
+    Port = std::make_unique<simulator::SimulatedPort>(Loop, *end, wire);
     Desk = std::make_unique<toolkit::Desk>(Loop);
     Office = std::make_unique<tools::SimulatedOffice>(Loop, *Files);
     Comms = std::make_unique<files::CommsModule>(System, Loop, *Files, Office->Port());
