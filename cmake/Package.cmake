@@ -11,7 +11,7 @@ if(TARGET torvane)
           DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES packaging/torvane.svg
           DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-  install(DIRECTORY examples/installation DESTINATION ${CMAKE_INSTALL_DATADIR}/torvane)
+  install(DIRECTORY examples/installation examples/monitoring DESTINATION ${CMAKE_INSTALL_DATADIR}/torvane)
   install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
   install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 endif()

@@ -45,9 +45,9 @@ struct ReplayCount {
 /// - An exchange that the end of the console gave up has no record: one line without one may come
 ///   before the last readings.
 ///
-/// A line that differs is told, and the replay goes on as well as it can: a query that the trace has
-/// before its next command is looked up there, and so is a command further on; any other query has
-/// the answer that it had last, and any other command is taken.
+/// A line that differs is told, and the replay goes on as well as it can: a query that the trace
+/// has before its next command is looked up there, and so is a command further on; any other query
+/// has the answer that it had last, and any other command is taken.
 class ReplayController final : public ControllerEnd {
  public:
   /// The trace outlives this.
@@ -95,8 +95,8 @@ class ReplayController final : public ControllerEnd {
   std::function<void(const ReplayDifference&)> told_;
   TraceSession session_;
   ReplayCount count_;
-  std::size_t at_ = 0;             ///< the exchange that the trace has next
-  std::set<std::size_t> played_;   ///< exchanges after it that have been asked for already
+  std::size_t at_ = 0;               ///< the exchange that the trace has next
+  std::set<std::size_t> played_;     ///< exchanges after it that have been asked for already
   std::optional<std::size_t> last_;  ///< the one answered last
   std::map<std::string_view, std::size_t> answers_;  ///< the last good one of each line
   std::optional<ReplayDifference> pending_;

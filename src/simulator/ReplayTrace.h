@@ -26,9 +26,9 @@ struct TraceExchange {
   std::string_view Tag;
   std::string_view Query;
   std::string_view Reply;
-  bool Good = false;         ///< the exchange succeeded
-  bool LineFeeds = false;    ///< the record has lost the carriage returns of its line ends
-  TracePlace Place;          ///< of the record's first line
+  bool Good = false;       ///< the exchange succeeded
+  bool LineFeeds = false;  ///< the record has lost the carriage returns of its line ends
+  TracePlace Place;        ///< of the record's first line
 
   /// The reply came whole, to its prompt.
   [[nodiscard]] bool Whole() const;

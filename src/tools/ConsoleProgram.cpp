@@ -57,6 +57,9 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
   console_.SetExits(
       {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
   desk_.setWindowTitle(console::FrontEndCaption);
+  if (options.Monitor) {
+    monitoring_ = std::make_unique<Monitoring>(*options.Monitor, loop_, console_, system_, port_);
+  }
 }
 
 ConsoleProgram::~ConsoleProgram() = default;
@@ -87,6 +90,7 @@ int ConsoleProgram::Run() {
                   comms_, *this});
   });
   const int ended = loop_.Run();
+  if (monitoring_) monitoring_->End();
   return status_ != 0 ? status_ : ended;
 }
 

@@ -20,6 +20,7 @@
 #include "toolkit/QtSerialPort.h"
 #include "toolkit/QtSessionEnd.h"
 #include "tools/ConsoleStart.h"
+#include "tools/Monitoring.h"
 #include "tools/ScriptStage.h"
 #include "tools/SentLines.h"
 #include "tools/SimulatedMachine.h"
@@ -98,6 +99,7 @@ class ConsoleProgram final : private ConsoleStart {
   console::Console console_;
   app::Shutdown shutdown_;
   std::unique_ptr<SimulatorPanel> panel_;
+  std::unique_ptr<Monitoring> monitoring_;  ///< null without --monitor
   std::unique_ptr<platform::Timer> signalPatience_;
   toolkit::EndSignals signals_;
   int status_ = 0;

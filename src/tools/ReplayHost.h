@@ -20,9 +20,9 @@ namespace torvane::tools {
 /// the last session, and after one that did not go as recorded.
 class ReplayHost {
  public:
-  /// `input` is the handle of the operator's words (`state`, `next`, `quit`), below 0 for none; what
-  /// happens goes to `out`. Throws RuntimeFault where the trace or the line cannot be had, WrongUse
-  /// where the trace has no such session.
+  /// `input` is the handle of the operator's words (`state`, `next`, `quit`), below 0 for none;
+  /// what happens goes to `out`. Throws RuntimeFault where the trace or the line cannot be had,
+  /// WrongUse where the trace has no such session.
   ReplayHost(const SimOptions& options, int input, std::ostream& out);
 
   /// Waits up to `longestMs` for something to happen and does what is due. False when it is over.

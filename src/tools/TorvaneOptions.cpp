@@ -75,19 +75,7 @@ void TakeWindow(const std::string& text, TorvaneOptions& options) {
                               WholeNumber(text.substr(mark + 1), "--window")};
 }
 
-}  // namespace
-
-std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* argv,
-                                                 int& exitStatus) {
-  TorvaneOptions options;
-  std::vector<std::string> devices;
-  std::vector<std::string> drives;
-  std::vector<std::string> presets;
-  std::string select;
-  std::string window;
-  CLI::App app("The console of the sheet-metal laser profiling machine.", "torvane");
-  app.add_option("ROOT", options.Root, "folder of the installation, with Control.cfg")
-      ->capture_default_str();
+void DescribeSimulation(CLI::App& app, TorvaneOptions& options, std::vector<std::string>& presets) {
   app.add_flag("--simulate", options.Simulate,
                "work a simulated machine instead of the serial port");
   app.add_option("--speed", options.Speed, "machine seconds per second of the simulated machine")
@@ -105,6 +93,32 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
   app.add_flag("--panel", options.Panel,
                "the simulated machine's panel in a window even off screen, for pictures")
       ->needs("--simulate");
+}
+
+void TakeMonitor(const std::string& text, TorvaneOptions& options) {
+  if (text.empty()) return;
+  platform::TcpPlace place;
+  if (!platform::ParseTcpPlace(text, place)) {
+    throw CLI::ValidationError("--monitor", "\"" + text + "\" is no [ADDRESS:]PORT");
+  }
+  options.Monitor = place;
+}
+
+}  // namespace
+
+std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* argv,
+                                                 int& exitStatus) {
+  TorvaneOptions options;
+  std::vector<std::string> devices;
+  std::vector<std::string> drives;
+  std::vector<std::string> presets;
+  std::string select;
+  std::string window;
+  std::string monitor;
+  CLI::App app("The console of the sheet-metal laser profiling machine.", "torvane");
+  app.add_option("ROOT", options.Root, "folder of the installation, with Control.cfg")
+      ->capture_default_str();
+  DescribeSimulation(app, options, presets);
   app.add_option("--device", devices, "device of a port, as in 1=/dev/ttyUSB0")
       ->type_name("N=PATH")
       ->allow_extra_args(false);
@@ -123,6 +137,10 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
   app.add_option("--keys", options.Keys,
                  "plays a script of keys on the console, for a demonstration or a test")
       ->type_name("FILE");
+  app.add_option("--monitor", monitor,
+                 "tells MTConnect agents that connect here what the machine does; without an "
+                 "address only those on this computer")
+      ->type_name("[ADDRESS:]PORT");
   app.add_option("--window", window, "a window instead of the full screen")
       ->type_name("WIDTHxHEIGHT");
   try {
@@ -131,6 +149,7 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
     TakeDrives(drives, options);
     TakeSelection(select, options);
     TakeWindow(window, options);
+    TakeMonitor(monitor, options);
     TakePresets(presets, options);
   } catch (const CLI::ParseError& error) {
     exitStatus = app.exit(error, std::cout, std::cerr) == 0 ? 0 : CheckStatus::WrongUse;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/SocketServer.h"
 #include "simulator/SimulatedController.h"
 
 namespace torvane::tools {
@@ -28,11 +29,12 @@ struct TorvaneOptions {
   bool OwnsMachine = false;            ///< shutting down ends the operating system's session
   std::string SelectDirectory;
   std::string SelectProgram;
-  bool Start = false;                ///< press cycle start on the simulated machine
-  bool ExitAfterRun = false;         ///< shut down when the run has ended
-  std::string Screenshot;            ///< a PNG file, or a folder for a picture of each moment
-  std::string Keys;                  ///< native path of a script of keys to play
-  std::optional<WindowSize> Window;  ///< a window of that size instead of the full screen
+  bool Start = false;         ///< press cycle start on the simulated machine
+  bool ExitAfterRun = false;  ///< shut down when the run has ended
+  std::string Screenshot;     ///< a PNG file, or a folder for a picture of each moment
+  std::string Keys;           ///< native path of a script of keys to play
+  std::optional<platform::TcpPlace> Monitor;  ///< where monitoring clients connect; none: nowhere
+  std::optional<WindowSize> Window;           ///< a window of that size instead of the full screen
 };
 
 /// Reads the command line. Nothing when the program is to end at once (help, or a wrong use, which

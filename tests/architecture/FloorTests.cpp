@@ -18,15 +18,16 @@ namespace fs = std::filesystem;
 /// What each folder may include beside itself. Folders of one floor do not see each other, but for
 /// the programs, which put the simulated machine beside the console.
 const std::map<std::string, std::set<std::string>> MayInclude = [] {
-  const std::vector<std::vector<std::string>> floors = {{"platform"},
-                                                        {"core"},
-                                                        {"partprogram", "link"},
-                                                        {"supervision"},
-                                                        {"restart", "graphics", "files"},
-                                                        {"toolkit"},
-                                                        {"console"},
-                                                        {"simulator"},
-                                                        {"app", "tools"}};
+  const std::vector<std::vector<std::string>> floors = {
+      {"platform"},
+      {"core"},
+      {"partprogram", "link"},
+      {"supervision"},
+      {"restart", "graphics", "files", "monitoring"},
+      {"toolkit"},
+      {"console"},
+      {"simulator"},
+      {"app", "tools"}};
   std::map<std::string, std::set<std::string>> table;
   std::set<std::string> below;
   for (const auto& floor : floors) {
@@ -39,9 +40,9 @@ const std::map<std::string, std::set<std::string>> MayInclude = [] {
 }();
 
 /// Folders that must build where there is no Qt.
-const std::set<std::string> WithoutQt = {"platform", "core",    "partprogram",
-                                         "link",     "restart", "supervision",
-                                         "graphics", "files",   "simulator"};
+const std::set<std::string> WithoutQt = {"platform",   "core",        "partprogram", "link",
+                                         "restart",    "supervision", "graphics",    "files",
+                                         "monitoring", "simulator"};
 
 const std::regex IncludeLine(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
 

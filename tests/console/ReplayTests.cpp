@@ -116,8 +116,8 @@ class Replayed {
       : Trace({{"Polling.txt", text}}),
         Answers(std::make_shared<simulator::ReplayController>(Trace)) {
     Answers->OnDifference([this](const simulator::ReplayDifference& difference) {
-      Differences.push_back(Trace.PlaceText(difference.Place) + ": " + difference.Recorded +
-                            " / " + difference.Came);
+      Differences.push_back(Trace.PlaceText(difference.Place) + ": " + difference.Recorded + " / " +
+                            difference.Came);
     });
     plant_->Answers = Answers.get();
     TurnTraceOn(*plant_);
@@ -145,8 +145,8 @@ class Replayed {
 };
 
 void ExpectSame(const simulator::ReplayCount& count, const Replayed& replay) {
-  EXPECT_TRUE(count.Good()) << count.Answered << " of " << count.Recorded << ", "
-                            << count.Different << " different";
+  EXPECT_TRUE(count.Good()) << count.Answered << " of " << count.Recorded << ", " << count.Different
+                            << " different";
   if (!replay.Differences.empty()) ADD_FAILURE() << replay.Differences.front();
 }
 

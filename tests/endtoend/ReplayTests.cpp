@@ -29,7 +29,8 @@ struct ReplayProcesses : EndToEnd {
     Directory.Put("installation/Control.cnc", "Trio Link : TRUE\r\nPoll Log : TRUE\r\n");
   }
   void StartIdleConsole(RunningProgram& console) {
-    Directory.Put("keys.txt", "patience 20000\nwait-form FrontEnd\npause 300\nsay READY\npause 600000\n");
+    Directory.Put("keys.txt",
+                  "patience 20000\nwait-form FrontEnd\npause 300\nsay READY\npause 600000\n");
     console.Start(TORVANE_PROGRAM, {"--device", "1=" + Place("line"), "--window", "1024x768",
                                     "--keys", Place("keys.txt"), Place("installation")});
     ASSERT_TRUE(console.WaitFor("READY", LongMs));

@@ -197,7 +197,8 @@ TEST(ReplayController, PlaysTheSessionThatIsAskedFor) {
   EXPECT_TRUE(replay.End().Good());
 }
 
-/// The start is answered by what is known of later; the poll's first query is where the trace joins.
+/// The start is answered by what is known of later; the poll's first query is where the trace
+/// joins.
 TEST(ReplayController, AConsoleStartsOnATraceThatHasLostItsStart) {
   Replay replay(Query("VR(25)", "8") + Query("VR(19)", "5") + Query("VR(86)", "60") +
                 Query("VR(19)", "6"));

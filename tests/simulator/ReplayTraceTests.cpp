@@ -135,7 +135,8 @@ const std::vector<OddFile>& OddFiles() {
        "\r\n\r\n" + One + "\r\n\r\n" + Two,
        {"VR(1)=1", "? VR(2)"},
        {}},
-      {"the parameters' own record is no exchange", One + Parameters() + Two,
+      {"the parameters' own record is no exchange",
+       One + Parameters() + Two,
        {"VR(1)=1", "? VR(2)"},
        {}},
   };
@@ -151,7 +152,8 @@ TEST(ReplayTrace, ReadsWhatIsThereOfAnOddFile) {
 }
 
 TEST(ReplayTrace, AReplyMayLookLikePartOfARecord) {
-  const std::string noise = "? VR(1)\r\nStatus  :     7\r\nStatus  :     -1 \x7F\r\n*** x ***\r\n>>";
+  const std::string noise =
+      "? VR(1)\r\nStatus  :     7\r\nStatus  :     -1 \x7F\r\n*** x ***\r\n>>";
   const auto trace = Read(link::PollLogRecord("GetRspnsInt", "? VR(1)", noise, true) + Two);
   ASSERT_EQ(trace.Exchanges().size(), 2U);
   EXPECT_EQ(trace.Exchanges()[0].Bytes(), noise);
@@ -219,7 +221,8 @@ TEST(ReplayTrace, WhateverWasWrittenIsReadBackAndWhateverElseDoesNoHarm) {
     for (std::size_t i = 0; i < replies.size(); ++i) {
       RC_ASSERT(whole.Exchanges()[i].Bytes() == replies[i]);
     }
-    const auto cut = static_cast<std::size_t>(*rc::gen::inRange(0, static_cast<int>(text.size()) + 1));
+    const auto cut =
+        static_cast<std::size_t>(*rc::gen::inRange(0, static_cast<int>(text.size()) + 1));
     const ReplayTrace head({{"a", text.substr(0, cut)}});
     const ReplayTrace tail({{"b", text.substr(cut)}});
     const std::size_t found = head.Exchanges().size() + tail.Exchanges().size();
