@@ -1,5 +1,6 @@
-// The poll's period beside clients of the monitoring that behave badly, over the period without any:
-// fifty that read, one that never does, one that sends all the time, one that connects and goes.
+// The poll's period beside clients of the monitoring that behave badly, over the period without
+// any: fifty that read, one that never does, one that sends all the time, one that connects and
+// goes.
 #include <algorithm>
 #include <array>
 #include <atomic>

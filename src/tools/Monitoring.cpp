@@ -36,8 +36,7 @@ std::optional<std::vector<monitoring::ActiveMessage>> ListedMessages(console::Co
   std::vector<monitoring::ActiveMessage> messages;
   messages.reserve(static_cast<std::size_t>(list.Count()));
   for (int row = 1; row <= list.Count(); ++row) {
-    messages.push_back(
-        {CodeOf(list.HelpPath(row)), std::string(core::Trim(list.Row(row).Text))});
+    messages.push_back({CodeOf(list.HelpPath(row)), std::string(core::Trim(list.Row(row).Text))});
   }
   return messages;
 }
@@ -45,8 +44,7 @@ std::optional<std::vector<monitoring::ActiveMessage>> ListedMessages(console::Co
 }  // namespace
 
 Monitoring::Monitoring(const platform::TcpPlace& place, platform::EventLoop& loop,
-                       console::Console& console, const core::System& system,
-                       const SentLines& line)
+                       console::Console& console, const core::System& system, const SentLines& line)
     : console_(console),
       server_(place),
       monitor_(loop, server_,

@@ -85,8 +85,8 @@ TEST_F(MonitoredProcess, APortThatIsTakenEndsTheStartWithOneSentence) {
   RunningProgram second("the second torvane");
   second.Start(TORVANE_PROGRAM, {"--simulate", "--monitor", port, Place("second")});
   EXPECT_EQ(second.WaitForEnd(LongMs), 1);
-  EXPECT_THAT(second.Errors(), HasSubstr("torvane: monitoring on 127.0.0.1:" + port +
-                                         ": Address already in use\n"));
+  EXPECT_THAT(second.Errors(),
+              HasSubstr("torvane: monitoring on 127.0.0.1:" + port + ": Address already in use\n"));
 }
 
 }  // namespace

@@ -26,7 +26,8 @@ MonitorSnapshot Snapshot(const std::string& x) {
 
 struct AdapterRig {
   explicit AdapterRig(AdapterLimits limits = {})
-      : TheAdapter(Server, [] { return std::int64_t{0}; }, limits) {}
+      : TheAdapter(
+            Server, [] { return std::int64_t{0}; }, limits) {}
 
   std::shared_ptr<ScriptedPeer> Connect() {
     auto peer = Server.Connect();
@@ -172,16 +173,31 @@ TEST(Adapter, WhateverClientsDoThoseThatReadKnowTheLastState) {
     int shown = 0;
     for (int step = 0; step < steps; ++step) {
       const auto pick = [&] {
-        return peers[static_cast<std::size_t>(*rc::gen::inRange(0, static_cast<int>(peers.size())))];
+        return peers[static_cast<std::size_t>(
+            *rc::gen::inRange(0, static_cast<int>(peers.size())))];
       };
       switch (*rc::gen::inRange(0, 7)) {
-        case 0: peers.push_back(rig.Server.Connect()); break;
-        case 1: if (!peers.empty()) pick()->Reads = false; break;
-        case 2: if (!peers.empty()) pick()->Reads = true; break;
-        case 3: if (!peers.empty()) pick()->ToServer += *rc::gen::arbitrary<std::string>(); break;
-        case 4: if (!peers.empty()) pick()->Connected = false; break;
-        case 5: rig.TheAdapter.Publish({}); shown = 0; break;
-        default: rig.TheAdapter.Publish(Snapshot(std::to_string(shown = step + 1)));
+        case 0:
+          peers.push_back(rig.Server.Connect());
+          break;
+        case 1:
+          if (!peers.empty()) pick()->Reads = false;
+          break;
+        case 2:
+          if (!peers.empty()) pick()->Reads = true;
+          break;
+        case 3:
+          if (!peers.empty()) pick()->ToServer += *rc::gen::arbitrary<std::string>();
+          break;
+        case 4:
+          if (!peers.empty()) pick()->Connected = false;
+          break;
+        case 5:
+          rig.TheAdapter.Publish({});
+          shown = 0;
+          break;
+        default:
+          rig.TheAdapter.Publish(Snapshot(std::to_string(shown = step + 1)));
       }
       rig.Serve();
     }

@@ -45,7 +45,8 @@ TEST(DeviceFile, IsWellFormed) {
 
 TEST(DeviceFile, NamesEveryItemOnceAndNoOther) {
   const std::string text = DeviceFile();
-  const std::regex item(R"re(<DataItem category="([A-Z]+)" id="([A-Za-z_]+)" name="([A-Za-z_]+)")re");
+  const std::regex item(
+      R"re(<DataItem category="([A-Z]+)" id="([A-Za-z_]+)" name="([A-Za-z_]+)")re");
   std::map<std::string, std::string> items;
   std::size_t count = 0;
   for (std::sregex_iterator it(text.begin(), text.end(), item), end; it != end; ++it, ++count) {

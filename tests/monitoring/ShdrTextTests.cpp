@@ -21,8 +21,8 @@ struct FieldRow {
   const char* Field;
 };
 constexpr FieldRow FieldRows[] = {
-    {"SHOP/STAR", "SHOP/STAR"},        {" blanks around ", "blanks around"},
-    {"two\r\nlines", "two  lines"},    {"a|b", "\"a\\|b\""},
+    {"SHOP/STAR", "SHOP/STAR"},           {" blanks around ", "blanks around"},
+    {"two\r\nlines", "two  lines"},       {"a|b", "\"a\\|b\""},
     {"gr\xFC\xDF", "gr\xC3\xBC\xC3\x9F"}, {"", ""},
     {"tab\tbell\x07", "tab bell "},
 };
