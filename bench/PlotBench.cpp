@@ -2,7 +2,7 @@
 //
 // LoadPlot reads, decodes and works out chords; PlainLines draws the same segments from memory. The
 // counter "segments" is the same in both, so the ratio of their times is the figure that counts: at
-// most 2 on the canvas of the screen. The counting canvas shows what is left when lines cost
+// most 1.5 on the canvas of the screen. The counting canvas shows what is left when lines cost
 // nothing.
 #include <cmath>
 #include <filesystem>

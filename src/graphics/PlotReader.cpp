@@ -35,12 +35,15 @@ bool MayShow(const partprogram::DrawRecord& record, const core::PlotView& view) 
 
 void DrawRecordsOf(platform::RecordFile& file, int count, platform::Canvas& canvas,
                    const core::ColourTable& colours, const core::PlotView* clip) {
-  std::array<char, partprogram::DrawRecordSize> bytes{};
+  std::array<char, partprogram::DrawRecordSize> room{};
   partprogram::DrawRecord record;
   RecordPainter painter(canvas, colours);
   platform::ClearVectorState();
   for (int number = 2; number <= count; ++number) {
-    if (!file.Read(static_cast<std::uint32_t>(number), bytes)) return;
+    const auto found = file.Look(static_cast<std::uint32_t>(number), room);
+    if (found.empty()) return;
+    const auto bytes = found.first<partprogram::DrawRecordSize>();
+    if (!IsCut(partprogram::CodeIn(bytes))) continue;
     partprogram::DecodePlotFields(bytes, record);
     if (clip != nullptr && !MayShow(record, *clip)) continue;
     painter.Draw(record, PaintMode::Background);

@@ -15,9 +15,12 @@ enum class PaintMode {
 };
 
 /// Code 120 or 130: the only records that leave a mark.
-[[nodiscard]] constexpr bool IsCut(const partprogram::DrawRecord& record) {
-  return record.Code == partprogram::RecordCode::LineProfile ||
-         record.Code == partprogram::RecordCode::ArcProfile;
+[[nodiscard]] constexpr bool IsCut(std::int16_t code) {
+  return code == partprogram::RecordCode::LineProfile ||
+         code == partprogram::RecordCode::ArcProfile;
+}
+[[nodiscard]] inline bool IsCut(const partprogram::DrawRecord& record) {
+  return IsCut(record.Code);
 }
 
 /// The first row of the colour table that fits the record in this mode. Block skip comes before

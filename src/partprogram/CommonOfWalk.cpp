@@ -1,6 +1,6 @@
 #include "partprogram/CommonOfWalk.h"
 
-#include <cstring>
+#include <bit>
 
 namespace torvane::partprogram {
 
@@ -18,7 +18,8 @@ BeamState BeamOf(const core::Station& station) {
 
 /// To the last bit: a setting may be no number.
 bool Same(const CommonOfWalk::Settings& left, const CommonOfWalk::Settings& right) {
-  return std::memcmp(left.data(), right.data(), sizeof(left)) == 0;
+  using Bits = std::array<std::uint32_t, 24>;
+  return std::bit_cast<Bits>(left) == std::bit_cast<Bits>(right);
 }
 
 }  // namespace

@@ -88,6 +88,13 @@ using Plotted = Members<&DrawRecord::Code, &DrawRecord::SkipLevel, &DrawRecord::
                         &DrawRecord::EndPoint, &DrawRecord::CentrePoint, &DrawRecord::KerfSide,
                         &DrawRecord::Blended>;
 
+/// A float may be no number, and a zero may have a sign.
+template <typename Value>
+bool SameBits(const Value& left, const Value& right) {
+  using Bits = std::array<char, sizeof(Value)>;
+  return std::bit_cast<Bits>(left) == std::bit_cast<Bits>(right);
+}
+
 /// How a type lies on disk: its size and the two ways over.
 template <typename Value>
 struct Disk {
@@ -104,9 +111,7 @@ struct Disk {
     if constexpr (std::endian::native == std::endian::big) Turn(copy);
     std::memcpy(&value, copy, Size);
   }
-  static bool Same(const Value& left, const Value& right) {
-    return std::memcmp(&left, &right, Size) == 0;
-  }
+  static bool Same(const Value& left, const Value& right) { return SameBits(left, right); }
 
  private:
   static void Turn(char* bytes) {
@@ -129,8 +134,7 @@ struct Disk<std::array<Value, Count>> {
     }
   }
   static bool Same(const std::array<Value, Count>& left, const std::array<Value, Count>& right) {
-    static_assert(std::is_arithmetic_v<Value>);
-    return std::memcmp(&left, &right, sizeof(left)) == 0;
+    return SameBits(left, right);
   }
 };
 
@@ -330,6 +334,12 @@ DrawRecord RecordDecoder::Decode(std::span<const char, DrawRecordSize> bytes) {
     oldest_ = (oldest_ + 1) % Kept;
   }
   return record;
+}
+
+std::int16_t CodeIn(std::span<const char, DrawRecordSize> bytes) {
+  std::int16_t code = 0;
+  Disk<std::int16_t>::Get(code, bytes.data());
+  return code;
 }
 
 void DecodePlotFields(std::span<const char, DrawRecordSize> bytes, DrawRecord& record) {

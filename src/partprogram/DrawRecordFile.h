@@ -138,6 +138,9 @@ class RecordDecoder {
   std::size_t oldest_ = 0;
 };
 
+/// The Code of a record alone.
+[[nodiscard]] std::int16_t CodeIn(std::span<const char, DrawRecordSize> bytes);
+
 /// Only what a plot reads: Code, SkipLevel, StartPoint, EndPoint, CentrePoint, the figures of lines
 /// and arcs, KerfSide, whether the beam is on, and Blended. The other fields of `record` stay.
 void DecodePlotFields(std::span<const char, DrawRecordSize> bytes, DrawRecord& record);

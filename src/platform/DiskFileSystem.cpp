@@ -35,16 +35,21 @@ class DiskRecordFile final : public RecordFile {
         window_(std::max<std::size_t>(1, WindowBytes / recordSize) * recordSize) {}
 
   bool Read(std::uint32_t number, std::span<char> bytes) override {
-    if (bytes.size() != recordSize_) throw std::logic_error("a record read of the wrong size");
-    if (number == 0) return false;
+    const auto record = Look(number, bytes);
+    std::copy(record.begin(), record.end(), bytes.begin());
+    return !record.empty();
+  }
+
+  std::span<const char> Look(std::uint32_t number, std::span<char> room) override {
+    if (room.size() != recordSize_) throw std::logic_error("a record read of the wrong size");
+    if (number == 0) return {};
     const std::uint64_t offset = std::uint64_t{number - 1} * recordSize_;
     if (offset < start_ || offset + recordSize_ > start_ + filled_) {
       start_ = offset;
       filled_ = file_.ReadAt(window_.data(), window_.size(), offset);
-      if (filled_ < recordSize_) return false;
+      if (filled_ < recordSize_) return {};
     }
-    std::memcpy(bytes.data(), window_.data() + (offset - start_), recordSize_);
-    return true;
+    return {window_.data() + (offset - start_), recordSize_};
   }
 
  private:

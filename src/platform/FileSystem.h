@@ -28,6 +28,12 @@ class RecordFile {
   /// Fills `bytes` (one record) from record `number`. False past the end; a short last record
   /// counts as past the end.
   virtual bool Read(std::uint32_t number, std::span<char> bytes) = 0;
+
+  /// The same without a copy where the file has the record at hand: its bytes, in `room` or not,
+  /// until the next call. Empty past the end.
+  [[nodiscard]] virtual std::span<const char> Look(std::uint32_t number, std::span<char> room) {
+    return Read(number, room) ? std::span<const char>(room) : std::span<const char>();
+  }
 };
 
 /// A file that is written and not yet in its place. It leaves no trace when it goes before it is.

@@ -169,10 +169,13 @@ void RasterCanvas::PixelFill(double x1, double y1, double x2, double y2, platfor
                   QPoint(Place(std::max(x1, x2)), Place(std::max(y1, y2))));
   const QRect area = box & image_.rect();
   if (area.isEmpty()) return;
-  const QRgb pixel = PixelOf(colour);
-  for (int y = area.top(); y <= area.bottom(); ++y) {
-    auto* const line = reinterpret_cast<QRgb*>(image_.scanLine(y));
-    std::fill(line + area.left(), line + area.right() + 1, pixel);
+  const auto stride = static_cast<std::ptrdiff_t>(image_.bytesPerLine() / 4);
+  auto* const first = reinterpret_cast<QRgb*>(image_.scanLine(area.top())) + area.left();
+  std::fill_n(first, area.width(), PixelOf(colour));
+  QRgb* line = first;
+  for (int y = area.top(); y < area.bottom(); ++y) {
+    line += stride;
+    std::copy_n(first, area.width(), line);
   }
   Touch(area);
 }

@@ -336,6 +336,9 @@ RC_GTEST_PROP(Records, AnyOrderOfReadsGivesTheRecordsOfTheFile, ()) {
     if (there)
       RC_ASSERT(std::string(record.begin(), record.end()) ==
                 bytes.substr((number - 1) * size, size));
+    const auto seen = records->Look(number, record);
+    RC_ASSERT(std::string(seen.begin(), seen.end()) ==
+              (there ? bytes.substr((number - 1) * size, size) : std::string()));
   }
 }
 
