@@ -85,8 +85,15 @@ void RasterCanvas::Resize(int width, int height) {
   PixelClear(Background());
 }
 
+bool RasterCanvas::Blank(platform::Colour colour) {
+  if (blank_ == colour) return true;
+  blank_.reset();
+  return false;
+}
+
 void RasterCanvas::PixelClear(platform::Colour colour) {
   image_.fill(PixelOf(colour));
+  blank_ = colour;
   Touch(image_.rect());
 }
 
@@ -141,6 +148,11 @@ void RasterCanvas::Penned(double x1, double y1, double x2, double y2, platform::
 }
 
 void RasterCanvas::PixelLine(double x1, double y1, double x2, double y2, platform::Colour colour) {
+  if (Cased()) {
+    blank_.reset();
+  } else if (Blank(colour)) {
+    return;
+  }
   const int reach = PenWidth() + (Cased() ? 2 * CasingWidth : 0);
   if (reach > 1 || Style() != platform::PenStyle::Solid) {
     Penned(x1, y1, x2, y2, colour);
@@ -169,6 +181,7 @@ void RasterCanvas::PixelFill(double x1, double y1, double x2, double y2, platfor
                   QPoint(Place(std::max(x1, x2)), Place(std::max(y1, y2))));
   const QRect area = box & image_.rect();
   if (area.isEmpty()) return;
+  if (Blank(colour)) return;
   const auto stride = static_cast<std::ptrdiff_t>(image_.bytesPerLine() / 4);
   auto* const first = reinterpret_cast<QRgb*>(image_.scanLine(area.top())) + area.left();
   std::fill_n(first, area.width(), PixelOf(colour));
@@ -184,6 +197,7 @@ void RasterCanvas::PixelEllipse(double x, double y, double radiusX, double radiu
                                 platform::Colour colour) {
   const double reach = 8.0 * (PixelWidth() + PixelHeight());
   if (std::max({radiusX, radiusY, std::abs(x), std::abs(y)}) > 1000 * reach) return;
+  if (Blank(colour)) return;
   QPainter painter(&image_);
   painter.setPen(QPen(ToQColor(colour), PenWidth()));
   painter.drawEllipse(QPointF(std::floor(x + 1e-6), std::floor(y + 1e-6)), std::round(radiusX),

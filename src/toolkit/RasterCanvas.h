@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRect>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "toolkit/MappedCanvas.h"
@@ -50,9 +51,13 @@ class RasterCanvas final : public MappedCanvas {
   void Penned(double x1, double y1, double x2, double y2, platform::Colour colour);
   void Casing(QPainter& painter, const QPoint& from, const QPoint& to, platform::Colour colour);
   void Touch(const QRect& area);
+  /// Whether painting in this colour changes no pixel, as before a plot its old marks are painted
+  /// over on a canvas that has just been wiped. If it may change one, the canvas is blank no more.
+  [[nodiscard]] bool Blank(platform::Colour colour);
   [[nodiscard]] QRect OverlayArea(const platform::OverlayState& state) const;
 
   QImage image_;
+  std::optional<platform::Colour> blank_;  ///< the colour of all pixels, while it is one
   std::function<void(const QRect&)> changed_;
 };
 

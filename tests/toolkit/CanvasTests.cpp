@@ -212,6 +212,28 @@ QImage Speckled(int colours) {
   return picture;
 }
 
+TEST(BlankCanvas, TakesNoNoticeOfItsOwnColourAndLosesNoOther) {
+  RasterCanvas canvas(60, 40);
+  canvas.SetBackground(Ground);
+  canvas.Cls();
+  canvas.FilledBox(5, 5, 50, 30, Ground);
+  canvas.Line(0, 0, 59, 39, Ground);
+  EXPECT_EQ(canvas.PixelAt(10, 10), Ground);
+  canvas.FilledBox(5, 5, 50, 30, Ink);
+  canvas.FilledBox(20, 10, 30, 20, Ground);
+  canvas.Line(6, 8, 18, 8, Ground);
+  EXPECT_EQ(canvas.PixelAt(25, 15), Ground) << "the old colour shows over another one";
+  EXPECT_EQ(canvas.PixelAt(10, 8), Ground);
+  EXPECT_EQ(canvas.PixelAt(10, 9), Ink);
+  canvas.Cls();
+  canvas.DrawCasing(true);
+  canvas.Line(10, 20, 50, 20, Ground);
+  canvas.DrawCasing(false);
+  EXPECT_NE(canvas.PixelAt(30, 19), Ground) << "a casing has another colour than its line";
+  canvas.Line(10, 19, 50, 19, Ground);
+  EXPECT_EQ(canvas.PixelAt(30, 19), Ground);
+}
+
 TEST(PicturesOfFewColours, HaveAPaletteAndTheSamePixels) {
   for (const int colours : {1, 2, 17, 256}) {
     const QImage picture = Speckled(colours);
