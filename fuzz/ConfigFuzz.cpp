@@ -11,6 +11,7 @@
 #include "core/MachineFiles.h"
 #include "core/MessageFiles.h"
 #include "core/PlotFile.h"
+#include "core/RunFigures.h"
 #include "core/SlotFiles.h"
 #include "core/StationFiles.h"
 #include "core/System.h"
@@ -22,7 +23,7 @@ namespace {
 using namespace torvane::core;
 using Reader = void (*)(std::string_view, System&);
 
-constexpr std::array<Reader, 16> Readers = {
+constexpr std::array<Reader, 17> Readers = {
     [](std::string_view text, System& system) {
       ReadMachineFile(text, "Machine.dat", true, system.Machine);
     },
@@ -63,6 +64,7 @@ constexpr std::array<Reader, 16> Readers = {
       (void)ReadBatch(text, "Actvprg1.btc");
     },
     [](std::string_view text, System& system) { system.Comms = ReadTransferFile(text); },
+    [](std::string_view text, System&) { (void)ReadRunFigures(text, "laser.fig"); },
 };
 
 }  // namespace

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "core/General.h"
+#include "partprogram/TableRows.h"
 #include "simulator/Expressions.h"
-#include "simulator/TableRows.h"
 
 namespace torvane::simulator {
 
@@ -45,7 +45,7 @@ bool WriteTableRow(ExpressionReader& reader, ControllerMemory& memory) {
   }
   if (!reader.Take(')') || !reader.AtEnd()) return false;
   // The mark of a restart table is told from the end row of a program by its blank.
-  const bool mark = spaced && values.size() == 1 && values[0] == EndMark;
+  const bool mark = spaced && values.size() == 1 && values[0] == partprogram::EndMark;
   return mark ? memory.WriteRestartMark(*index, values[0]) : memory.WriteTable(*index, values);
 }
 

@@ -5,10 +5,11 @@
 #include <deque>
 #include <span>
 
+#include "partprogram/TableRows.h"
+
 namespace torvane::simulator {
 
-/// Values of the longest row.
-inline constexpr std::size_t LongestRow = 8;
+using partprogram::LongestRow;
 
 /// One received row, as it came.
 struct RingRow {

@@ -1,8 +1,6 @@
 #include "simulator/TableRun.h"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 #include <utility>
 
 #include "core/General.h"
@@ -19,7 +17,6 @@ constexpr int FirstIndex1 = 500;
 constexpr int LastIndex1 = 700;
 constexpr int FirstIndex2 = 750;
 constexpr int LastIndex2 = 950;
-constexpr double HopTolerance = 1e-4;  // mm; nearer than this the machine is at the start
 
 struct SettingTarget {
   std::size_t Setting;  ///< index into the settings of a pair
@@ -29,20 +26,6 @@ struct SettingTarget {
 /// Where the settings of a pair show on the laser screen.
 constexpr SettingTarget SettingTargets[] = {{0, 70}, {1, 71}, {2, 72}, {3, 73}, {4, 78}, {5, 74},
                                             {6, 31}, {7, 75}, {8, 76}, {9, 77}, {10, 30}};
-
-double Degrees(double radians) { return radians * 180.0 / std::numbers::pi; }
-
-/// The arc of a row, from where the machine is.
-Segment RowArc(const TableRow& row, const Position& from) {
-  const Position to{from.X + row.X, from.Y + row.Y, from.Z};
-  const Position centre{from.X + row.I, from.Y + row.J, from.Z};
-  const double start = Degrees(std::atan2(-row.J, -row.I));
-  double sweep = Degrees(std::atan2(row.Y - row.J, row.X - row.I)) - start;
-  const bool negative = row.Type == RowType::ArcNegative;
-  if (negative && sweep >= 0) sweep -= 360.0;
-  if (!negative && sweep <= 0) sweep += 360.0;
-  return Segment::Arc(from, to, centre, start, sweep);
-}
 
 }  // namespace
 
@@ -114,9 +97,10 @@ void TableRun::ApplySettingsBefore(int line) {
   for (const auto& element : path_.Elements()) {
     if (element.TableLine >= line) return;
     if (element.Code != partprogram::RecordCode::Settings) continue;
-    auto row = ReadRow(StoredRow(path_.FirstLineOf(element.Record)));
+    auto row = partprogram::ReadRow(StoredRow(path_.FirstLineOf(element.Record)));
     if (!row || row->Type != RowType::SettingsPair) continue;
-    if (ReadSecondHalf(StoredRow(element.TableLine), *row) && !Skipped(*row)) ApplySettings(*row);
+    if (partprogram::ReadSecondHalf(StoredRow(element.TableLine), *row) && !Skipped(*row))
+      ApplySettings(*row);
   }
 }
 
@@ -180,14 +164,14 @@ RowOutcome TableRun::Next(const Position& from, Mover& mover) {
   std::span<const double> values;
   RowOutcome outcome = Fetch(line, values);
   if (outcome != RowOutcome::Executed) return outcome;
-  auto row = ReadRow(values);
+  auto row = partprogram::ReadRow(values);
   if (!row) return RowOutcome::Missing;
   int last = line;
   if (row->Type == RowType::SettingsPair) {
     last = line + 1;
     outcome = Fetch(last, values);
     if (outcome != RowOutcome::Executed) return outcome;
-    if (!ReadSecondHalf(values, *row)) return RowOutcome::Missing;
+    if (!partprogram::ReadSecondHalf(values, *row)) return RowOutcome::Missing;
   }
   line_ = last;
   reached_[slot_] = last;
@@ -239,7 +223,7 @@ void TableRun::Perform(const TableRow& row, const PathElement* element, const Po
 }
 
 void TableRun::GoTo(const Position& from, const Position& to, Mover& mover) const {
-  if (Distance(from, to) <= HopTolerance) return;
+  if (Distance(from, to) <= partprogram::HopTolerance) return;
   Task way = Task::Travelling(Segment::Line(from, to), options_.RapidRate);
   way.Approach = true;
   mover.Add(way);
@@ -272,9 +256,7 @@ void TableRun::PerformCut(const TableRow& row, const PathElement* element, const
   const double feed = row.Feed > 0 ? row.Feed : options_.DefaultFeed;
   place_.reset();
   if (element == nullptr) {
-    const bool line = row.Type == RowType::Line;
-    const Segment path = line ? Segment::Line(from, {row.X, row.Y, row.Z}) : RowArc(row, from);
-    return mover.Add(Task::Cutting(path, feed));
+    return mover.Add(Task::Cutting(partprogram::RowPath(row, from), feed));
   }
   Task cut = Task::Cutting(element->Path(), feed);
   cut.Done = std::min(along_, cut.Path.Length());

@@ -15,7 +15,6 @@
 #include "simulator/PathFile.h"
 #include "simulator/RestartPlan.h"
 #include "simulator/TableRing.h"
-#include "simulator/TableRows.h"
 
 namespace torvane::simulator {
 

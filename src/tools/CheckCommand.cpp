@@ -11,6 +11,7 @@
 #include "platform/NativePaths.h"
 #include "platform/PlainNames.h"
 #include "platform/RuntimeFault.h"
+#include "tools/CheckEstimate.h"
 #include "tools/CheckProgram.h"
 #include "tools/CheckRestart.h"
 #include "tools/CheckText.h"
@@ -143,6 +144,9 @@ int RunCheckCommand(const CheckOptions& options, const platform::Clock& clock,
     if (options.Load) {
       installation.Machine.LoadPositionX = options.Load->X;
       installation.Machine.LoadPositionY = options.Load->Y;
+    }
+    if (!options.Estimate.Machine.empty()) {
+      installation.Figures = ReadFigures(options.Estimate.Machine);
     }
     if (options.Restart.Active > 0) {
       return RunRestartCheck(installation, options, clock, streams);

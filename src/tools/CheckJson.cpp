@@ -7,6 +7,7 @@
 
 #include "core/General.h"
 #include "tools/CheckText.h"
+#include "tools/EstimateJson.h"
 #include "tools/JsonValues.h"
 
 namespace torvane::tools {
@@ -68,6 +69,7 @@ QJsonObject Program(const CheckResult& result) {
   object["tableLines"] = slot.TableLines;
   object["bodyLines"] = slot.BodyLines;
   object["errors"] = Errors(result);
+  if (result.Estimate) object["estimate"] = EstimateJson(*result.Estimate);
   return object;
 }
 

@@ -61,6 +61,7 @@ struct Texts {
   std::string Size;
   std::string Restart;
   std::string Remaining;
+  std::string Skip;
 };
 
 /// "14", "14:3" or "all".
@@ -131,6 +132,45 @@ void FinishRestart(const Texts& texts, CheckOptions& options) {
   }
 }
 
+void DescribeEstimate(CLI::App& app, EstimateQuestion& question, Texts& texts) {
+  constexpr double HighestOverride = 200;  // percent
+  constexpr int MostContours = 32767;
+  auto* const asked =
+      app.add_flag("--estimate", question.Asked, "Says how long the run of each program takes");
+  app.add_option("--machine", question.Machine,
+                 "File of the machine's figures; without it the simulated machine's")
+      ->needs(asked);
+  app.add_option("--override", question.OverridePercent, "Feed override of the estimate, percent")
+      ->needs(asked)
+      ->check(CLI::Range(1.0, HighestOverride))
+      ->capture_default_str();
+  app.add_option("--skip", texts.Skip, "Block skips that are on in it: 1, 2 or 1,2")->needs(asked);
+  app.add_option("--contours", question.Contours, "How many of the longest contours it lists")
+      ->needs(asked)
+      ->check(CLI::Range(0, MostContours))
+      ->capture_default_str();
+}
+
+/// "1", "2" or both, divided by a comma.
+void ReadSkips(const std::string& text, EstimateQuestion& question) {
+  int first = 0;
+  int second = 0;
+  if (!ReadPair(text, ',', first, second) && !ReadWhole(text, first)) first = 0;
+  const auto level = [](int value) { return value == 1 || value == 2; };
+  if (!level(first) || (second != 0 && !level(second)) || first == second) {
+    throw WrongUse("--skip takes 1, 2 or 1,2, not " + text);
+  }
+  question.Skip1 = first == 1 || second == 1;
+  question.Skip2 = first == 2 || second == 2;
+}
+
+void FinishEstimate(const Texts& texts, CheckOptions& options) {
+  if (!texts.Skip.empty()) ReadSkips(texts.Skip, options.Estimate);
+  if (options.Estimate.Asked && options.Restart.Asked != RestartQuestion::Kind::None) {
+    throw WrongUse("--estimate takes whole programs, not a restart");
+  }
+}
+
 void DescribeOptions(CLI::App& app, CheckOptions& options, Texts& texts) {
   app.add_option("DIRECTORY", options.Directory, "Directory under the programs root");
   app.add_option("PROGRAM", options.Programs, "Programs of it; without any, all of them");
@@ -154,6 +194,7 @@ void DescribeOptions(CLI::App& app, CheckOptions& options, Texts& texts) {
       ->check(CLI::Range(0, 1024))
       ->capture_default_str();
   DescribeRestart(app, options.Restart, texts);
+  DescribeEstimate(app, options.Estimate, texts);
   app.footer(
       "Exit status: 0 every program is good, 1 at least one is refused or the block of a restart "
       "was not met, 2 wrong use.");
@@ -194,6 +235,7 @@ CheckOptions ReadCheckOptions(std::vector<std::string> arguments, std::string& h
   options.Directory = platform::ToSystemName(options.Directory);
   for (auto& program : options.Programs) program = ProgramName(program);
   FinishRestart(texts, options);
+  FinishEstimate(texts, options);
   if (!texts.Load.empty()) options.Load = ReadLoadPoint(texts.Load);
   if (!texts.Size.empty()) ReadPictureSize(texts.Size, options);
   if (!options.Plot.empty() && !IsPictureName(options.Plot)) {

@@ -33,6 +33,16 @@ struct RestartQuestion {
   std::int16_t Active = 0;           ///< 1 or 2: the slot's files as they are; 0: a part program
 };
 
+/// A time estimate.
+struct EstimateQuestion {
+  bool Asked = false;
+  std::string Machine;  ///< native file of the machine's figures; empty: the simulated machine's
+  double OverridePercent = 100;
+  bool Skip1 = false;
+  bool Skip2 = false;
+  int Contours = 5;  ///< of the longest, so many are listed
+};
+
 struct CheckOptions {
   std::string Root = ".";             ///< native directory that holds Control.cfg
   std::string Directory;              ///< name under the programs root, Latin-1
@@ -48,6 +58,7 @@ struct CheckOptions {
   bool Report = false;  ///< the text of Reverse.txt after each program
   unsigned Jobs = 0;    ///< threads; 0: one a core
   RestartQuestion Restart;
+  EstimateQuestion Estimate;
 };
 
 /// A question that cannot be answered, in one plain sentence.

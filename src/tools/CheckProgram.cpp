@@ -13,6 +13,7 @@
 #include "partprogram/SlotWriter.h"
 #include "platform/DiskFileSystem.h"
 #include "platform/RuntimeFault.h"
+#include "tools/CheckEstimate.h"
 #include "tools/ReadOnlyFiles.h"
 
 namespace torvane::tools {
@@ -115,6 +116,9 @@ void RunCheck(const Installation& installation, const CheckOptions& options,
                           &installation.ActiveStation, clock.Now()},
                          passes, after);
   TakePasses(passes, result);
+  if (options.Estimate.Asked && result.Good()) {
+    result.Estimate = Estimate(passes, installation.Figures, options.Estimate);
+  }
   // Drawn while the second thread writes; a picture of files that failed is not saved.
   const std::string picture =
       places.Plot.empty() ? std::string() : DrawPicture(installation, options, places, passes, *qt);
@@ -139,7 +143,7 @@ Installation ReadInstallation(const platform::FileSystem& files) {
   }
   core::LoadColours(looking, system.Directories, system.Colours);
   core::LoadMachineData(looking, system);
-  return {system.Directories, system.Machine, system.ActiveStation, system.Colours};
+  return {system.Directories, system.Machine, system.ActiveStation, system.Colours, {}};
 }
 
 void SavePicture(const std::string& path, std::string_view bytes) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/RunFigures.h"
 #include "core/System.h"
 #include "partprogram/SlotWriter.h"
 #include "platform/Clock.h"
@@ -20,6 +21,7 @@ struct Installation {
   core::MachineData Machine;
   core::Station ActiveStation;
   core::ColourTable Colours;
+  core::RunFigures Figures;  ///< of time estimates
 };
 
 /// Reads an installation without leaving a trace in it. Throws RuntimeFault for a required file

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/ActiveProgram.h"
 #include "partprogram/Pipeline.h"
+#include "partprogram/RunEstimate.h"
 
 namespace torvane::tools {
 
@@ -27,6 +29,13 @@ struct CheckCounts {
   std::array<RecordCount, 11> Programmed{};  ///< by kind, without the header
 };
 
+/// How long the run of a program takes, where that was asked for.
+struct CheckEstimate {
+  partprogram::RunSwitches Switches;
+  partprogram::RunEstimate Run;
+  std::vector<partprogram::Contour> Longest;
+};
+
 struct CheckResult {
   std::string Directory;
   std::string Program;
@@ -37,6 +46,7 @@ struct CheckResult {
   std::vector<partprogram::ProgramError> Errors;
   CheckCounts Counts;
   std::string Report;  ///< Reverse.txt
+  std::optional<CheckEstimate> Estimate;
 
   [[nodiscard]] bool Good() const {
     return Fault.empty() && Outcome == partprogram::PassOutcome::Good;

@@ -1,29 +1,18 @@
 #include "tools/CheckText.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "core/General.h"
 #include "platform/NativePaths.h"
+#include "tools/CheckEstimate.h"
 #include "tools/CheckOptions.h"
+#include "tools/ReportRows.h"
 
 namespace torvane::tools {
 
 namespace {
 
 using core::NumberText;
-
-/// Width of the column of names.
-constexpr std::size_t NameColumn = 16;
-
-/// Indented name and value.
-void AddRow(std::string& text, std::string_view name, std::string_view value) {
-  text += "  ";
-  text += name;
-  text.append(name.size() < NameColumn ? NameColumn - name.size() : 1, ' ');
-  text += value;
-  text += '\n';
-}
 
 std::string Counted(int count, std::string_view name) {
   return std::to_string(count) + " " + std::string(name);
@@ -70,6 +59,7 @@ void AddFigures(std::string& text, const CheckResult& result) {
   AddRow(text, "corner arcs", std::to_string(counts.CornerArcs));
   AddRow(text, "blends", std::to_string(counts.Blends));
   AddRow(text, "table lines", std::to_string(slot.TableLines));
+  if (result.Estimate) AddEstimate(text, *result.Estimate);
 }
 
 /// What refuses the program first, then the warnings, each in the order of the walk. A message that

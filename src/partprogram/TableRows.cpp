@@ -1,8 +1,9 @@
-#include "simulator/TableRows.h"
+#include "partprogram/TableRows.h"
 
 #include <algorithm>
+#include <charconv>
 
-namespace torvane::simulator {
+namespace torvane::partprogram {
 
 namespace {
 
@@ -62,6 +63,24 @@ constexpr RowForm RowForms[] = {
 
 }  // namespace
 
+std::span<const double> ReadTableLine(std::string_view line,
+                                      std::array<double, LongestRow>& values) {
+  constexpr std::string_view Head = "TABLE(";
+  if (!line.starts_with(Head) || !line.ends_with(')')) return {};
+  const char* at = line.data() + Head.size();
+  const char* const end = line.data() + line.size() - 1;
+  int index = 0;
+  const auto head = std::from_chars(at, end, index);
+  if (head.ec != std::errc()) return {};
+  std::size_t count = 0;
+  for (at = head.ptr; at != end && *at == ',' && count < LongestRow; ++count) {
+    const auto value = std::from_chars(at + 1, end, values[count]);
+    if (value.ec != std::errc()) return {};
+    at = value.ptr;
+  }
+  return at == end ? std::span<const double>(values).first(count) : std::span<const double>();
+}
+
 std::optional<TableRow> ReadRow(std::span<const double> values) {
   if (values.empty()) return std::nullopt;
   for (const auto& form : RowForms) {
@@ -82,4 +101,4 @@ bool ReadSecondHalf(std::span<const double> values, TableRow& row) {
   return true;
 }
 
-}  // namespace torvane::simulator
+}  // namespace torvane::partprogram

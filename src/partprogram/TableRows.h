@@ -1,11 +1,12 @@
-// What one row of the table says.
+// What one row of the table says, and the command line that carries it.
 #pragma once
 
 #include <array>
 #include <optional>
 #include <span>
+#include <string_view>
 
-namespace torvane::simulator {
+namespace torvane::partprogram {
 
 /// The value that ends a table.
 inline constexpr double EndMark = -999;
@@ -47,10 +48,18 @@ struct TableRow {
   std::array<double, SettingCount> Settings{};
 };
 
+/// Values of the longest row.
+inline constexpr std::size_t LongestRow = 8;
+
+/// The values behind the index of a command line, "TABLE(500,0,12.5,...)", written into `values`.
+/// Empty for any other text, and for more values than a row has.
+[[nodiscard]] std::span<const double> ReadTableLine(std::string_view line,
+                                                    std::array<double, LongestRow>& values);
+
 /// Nothing when the type is unknown or the number of values is not that of the type.
 [[nodiscard]] std::optional<TableRow> ReadRow(std::span<const double> values);
 
 /// Adds the second half of a pair. False when it has not its six values.
 bool ReadSecondHalf(std::span<const double> values, TableRow& row);
 
-}  // namespace torvane::simulator
+}  // namespace torvane::partprogram
