@@ -5,6 +5,7 @@
 
 #include "console/FrontEndControls.h"
 #include "core/General.h"
+#include "graphics/RestartMarks.h"
 
 namespace torvane::console {
 
@@ -239,6 +240,11 @@ void PlotModes::BeginVisualRestart() {
   Mode() = restart::VisualMode::Choice;
   SetGraphicsKeys(restart::VisualMode::Choice);
   visual_.BeginVisualRestart();
+  if (Mode() != restart::VisualMode::Choice) return;  // nothing on view: left after a warning
+  if (const auto place = visual_.LastPlace()) {
+    graphics::ShowPlaceMark(Canvas(), *place, std::abs(View().PlotIconSize));
+    view_.RefreshScreen();
+  }
 }
 
 // ---- shapes over the plot ----
@@ -275,6 +281,7 @@ void PlotModes::HideShapes() {
       shape.Visible = false;
       view_.PlotCanvasOf(slot).SetOverlay(which, shape);
     }
+    graphics::HideRestartMarks(view_.PlotCanvasOf(slot));
   }
 }
 

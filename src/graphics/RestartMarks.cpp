@@ -24,15 +24,29 @@ std::array<std::array<platform::UserPoint, 2>, 4> MarkSegments(const RestartMark
        {platform::UserPoint{e.X - half, e.Y + half}, platform::UserPoint{e.X + half, e.Y - half}}}};
 }
 
-void ShowRestartMarks(platform::Canvas& canvas, const RestartMarks& marks, double size) {
+namespace {
+
+/// The shapes from `first` on.
+void ShowFrom(std::size_t first, platform::Canvas& canvas, const RestartMarks& marks, double size) {
   const auto segments = MarkSegments(marks, size);
-  for (std::size_t i = 0; i < Shapes.size(); ++i) {
+  for (std::size_t i = first; i < Shapes.size(); ++i) {
     auto shape = canvas.GetOverlay(Shapes[i]);
     shape.From = segments[i][0];
     shape.To = segments[i][1];
     shape.Visible = true;
     canvas.SetOverlay(Shapes[i], shape);
   }
+}
+
+}  // namespace
+
+void ShowRestartMarks(platform::Canvas& canvas, const RestartMarks& marks, double size) {
+  ShowFrom(0, canvas, marks, size);
+}
+
+void ShowPlaceMark(platform::Canvas& canvas, const core::Vector2& point, double size) {
+  constexpr std::size_t Cross = 2;
+  ShowFrom(Cross, canvas, {point, point, point}, size);
 }
 
 void HideRestartMarks(platform::Canvas& canvas) {

@@ -21,6 +21,9 @@ struct RestartMarks {
 [[nodiscard]] std::array<std::array<platform::UserPoint, 2>, 4> MarkSegments(
     const RestartMarks& marks, double size);
 
+/// The cross alone, over a point.
+void ShowPlaceMark(platform::Canvas& canvas, const core::Vector2& point, double size);
+
 /// Overlay shapes: they need no repaint when they go.
 void ShowRestartMarks(platform::Canvas& canvas, const RestartMarks& marks, double size);
 void HideRestartMarks(platform::Canvas& canvas);

@@ -130,6 +130,13 @@ void VisualRestart::GatherAfterRecord() {
   states.RestartState.YPosition = parts_.Split.SplitRecord.EndPoint.Y;
 }
 
+std::optional<core::Vector2> VisualRestart::LastPlace() const {
+  if (parts_.Journal == nullptr) return std::nullopt;
+  const auto place = parts_.Journal->PlaceOfLastRun(parts_.System.ActiveSlot);
+  if (!place || place->Record < 1) return std::nullopt;
+  return core::Vector2{place->X, place->Y};
+}
+
 void VisualRestart::Cancel() { Leave(); }
 
 void VisualRestart::Leave() {

@@ -69,6 +69,10 @@ class VisualRestart {
   /// Paints a record that is highlighted in its normal colour; nothing where none is.
   void GiveBackRecord();
 
+  /// Where the head stood when the last run of this very program did not come to its end, mm; by
+  /// the journal. It is marked on the plot, never chosen.
+  [[nodiscard]] std::optional<core::Vector2> LastPlace() const;
+
   [[nodiscard]] const VisualState& State() const { return state_; }
   [[nodiscard]] const std::optional<SplitPoint>& Split() const { return point_; }
 

@@ -303,6 +303,7 @@ void RunJournal::ConsoleEnds() {
 }
 
 std::optional<RunPlace> RunJournal::PlaceOfLastRun(core::Slot slot) const {
+  if (state_ != State::Idle) return std::nullopt;
   const std::string digest = SlotDigest(parts_.Files, parts_.System.Directories, slot);
   if (digest.empty()) return std::nullopt;
   const auto run = store_.LastRunOf(slot.Number(), digest);

@@ -59,7 +59,7 @@ class RunJournal final : public PollObserver {
   void ConsoleEnds() override;
 
   /// Where the last run of the very text that stands in the slot ended, if it did not come to its
-  /// end; nothing otherwise.
+  /// end; nothing otherwise, and while a run is open.
   [[nodiscard]] std::optional<RunPlace> PlaceOfLastRun(core::Slot slot) const;
 
  private:

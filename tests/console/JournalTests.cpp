@@ -197,6 +197,24 @@ int MarkedRow(ConsoleSession& session) {
   return marked;
 }
 
+/// The visual restart marks the place with a cross, and takes it away when it is left.
+void ExpectCross(ConsoleSession& session, const supervision::RunPlace& place) {
+  const auto cross = [&] {
+    return session.Main().PlotBox(1).Canvas().GetOverlay(platform::Overlay::EntryLine1);
+  };
+  EXPECT_FALSE(cross().Visible);
+  session.TypeF(1);
+  session.Type(Key::V);
+  session.RunFor(50);
+  ASSERT_EQ(session.System.Console.PlotKeyMode, 5);
+  EXPECT_TRUE(cross().Visible);
+  EXPECT_NEAR((cross().From.X + cross().To.X) / 2, place.X, 0.01);
+  EXPECT_NEAR((cross().From.Y + cross().To.Y) / 2, place.Y, 0.01);
+  session.Type(Key::C);
+  session.RunFor(50);
+  EXPECT_FALSE(cross().Visible);
+}
+
 TEST(JournalOfConsoles, AfterAKillTheNextStartTellsItAndTheListMarksThePlace) {
   const auto plant = std::make_shared<Plant>();
   int block = 0;
@@ -220,6 +238,7 @@ TEST(JournalOfConsoles, AfterAKillTheNextStartTellsItAndTheListMarksThePlace) {
     EXPECT_GT(block, 1);
     EXPECT_EQ(second.System.State.RunningBlock, 0) << "the controller knows nothing";
     EXPECT_EQ(MarkedRow(second), block);
+    ExpectCross(second, runs[0].Last);
     // Another program in the slot has another text.
     second.Select("GASKET");
     EXPECT_EQ(MarkedRow(second), 0);
