@@ -3,6 +3,7 @@ include(GNUInstallDirs)
 
 if(TARGET torvane)
   install(TARGETS torvane torvane-check torvane-sim torvane-office torvane-generate torvane-journal
+                  torvane-contract
           RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   # What torvane-check turns into for pictures and JSON; it looks for it there.
   install(TARGETS torvane-check-qt RUNTIME DESTINATION libexec/torvane)

@@ -21,7 +21,7 @@ endif()
 run_in_work("dpkg-deb" ${DPKG_DEB} --extract ${packages} ${WORK}/root)
 foreach(name bin/torvane bin/torvane-check bin/torvane-sim bin/torvane-office bin/torvane-generate
         bin/torvane-journal
-        bin/torvane-simulated libexec/torvane/torvane-check-qt share/applications/torvane.desktop
+        bin/torvane-contract bin/torvane-simulated libexec/torvane/torvane-check-qt share/applications/torvane.desktop
         share/applications/torvane-simulated.desktop
         share/icons/hicolor/scalable/apps/torvane.svg share/torvane/installation/Control.cfg
         share/torvane/installation/Programs/SHOP/STAR.prg share/doc/torvane/copyright)
@@ -45,7 +45,7 @@ run_in_work("torvane-check --plot" ${WORK}/root/usr/bin/torvane-check --plot ${W
 if(NOT EXISTS ${WORK}/star.png)
   message(FATAL_ERROR "the checker of the package drew no picture")
 endif()
-foreach(program torvane torvane-sim torvane-generate torvane-journal)
+foreach(program torvane torvane-sim torvane-generate torvane-contract torvane-journal)
   run_in_work(${program} ${WORK}/root/usr/bin/${program} --help)
 endforeach()
 file(REMOVE_RECURSE ${WORK})

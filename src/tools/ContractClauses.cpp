@@ -1,0 +1,396 @@
+#include "tools/ContractClauses.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "core/General.h"
+#include "core/MachineState.h"
+#include "link/Variables.h"
+#include "tools/ContractRun.h"
+
+namespace torvane::tools {
+
+namespace {
+
+namespace Variable = link::Variable;
+namespace StatusBit = core::StatusBit;
+
+/// A variable that any whole or broken number may be written to for a while.
+constexpr std::string_view Scratch = Variable::PartsPerSheet;
+constexpr int SoonMs = 2000;
+constexpr int ActionMs = 10000;
+
+/// The run, made when the first clause asks for it.
+struct Trial {
+  ContractSession& Session;
+  std::unique_ptr<HarmlessProgram> Program;
+  std::unique_ptr<RunSeen> Seen;
+  std::string RunFault;  ///< why there is none
+};
+
+std::string Text(double value) { return core::NumberText(value, -1); }
+
+std::string Instead(std::string_view what, double found, double wanted) {
+  std::string text(what);
+  text += " is " + Text(found);
+  return text + ", not " + Text(wanted);
+}
+
+// ---- lines and values ----
+
+std::string TryErrorMark(Trial& trial) {
+  auto& session = trial.Session;
+  if (session.Command("THIS IS NO LINE")) return "a line that means nothing gave no \"%\"";
+  if (session.Command("? VR(")) return "\"? VR(\" gave no \"%\"";
+  if (!session.Command("? VR(19)")) return "a good query after it gave \"%\" too";
+  return {};
+}
+
+std::string TryValues(Trial& trial) {
+  auto& session = trial.Session;
+  for (const double value : {0.0, 7.0, -12.25, 123456.5, 2097152.0}) {
+    if (!session.Change(Scratch, value)) return "a number was refused: " + Text(value);
+    const Exchange exchange = session.Send("? " + std::string(Scratch));
+    const std::string_view answer = AnswerOf(exchange);
+    const double found = core::LeadingNumber(answer);
+    if (std::abs(found - value) > 1e-6) return Instead(Scratch, found, value);
+    const auto end = answer.find_first_of("\r\n");
+    if (end == std::string_view::npos || !answer.substr(end).starts_with("\r\n")) {
+      return "no CR LF after the value of \"" + exchange.Line + "\"";
+    }
+  }
+  return {};
+}
+
+constexpr std::string_view Queries[] = {
+    Variable::IoMessage,       Variable::LogicMessages,   Variable::Status,
+    Variable::RunTime,         Variable::PositionDivisor, Variable::RunningRecord,
+    Variable::FeedOverride,    Variable::FeedRate,        Variable::JogSpeed,
+    Variable::JogBySteps,      Variable::JogStep,         Variable::LoadPositionAX,
+    Variable::LoadPositionAY,  Variable::LoadPositionBX,  Variable::LoadPositionBY,
+    Variable::PartsPerSheet,   Variable::PartsRequired,   Variable::SheetsRequired,
+    Variable::SheetsCompleted, Variable::BlockSkip1,      Variable::BlockSkip2,
+    Variable::PowerOverride,   Variable::ProgrammedPower, Variable::ActualPower};
+
+std::string TryQueries(Trial& trial) {
+  std::vector<std::string_view> all(std::begin(Queries), std::end(Queries));
+  for (const auto& value : link::LaserStatusValues) all.push_back(value.Name);
+  for (const auto& axes :
+       {link::MeasuredPosition, link::DemandPosition, link::EndOfMove, link::FollowingError}) {
+    all.insert(all.end(), axes.begin(), axes.end());
+  }
+  for (const auto expression : all) {
+    if (!trial.Session.Value(expression)) return std::string(expression) + " gives no number";
+  }
+  return {};
+}
+
+std::string TryExpressions(Trial& trial) {
+  auto& session = trial.Session;
+  const std::string name(Scratch);
+  session.Change(Scratch, 5);
+  const struct {
+    const char* Tail;
+    double Value;
+  } steps[] = {{" OR 32", 37}, {"-32", 5}};
+  for (const auto& step : steps) {
+    std::string line = name + "=";
+    line += name + step.Tail;
+    if (!session.Command(line)) return line + " was refused";
+    const double found = session.Number(Scratch);
+    if (found != step.Value) return Instead("after " + line + " it", found, step.Value);
+  }
+  return {};
+}
+
+std::string TryBlockSkips(Trial& trial) {
+  for (const auto skip : {Variable::BlockSkip1, Variable::BlockSkip2}) {
+    for (const double value : {1.0, 0.0}) {
+      if (!trial.Session.Change(skip, value)) return std::string(skip) + " was refused";
+      const double found = trial.Session.Number(skip);
+      if (found != value) return Instead(skip, found, value);
+    }
+  }
+  return {};
+}
+
+std::string TryFeedOverride(Trial& trial) {
+  auto& session = trial.Session;
+  constexpr double Asked = 90;
+  if (!session.Change(Variable::FeedOverrideRequest, Asked)) return "VR(68) was refused";
+  double found = 0;
+  const bool came = session.Await(SoonMs, [&] {
+    found = session.Number(Variable::FeedOverride);
+    return std::abs(found - Asked) < 0.5;
+  });
+  return came ? std::string() : Instead("with VR(68) at 90, VR(98)", found, Asked);
+}
+
+// ---- the table, the command word and the run ----
+
+double Position(ContractSession& session, std::size_t axis) {
+  const double stored = axis < 2 ? session.Number(Variable::PositionDivisor) : 1;
+  return session.Number(link::MeasuredPosition[axis]) / (stored == 0 ? 1 : stored);
+}
+
+std::string TryTableAtRest(Trial& trial) {
+  auto& session = trial.Session;
+  trial.Program = std::make_unique<HarmlessProgram>(Position(session, 0), Position(session, 1));
+  for (int i = 0; i < LinesAtRest; ++i) {
+    const auto& line = trial.Program->Lines[static_cast<std::size_t>(i)];
+    if (session.Command(line)) continue;
+    trial.RunFault = "the table does not take its lines";
+    return line + " was refused";
+  }
+  return {};
+}
+
+std::string TryTableInForce(Trial& trial) {
+  auto& session = trial.Session;
+  if (!session.Change(Variable::TableInForce, 2)) {
+    trial.RunFault = "slot 2 cannot be put in force";
+    return "VR(91)=2 was refused";
+  }
+  double found = 0;
+  const bool zero = session.Await(SoonMs, [&] {
+    found = session.Number(Variable::RunningRecord);
+    return found == 0;
+  });
+  return zero ? std::string() : Instead("with another table in force VR(81)", found, 0);
+}
+
+/// A move to where the head is: nothing moves, and yet it is an action from its word to its end.
+std::string TryCommandWord(Trial& trial) {
+  auto& session = trial.Session;
+  const double rest = session.Number(Variable::Command);
+  const std::string_view targets[] = {Variable::MoveTargetX, Variable::MoveTargetY,
+                                      Variable::MoveTargetZ};
+  for (std::size_t axis = 0; axis < std::size(targets); ++axis) {
+    if (!session.Change(targets[axis], Position(session, axis))) return "a target was refused";
+  }
+  for (const auto line : {link::CommandLine::StopJog, link::CommandLine::Move}) {
+    if (!session.Command(line)) return std::string(line) + " was refused";
+    double found = 0;
+    const bool rests = session.Await(ActionMs, [&] {
+      found = session.Number(Variable::Command);
+      return found == rest;
+    });
+    if (!rests) return Instead("after " + std::string(line) + " VR(48)", found, rest);
+  }
+  return {};
+}
+
+/// The run; throws NotTried where it cannot be had.
+const RunSeen& Run(Trial& trial) {
+  auto& session = trial.Session;
+  if (!trial.Seen && trial.RunFault.empty()) {
+    trial.RunFault = "the run broke off";
+    try {
+      session.Change(Variable::PartsPerSheet, 1);
+      session.Change(Variable::PartsRequired, 1000);
+      session.Change(Variable::SheetsRequired, 1000);
+      session.Change(Variable::SheetsCompleted, 0);
+      trial.Seen = std::make_unique<RunSeen>(RunHarmlessProgram(session, *trial.Program));
+    } catch (const NotTried& fault) {
+      trial.RunFault = fault.what();
+      throw;
+    }
+  }
+  if (!trial.Seen) throw NotTried(trial.RunFault);
+  return *trial.Seen;
+}
+
+const RunSeen& EndedRun(Trial& trial) {
+  const RunSeen& seen = Run(trial);
+  if (!seen.Ended) throw NotTried("the run did not come to its end");
+  return seen;
+}
+
+std::string TryRowsTaken(Trial& trial) {
+  const auto& refused = Run(trial).Refused;
+  return refused.empty() ? std::string() : refused + " was refused while the program ran";
+}
+
+std::string TryRowsRun(Trial& trial) {
+  const RunSeen& seen = Run(trial);
+  if (!seen.Refused.empty()) throw NotTried("they were refused");
+  if (seen.Ended) return {};
+  return "the run came to line " + Text(seen.Record) + " of " +
+         std::to_string(trial.Program->Lines.size()) + " and no further";
+}
+
+std::string TryStatusWord(Trial& trial) {
+  const RunSeen& seen = Run(trial);
+  if (!seen.RunningSeen) return "bit 16384 was never there while the program ran";
+  if (seen.RunningLeft) return "bit 16384 stays after the end of the program";
+  return {};
+}
+
+std::string TryRunningRecord(Trial& trial) {
+  const RunSeen& seen = Run(trial);
+  if (seen.RecordFell) return "VR(81) went back while the program ran";
+  // Between two looks the last line may have come and gone.
+  const double least = seen.Ended ? static_cast<double>(trial.Program->Lines.size()) - 2 : 1;
+  return seen.Record >= least ? std::string() : Instead("VR(81)", seen.Record, least);
+}
+
+std::string TryRunTime(Trial& trial) {
+  const RunSeen& seen = Run(trial);
+  if (seen.SecondsFell) return "VR(52) went back while the program ran";
+  if (!seen.Ended) return seen.SecondsRose ? std::string() : "VR(52) stood still in the run";
+  const double least = trial.Program->DwellSeconds * 0.9;
+  return seen.SecondsAfter >= least ? std::string()
+                                    : Instead("after a run with dwells of that time VR(52)",
+                                              seen.SecondsAfter, trial.Program->DwellSeconds);
+}
+
+std::string TryPositions(Trial& trial) {
+  constexpr double Slack = 0.1;  // mm
+  const RunSeen& seen = EndedRun(trial);
+  if (seen.Farthest > 1 + Slack) return "the head was " + Text(seen.Farthest) + " mm away";
+  return seen.EndDistance <= Slack
+             ? std::string()
+             : "the head ended " + Text(seen.EndDistance) + " mm from where it began";
+}
+
+std::string TryBatchCount(Trial& trial) {
+  const double counted = EndedRun(trial).Counted;
+  return counted == 1 ? std::string() : Instead("after one sheet VR(85)", counted, 1);
+}
+
+// ---- what every exchange shows ----
+
+std::string TryPrompt(Trial& trial) {
+  const Exchange empty = trial.Session.Send("");
+  const auto& note = trial.Session.Notes().Prompt;
+  if (!note.empty()) return note;
+  return empty.Reply == ">>" ? std::string() : "an empty line gave more than the prompt";
+}
+std::string TryEcho(Trial& trial) { return trial.Session.Notes().Echo; }
+std::string TryReplyTime(Trial& trial) { return trial.Session.Notes().Late; }
+std::string TryBeamOff(Trial& trial) {
+  (void)trial.Session.Status();
+  return trial.Session.Notes().Beam;
+}
+
+struct Clause {
+  const char* Name;
+  const char* Says;
+  std::string (*Try)(Trial&);  ///< what was seen instead; empty: it holds
+  bool NeedsRun;
+};
+
+/// In the order in which they are tried: the last look back over all exchanges.
+constexpr Clause Clauses[] = {
+    {"error mark", "a line at fault is answered with %, the next one is good again", TryErrorMark,
+     false},
+    {"values", "a number that was written is read as it was, CR LF after it", TryValues, false},
+    {"queries", "every variable and position of the contract gives a number", TryQueries, false},
+    {"expressions", "OR and - on a right side", TryExpressions, false},
+    {"block skips", "VR(92) and VR(93) keep what they are set to", TryBlockSkips, false},
+    {"feed override", "VR(68) comes back in VR(98)", TryFeedOverride, false},
+    {"table at rest", "table lines are taken while nothing runs", TryTableAtRest, true},
+    {"table in force", "with VR(91) at a slot VR(81) goes to 0", TryTableInForce, true},
+    {"command word", "VR(48) goes back to its rest value after an action", TryCommandWord, true},
+    {"rows taken", "table lines are taken while the program runs", TryRowsTaken, true},
+    {"rows run", "lines that came while it ran are run", TryRowsRun, true},
+    {"status word", "bit 16384 of VR(19) is there in the run and gone after it", TryStatusWord,
+     true},
+    {"running record", "VR(81) counts up to the last line", TryRunningRecord, true},
+    {"run time", "VR(52) counts the seconds of the run", TryRunTime, true},
+    {"positions", "MPOS follows the head", TryPositions, true},
+    {"batch count", "VR(85) counts the sheet", TryBatchCount, true},
+    {"prompt", "every reply ends with >>, an empty line gives nothing else", TryPrompt, false},
+    {"echo", "every line comes back with CR LF in front of its answer", TryEcho, false},
+    {"reply time", "every reply comes in time", TryReplyTime, false},
+    {"beam off", "the beam was never on", TryBeamOff, false},
+};
+
+void TryClause(const Clause& clause, Trial& trial, ClauseResult& result) {
+  try {
+    result.Text = clause.Try(trial);
+    result.State = result.Text.empty() ? ClauseState::Holds : ClauseState::Fails;
+  } catch (const NotTried& fault) {
+    result.Text = fault.what();
+  }
+}
+
+/// Why a machine in this state is left alone; empty at rest.
+std::string BarredBy(int status) {
+  constexpr int Busy = StatusBit::Feedhold | StatusBit::InError | StatusBit::Cycle |
+                       StatusBit::Running | StatusBit::RestartReady | StatusBit::Beam;
+  if ((status & Busy) == 0) return {};
+  return "the machine is not at rest: VR(19) is " + std::to_string(status);
+}
+
+void TryAll(Trial& trial, ContractResult& result) {
+  for (const auto& clause : Clauses) {
+    if (clause.NeedsRun && !trial.Session.Settings().Run) continue;
+    result.Clauses.push_back({clause.Name, clause.Says, ClauseState::NotTried, "not reached"});
+  }
+  auto at = result.Clauses.begin();
+  try {
+    for (const auto& clause : Clauses) {
+      if (clause.NeedsRun && !trial.Session.Settings().Run) continue;
+      TryClause(clause, trial, *at);
+      ++at;
+    }
+  } catch (const ControllerSilent& silence) {
+    at->Text = silence.what();
+    const auto reply = std::find_if(at, result.Clauses.end(), [](const ClauseResult& clause) {
+      return clause.Name == "reply time";
+    });
+    if (reply != result.Clauses.end()) {
+      reply->State = ClauseState::Fails;
+      reply->Text = silence.what();
+    }
+  } catch (const ContractInterrupted& end) {
+    at->Text = end.what();
+  }
+}
+
+/// The machine at rest first, then everything that was written.
+void PutAllBack(Trial& trial, ContractResult& result) {
+  auto& session = trial.Session;
+  try {
+    session.Line().Settle();
+    if (session.Settings().Run && !AwaitRest(session)) {
+      result.NotPutBack.emplace_back("the machine still runs");
+    }
+  } catch (const std::runtime_error& fault) {
+    result.NotPutBack.emplace_back(fault.what());
+  }
+  const auto lost = session.PutBack();
+  result.NotPutBack.insert(result.NotPutBack.end(), lost.begin(), lost.end());
+}
+
+}  // namespace
+
+bool ContractResult::Holds() const {
+  return Barred.empty() && NotPutBack.empty() &&
+         std::all_of(Clauses.begin(), Clauses.end(),
+                     [](const ClauseResult& clause) { return clause.State == ClauseState::Holds; });
+}
+
+ContractResult TryContract(const ContractParts& parts, const ContractSettings& settings,
+                           const std::function<void(std::function<void()>)>& interrupt) {
+  ContractResult result;
+  ContractSession session(parts, settings);
+  if (interrupt) interrupt([&session] { session.Line().Interrupt(); });
+  try {
+    (void)session.Send("");
+    result.Barred = BarredBy(session.Status());
+  } catch (const std::runtime_error& fault) {
+    result.Barred = fault.what();
+  }
+  if (result.Barred.empty()) {
+    Trial trial{session, nullptr, nullptr, {}};
+    TryAll(trial, result);
+    PutAllBack(trial, result);
+  }
+  if (interrupt) interrupt({});
+  return result;
+}
+
+}  // namespace torvane::tools

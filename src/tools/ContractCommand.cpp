@@ -1,0 +1,133 @@
+#include "tools/ContractCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <ostream>
+
+#include "core/LinkFiles.h"
+#include "platform/DiskFileSystem.h"
+#include "platform/RuntimeFault.h"
+#include "toolkit/EndSignals.h"
+#include "toolkit/QtLoop.h"
+#include "toolkit/QtSerialPort.h"
+#include "tools/CheckOptions.h"
+#include "tools/ContractReport.h"
+
+namespace torvane::tools {
+
+namespace {
+
+constexpr int Rates[] = {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
+
+struct Texts {
+  std::string Root;
+  int Baud = 9600;
+  bool NoRun = false;
+};
+
+void DescribeOptions(CLI::App& app, ContractOptions& options, Texts& texts) {
+  constexpr int LongestWait = 3600;
+  constexpr int LongestReplyMs = 600000;
+  app.add_option("--device", options.Device, "Serial device that the controller is at")->required();
+  auto* const root = app.add_option(
+      "--root", texts.Root, "Installation whose Trio.cms and Trio.cfg say how the line is set");
+  auto* const baud =
+      app.add_option("--baud", texts.Baud, "Rate of the line, bits per second")
+          ->check(CLI::IsMember(std::vector<int>(std::begin(Rates), std::end(Rates))))
+          ->capture_default_str();
+  root->excludes(baud);
+  app.add_option("--reply-ms", options.Settings.ReplyMs, "Longest time that a reply may take")
+      ->check(CLI::Range(1, LongestReplyMs))
+      ->capture_default_str();
+  app.add_option("--start", options.Settings.StartSeconds,
+                 "Seconds that the operator has for the cycle start")
+      ->check(CLI::Range(1, LongestWait))
+      ->capture_default_str();
+  app.add_flag("--no-run", texts.NoRun, "Leaves out the table, the command word and the run");
+  app.add_flag("--json", options.Json, "Prints JSON in place of the report");
+  app.footer(
+      "The beam is never on. The run moves the head a millimetre to and fro and needs a cycle "
+      "start "
+      "at the machine; the program in slot 2 of the controller's table has to be selected again "
+      "after it. Everything else that is changed is put back.\n"
+      "Exit status: 0 every clause holds, 1 one does not or could not be tried, 2 wrong use, no "
+      "device, no controller, or a machine that is not at rest.");
+}
+
+/// Of the installation's two files of the link.
+void FollowInstallation(const std::string& root, bool replyGiven, ContractOptions& options) {
+  const platform::DiskFileSystem files(root);
+  core::LinkSettings link;
+  bool enabled = true;
+  core::ReadPortFile(files.ReadFile("Trio.cms"), "Trio.cms", link, enabled);
+  options.Setup.Settings = link.PortSettings;
+  options.Setup.Handshaking = static_cast<platform::Handshake>(link.Handshaking);
+  if (replyGiven || !files.FileExists("Trio.cfg")) return;
+  core::ReadLinkTimings(files.ReadFile("Trio.cfg"), link);
+  if (link.ReplyTimeoutMs > 0) options.Settings.ReplyMs = link.ReplyTimeoutMs;
+}
+
+/// What the person at the machine is to know before anything is sent.
+constexpr const char* Announcement =
+    "The beam stays off. The head will move a millimetre, after a cycle start at the machine only. "
+    "Slot 2 of the controller's table is written over: select its program again afterwards.\n";
+
+}  // namespace
+
+ContractOptions ReadContractOptions(std::vector<std::string> arguments, std::string& help) {
+  ContractOptions options;
+  Texts texts;
+  CLI::App app("Plays the front end's side of the line and says what of the contract holds.",
+               "torvane-contract");
+  DescribeOptions(app, options, texts);
+  try {
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(arguments);
+  } catch (const CLI::CallForHelp&) {
+    help = app.help();
+    return options;
+  } catch (const CLI::ParseError& fault) {
+    throw WrongUse(fault.what());
+  }
+  options.Setup.Number = 1;
+  options.Setup.Settings = std::to_string(texts.Baud) + ",N,8,1";
+  options.Settings.Run = !texts.NoRun;
+  if (!texts.Root.empty()) {
+    FollowInstallation(texts.Root, app.count("--reply-ms") > 0, options);
+  }
+  return options;
+}
+
+int ContractMain(const std::vector<std::string>& arguments, std::ostream& out,
+                 std::ostream& errors) {
+  try {
+    std::string help;
+    const auto options = ReadContractOptions(arguments, help);
+    if (!help.empty()) {
+      out << help;
+      return ContractStatus::Holds;
+    }
+    toolkit::QtLoop loop;
+    toolkit::QtSerialPort port(loop, {{options.Setup.Number, options.Device}});
+    if (!port.Open(options.Setup)) throw WrongUse(options.Device + ": cannot be opened");
+    std::ostream& asking = options.Json ? errors : out;
+    if (options.Settings.Run) asking << Announcement << std::flush;
+    const auto ask = [&asking](OperatorWish, const std::string& text) {
+      asking << text << '\n' << std::flush;
+    };
+    std::function<void()> endEarly;
+    const toolkit::EndSignals signals([&endEarly] {
+      if (endEarly) endEarly();
+    });
+    const auto result = TryContract({loop, port, ask}, options.Settings,
+                                    [&](std::function<void()> end) { endEarly = std::move(end); });
+    if (!result.Barred.empty()) throw WrongUse(options.Device + ": " + result.Barred);
+    out << (options.Json ? ContractJson(result) : ContractText(result)) << std::flush;
+    return result.Holds() ? ContractStatus::Holds : ContractStatus::Fails;
+  } catch (const std::exception& fault) {
+    errors << "torvane-contract: " << fault.what() << '\n';
+    return ContractStatus::NoTrial;
+  }
+}
+
+}  // namespace torvane::tools

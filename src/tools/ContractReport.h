@@ -1,0 +1,16 @@
+// What torvane-contract prints.
+#pragma once
+
+#include <string>
+
+#include "tools/ContractClauses.h"
+
+namespace torvane::tools {
+
+/// A line a clause, with what was seen where it does not hold, and a line over all.
+[[nodiscard]] std::string ContractText(const ContractResult& result);
+
+/// The same as one JSON object, indented, with a line end after it.
+[[nodiscard]] std::string ContractJson(const ContractResult& result);
+
+}  // namespace torvane::tools

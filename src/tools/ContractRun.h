@@ -1,0 +1,52 @@
+// The run of a harmless program: a millimetre to and fro at the rapid rate, with dwells, the beam
+// never on.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/ContractSession.h"
+
+namespace torvane::tools {
+
+/// The program as lines of slot 2's table, from where the head is.
+struct HarmlessProgram {
+  HarmlessProgram(double x, double y);
+
+  std::vector<std::string> Lines;
+  double X = 0;  ///< mm, where it begins and ends
+  double Y = 0;
+  double DwellSeconds = 0;  ///< of all its dwells
+};
+
+/// How many of its lines go out before the run.
+inline constexpr int LinesAtRest = 10;
+
+/// What was seen of the run.
+struct RunSeen {
+  bool Started = false;
+  bool Ended = false;        ///< by itself, after its last line
+  std::string Refused;       ///< the table line that was refused while it ran
+  bool RunningSeen = false;  ///< bit 16384 while it ran
+  bool RunningLeft = false;  ///< the bit still there after its end
+  double Record = 0;         ///< VR(81), the highest
+  bool RecordFell = false;
+  double SecondsBefore = 0;  ///< VR(52) before the start, and when it ended
+  double SecondsAfter = 0;
+  bool SecondsFell = false;
+  bool SecondsRose = false;
+  double Farthest = 0;     ///< mm, from where it began
+  double EndDistance = 0;  ///< mm, from there at its end
+  double Counted = 0;      ///< VR(85) after it, 0 before
+};
+
+/// Asks for the cycle start, sends the other lines while it runs and looks at everything. A run
+/// that does not end is ended by the operator, who is asked for the stop. Throws NotTried where no
+/// cycle start comes.
+[[nodiscard]] RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& program);
+
+/// After a fault in the middle of a run: the operator is asked for the stop where the machine still
+/// runs. False when it then still does.
+bool AwaitRest(ContractSession& session);
+
+}  // namespace torvane::tools

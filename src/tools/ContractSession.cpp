@@ -1,0 +1,127 @@
+#include "tools/ContractSession.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "core/General.h"
+#include "core/MachineState.h"
+#include "link/Variables.h"
+
+namespace torvane::tools {
+
+namespace {
+
+constexpr int LookMs = 50;
+
+/// A reply with its unseen characters by name.
+std::string Shown(std::string_view text) {
+  constexpr std::size_t Longest = 60;
+  std::string shown;
+  for (const char c : text.substr(0, Longest)) {
+    if (c == '\r') {
+      shown += "<CR>";
+    } else if (c == '\n') {
+      shown += "<LF>";
+    } else {
+      shown += std::isprint(static_cast<unsigned char>(c)) != 0 ? c : '?';
+    }
+  }
+  return shown;
+}
+
+void Note(std::string& note, const Exchange& exchange) {
+  if (!note.empty()) return;
+  note = "\"" + exchange.Line + "\" gave " + Shown(exchange.Reply);
+}
+
+bool StartsNumber(std::string_view text) {
+  const auto at = text.find_first_not_of("+-");
+  return at != std::string_view::npos && at <= 1 &&
+         (std::isdigit(static_cast<unsigned char>(text[at])) != 0 || text[at] == '.');
+}
+
+}  // namespace
+
+std::string_view AnswerOf(const Exchange& exchange) {
+  std::string_view text = exchange.Reply;
+  if (!exchange.Line.empty() && text.starts_with(exchange.Line)) {
+    text.remove_prefix(exchange.Line.size());
+  }
+  while (!text.empty() && (text.front() == '\r' || text.front() == '\n')) text.remove_prefix(1);
+  return text;
+}
+
+Exchange ContractSession::Send(std::string_view line) {
+  Exchange exchange = line_.Send(line);
+  const bool echoed = line.empty() || exchange.Reply.starts_with(exchange.Line + "\r\n");
+  if (!echoed) Note(notes_.Echo, exchange);
+  if (!exchange.Prompt) Note(notes_.Prompt, exchange);
+  if (exchange.Ms > settings_.ReplyMs && notes_.Late.empty()) {
+    notes_.Late = "\"" + exchange.Line + "\" took " + std::to_string(exchange.Ms) + " ms";
+  }
+  return exchange;
+}
+
+bool ContractSession::Command(std::string_view line) {
+  return Send(line).Reply.find('%') == std::string::npos;
+}
+
+std::optional<double> ContractSession::Value(std::string_view expression) {
+  const Exchange exchange = Send("? " + std::string(expression));
+  const std::string_view answer = AnswerOf(exchange);
+  if (exchange.Reply.find('%') != std::string::npos || !StartsNumber(answer)) return std::nullopt;
+  return core::LeadingNumber(answer);
+}
+
+double ContractSession::Number(std::string_view expression) {
+  const auto value = Value(expression);
+  if (!value) throw NotTried(std::string(expression) + " gives no number");
+  return *value;
+}
+
+int ContractSession::Status() {
+  const int status = core::TruncateToInt32(Number(link::Variable::Status));
+  if ((status & core::StatusBit::Beam) != 0 && notes_.Beam.empty()) {
+    notes_.Beam = "the status word was " + std::to_string(status);
+  }
+  return status;
+}
+
+bool ContractSession::Change(std::string_view variable, double value) {
+  const auto known = [&](const Kept& kept) { return kept.Variable == variable; };
+  if (std::none_of(kept_.begin(), kept_.end(), known)) {
+    kept_.push_back({std::string(variable), Number(variable)});
+  }
+  return Write(variable, value);
+}
+
+bool ContractSession::Write(std::string_view variable, double value) {
+  return Command(link::Assignment(variable, core::NumberText(value, -1)));
+}
+
+std::vector<std::string> ContractSession::PutBack() {
+  std::vector<std::string> lost;
+  bool silent = false;
+  for (; !kept_.empty(); kept_.pop_back()) {
+    const Kept& kept = kept_.back();
+    std::string text = kept.Variable + " to " + core::NumberText(kept.Value, -1);
+    try {
+      if (!silent && Write(kept.Variable, kept.Value)) continue;
+    } catch (const ControllerSilent&) {
+      silent = true;  // each further line would be waited for as long
+    }
+    lost.push_back(std::move(text));
+  }
+  return lost;
+}
+
+bool ContractSession::Await(int ms, const std::function<bool()>& holds) {
+  const auto end = line_.NowMs() + ms;
+  while (!holds()) {
+    if (line_.NowMs() >= end) return false;
+    line_.Sleep(LookMs);
+  }
+  return true;
+}
+
+}  // namespace torvane::tools

@@ -1,0 +1,91 @@
+// What the clauses of the contract work with: the line, what was noticed on it, what was changed.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/ContractLine.h"
+
+namespace torvane::tools {
+
+/// What the person at the machine is asked for.
+enum class OperatorWish { CycleStart, Stop };
+
+struct ContractSettings {
+  bool Run = true;         ///< with the table, the command word and a run
+  int StartSeconds = 120;  ///< the operator has for the cycle start
+  int ReplyMs = 10000;     ///< a reply may take
+};
+
+struct ContractParts {
+  platform::EventLoop& Loop;
+  platform::SerialPort& Port;  ///< open
+  std::function<void(OperatorWish, const std::string& text)> Ask;
+};
+
+/// Why a clause could not be tried.
+class NotTried : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// What is wrong with a line whatever it is about: the first case of each.
+struct LineNotes {
+  std::string Echo;
+  std::string Prompt;
+  std::string Late;
+  std::string Beam;
+};
+
+class ContractSession {
+ public:
+  ContractSession(const ContractParts& parts, const ContractSettings& settings)
+      : settings_(settings), ask_(parts.Ask), line_(parts.Loop, parts.Port, settings.ReplyMs) {}
+
+  /// One line, with the notes that any exchange makes.
+  Exchange Send(std::string_view line);
+  /// True where the reply holds no "%".
+  bool Command(std::string_view line);
+  /// The value of an expression, whether or not its echo and its prompt are as they should; nothing
+  /// where the reply holds a "%" or no number.
+  std::optional<double> Value(std::string_view expression);
+  /// The same; throws NotTried where there is none.
+  double Number(std::string_view expression);
+  /// VR(19), which also tells of the beam.
+  int Status();
+
+  /// Writes a variable and remembers what it held, for the first time that this is called for it.
+  bool Change(std::string_view variable, double value);
+  /// Writes a variable that has been changed before; remembers nothing.
+  bool Write(std::string_view variable, double value);
+  /// Puts back what was changed, the last first. Gives what could not be put back.
+  [[nodiscard]] std::vector<std::string> PutBack();
+
+  /// Asks every 50 ms until `holds`, or for `ms`. The last answer.
+  bool Await(int ms, const std::function<bool()>& holds);
+
+  void Ask(OperatorWish wish, const std::string& text) const { ask_(wish, text); }
+  [[nodiscard]] ContractLine& Line() { return line_; }
+  [[nodiscard]] const ContractSettings& Settings() const { return settings_; }
+  [[nodiscard]] const LineNotes& Notes() const { return notes_; }
+
+ private:
+  struct Kept {
+    std::string Variable;
+    double Value = 0;
+  };
+
+  ContractSettings settings_;
+  std::function<void(OperatorWish, const std::string&)> ask_;
+  ContractLine line_;
+  LineNotes notes_;
+  std::vector<Kept> kept_;
+};
+
+/// The text between the echo and the prompt of a reply, without the line end in front of it.
+[[nodiscard]] std::string_view AnswerOf(const Exchange& exchange);
+
+}  // namespace torvane::tools

@@ -1,0 +1,100 @@
+// The simulated controller with one fault on its line, on virtual time, and an operator beside it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/ScriptedPort.h"
+#include "platform/VirtualLoop.h"
+#include "simulator/SimulatedController.h"
+#include "tools/ContractClauses.h"
+
+namespace torvane::tests {
+
+/// What is wrong with a controller; each part may be left empty.
+struct LineFault {
+  /// True for a line that is answered as good and not carried out.
+  std::function<bool(const std::string& line, bool running)> Loses;
+  /// The answer that goes out in place of the controller's.
+  std::function<std::string(const std::string& line, std::string answer, bool running)> Spoils;
+  /// How late an answer comes, ms; the count is that of the lines so far.
+  std::function<int(int count)> DelayMs;
+};
+
+class FaultyController {
+ public:
+  explicit FaultyController(LineFault fault = {}, simulator::ControllerOptions options = {})
+      : Controller(std::move(options)), Port(Loop), fault_(std::move(fault)) {
+    Port.SetPeer([this](std::string_view bytes) { Hear(bytes); });
+    Port.Open({});
+    Controller.TheMachine().OnPath(
+        [this](const simulator::PathPiece& piece) { Cut = Cut || piece.Cut || piece.Beam; });
+  }
+
+  /// The whole contract, with an operator who does as asked. `interrupt` as for TryContract.
+  tools::ContractResult Try(tools::ContractSettings settings = {},
+                            const std::function<void(std::function<void()>)>& interrupt = {}) {
+    const auto ask = [this](tools::OperatorWish wish, const std::string&) {
+      Asked.push_back(wish);
+      if (OperatorThere) Loop.After(300, [this, wish] { Obey(wish); });
+    };
+    return tools::TryContract({Loop, Port, ask}, settings, interrupt);
+  }
+
+  [[nodiscard]] double Variable(int number) { return Controller.Memory().Variable(number); }
+  void CatchUp() {
+    Controller.Advance(static_cast<double>(Loop.NowMs() - lastMs_) / 1000);
+    lastMs_ = Loop.NowMs();
+  }
+
+  platform::VirtualLoop Loop;
+  simulator::SimulatedController Controller;
+  platform::ScriptedPort Port;
+  std::vector<std::string> Lines;
+  std::vector<tools::OperatorWish> Asked;
+  bool OperatorThere = true;
+  bool Cut = false;  ///< the machine has cut something
+
+ private:
+  void Obey(tools::OperatorWish wish) {
+    CatchUp();
+    if (wish == tools::OperatorWish::CycleStart) {
+      Controller.TheMachine().CycleStart();
+    } else {
+      Controller.TheMachine().Stop();
+    }
+  }
+
+  void Hear(std::string_view bytes) {
+    for (const char c : bytes) {
+      if (c == '\r') {
+        Answer(std::exchange(line_, {}));
+      } else {
+        line_ += c;
+      }
+    }
+  }
+
+  void Answer(const std::string& line) {
+    CatchUp();
+    Lines.push_back(line);
+    const bool running = Controller.TheMachine().Mode() == simulator::MachineMode::Running;
+    std::string answer = line + "\r\n>>";
+    if (!fault_.Loses || !fault_.Loses(line, running)) {
+      Controller.Receive(line + "\r");
+      answer = Controller.TakeOutput();
+    }
+    if (fault_.Spoils) answer = fault_.Spoils(line, std::move(answer), running);
+    const int delay = fault_.DelayMs ? fault_.DelayMs(static_cast<int>(Lines.size())) : 2;
+    Loop.After(delay, [this, answer] { Port.Deliver(answer); });
+  }
+
+  LineFault fault_;
+  std::string line_;
+  std::int64_t lastMs_ = 0;
+};
+
+}  // namespace torvane::tests
