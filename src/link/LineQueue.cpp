@@ -90,11 +90,18 @@ void LineQueue::TakeReceived() {
   TakeReplies();
 }
 
+/// Nothing but the ends of lines before the prompt: the answer to a bare carriage return. A late
+/// reply to anything else has its echo.
+bool LineQueue::Fits(std::size_t prompt) const {
+  if (outgoing_.size() > 1) return reply_.starts_with(outgoing_);
+  return reply_.find_first_not_of("\r\n") == prompt;
+}
+
 /// A reply with a strange echo while nothing is owed is taken for the one in hand, as its echo may
 /// have been spoiled on the line; but then the true one may still come.
 void LineQueue::TakeReplies() {
   for (auto end = reply_.find(Prompt); end != std::string::npos; end = reply_.find(Prompt)) {
-    const bool fits = reply_.starts_with(outgoing_);
+    const bool fits = Fits(end);
     if (fits || owed_ == 0) {
       whole_ = true;
       outTimer_->Stop();

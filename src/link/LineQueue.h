@@ -86,6 +86,8 @@ class LineQueue {
   void TakeReceived();
   void ReplyTimeOut();
   void TakeReplies();
+  /// What came up to the prompt at that place is the reply to the line in hand.
+  [[nodiscard]] bool Fits(std::size_t prompt) const;
   [[nodiscard]] std::string Read();
   void DropInput();
   void Settle(std::size_t replies);

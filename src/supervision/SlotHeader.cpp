@@ -21,7 +21,7 @@ partprogram::DrawRecord ReadSlotHeader(platform::FileSystem& files,
   if (!files.OpenRecords(path, bytes.size())->Read(1, bytes)) {
     throw platform::RuntimeFault(path, "the file is too short for its first record");
   }
-  const auto header = partprogram::DecodeRecord(bytes);
+  auto header = partprogram::DecodeRecord(bytes);
   if (header.Code != partprogram::RecordCode::Sheet || header[Mark::RecordCount] < 1) {
     throw platform::RuntimeFault(path, "the first record is no sheet record");
   }

@@ -36,7 +36,7 @@ void Note(std::string& note, const Exchange& exchange) {
 
 bool StartsNumber(std::string_view text) {
   const auto at = text.find_first_not_of("+-");
-  return at != std::string_view::npos && at <= 1 &&
+  return at <= 1 && at < text.size() &&
          (std::isdigit(static_cast<unsigned char>(text[at])) != 0 || text[at] == '.');
 }
 
