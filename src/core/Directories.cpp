@@ -13,6 +13,9 @@ namespace torvane::core {
 
 namespace {
 
+/// Characters of a path that an operating system takes.
+constexpr std::size_t LongestPath = 4096;
+
 /// The directory taken where the one of Control.cfg is gone.
 constexpr std::string_view FallbackDirectory = "Quendrel";
 
@@ -74,10 +77,11 @@ ControlFile ReadControlFile(std::string_view text, std::string_view path) {
   const std::array<std::string_view, 3> required = {Trim(lines.Required()), Trim(lines.Required()),
                                                     Trim(lines.Required())};
   for (std::size_t line = 0; line < 2; ++line) {
-    if (required[line].empty()) {
-      throw platform::RuntimeFault(std::string(path),
-                                   "line " + std::to_string(line + 1) + " names no directory");
-    }
+    const bool tooLong = required[line].size() > LongestPath;
+    if (!required[line].empty() && !tooLong) continue;
+    throw platform::RuntimeFault(
+        std::string(path), "line " + std::to_string(line + 1) +
+                               (tooLong ? " is too long for a directory" : " names no directory"));
   }
   control.RootDirectory = WithBackslash(required[0]);
   control.ProgramRoot = WithBackslash(required[1]);

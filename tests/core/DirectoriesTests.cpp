@@ -175,6 +175,9 @@ TEST_F(DirectoriesTest, AMissingOrShortFileIsAFaultThatNamesIt) {
             "Control.cfg: ends too soon, line 3 is missing");
   EXPECT_EQ(tests::FaultOf([&] { Load("\r\nPrograms\r\nSHOP\r\n1\r\n"); }),
             "Control.cfg: line 1 names no directory");
+  EXPECT_EQ(tests::FaultOf(
+                [&] { Load(".\r\n.\\" + std::string(10'000'000, 'X') + "\r\nSHOP\r\n1\r\n"); }),
+            "Control.cfg: line 2 is too long for a directory");
 }
 
 TEST_F(DirectoriesTest, ADirectoryThatCannotBeMadeIsAFault) {
