@@ -17,7 +17,7 @@ namespace torvane::tools {
 namespace {
 
 constexpr int LookMs = 50;
-constexpr int StartWaitMs = 10000;
+constexpr int StartWaitMs = 8000;
 constexpr int StatusLineMs = 1000;
 /// After so many dialogs &OK ends the console where it is the answer to a failure of the line: a
 /// file of refused lines would otherwise ask for hours.
@@ -128,7 +128,9 @@ void UnattendedRun::WatchStart() {
     ran_ = true;
     Enter(Phase::Running);
   } else if (options_.Start && program_.Loop().NowMs() - enteredMs_ > StartWaitMs) {
-    Fail(RunStatus::NotStarted, "the machine did not take the cycle start");
+    const auto& program = program_.System().Active();
+    Fail(RunStatus::NotStarted, "the machine did not take the cycle start of " +
+                                    program.DirectoryName + "/" + program.ProgramName);
   }
 }
 
