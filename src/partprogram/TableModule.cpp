@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "core/General.h"
+#include "partprogram/TableRows.h"
 
 namespace torvane::partprogram {
 
@@ -14,25 +15,6 @@ namespace {
 /// Longest line that the fixed records of ".tbl" hold.
 constexpr std::size_t LongestLine = 80;
 constexpr int MostLines = std::numeric_limits<std::int16_t>::max();
-
-/// Second number of a row.
-namespace RowType {
-constexpr int Point = 0;
-constexpr int Line = 1;
-constexpr int NegativeArc = 2;
-constexpr int Arc = 3;
-constexpr int SettingsOff = 4;
-constexpr int Settings = 5;
-constexpr int Other = 9;
-}  // namespace RowType
-
-/// Fifth number of a row of type 0: what happens at the point. A positive number is a dwell.
-namespace PointAction {
-constexpr int None = 0;
-constexpr int Stop = -1;
-constexpr int CloseClamps = -2;
-constexpr int OpenClamps = -3;
-}  // namespace PointAction
 
 /// Fifth number of a row that stands for any other record.
 constexpr int OtherMark = 99;
@@ -77,6 +59,7 @@ class TableLines {
     const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
     Result.Text.append(text.data(), end);
   }
+  void Append(RowType type) { Append(static_cast<int>(type)); }
   void Append(float value) { core::AppendNumber(Result.Text, value, -1); }
 
   int first_;
@@ -134,7 +117,7 @@ class TablePass {
 
   /// A row at the last table position.
   template <class Action>
-  void PutPoint(int type, Action action) {
+  void PutPoint(RowType type, Action action) {
     lines_.Put(type, x_, y_, z_, action, feed_, skip_);
   }
 
@@ -162,8 +145,8 @@ class TablePass {
     y_ = Rounded(core::RoundPlaces(record.EndPoint.Y, 4) - startY, 4);
     const double i = core::RoundPlaces(record.CentrePoint.X, 4) - startX;
     const double j = core::RoundPlaces(record.CentrePoint.Y, 4) - startY;
-    lines_.Put(negative ? RowType::NegativeArc : RowType::Arc, x_, y_, static_cast<float>(i),
-               static_cast<float>(j), int{record.Blended}, feed_, skip_);
+    lines_.Put(negative ? RowType::ArcNegative : RowType::ArcPositive, x_, y_,
+               static_cast<float>(i), static_cast<float>(j), int{record.Blended}, feed_, skip_);
   }
 
   void WriteLoadPosition(const DrawRecord& record) {
@@ -175,11 +158,11 @@ class TablePass {
 
   /// Settings count from 1. The seventh and those after the sixteenth never go out.
   void WriteSettings(const DrawRecord& record) {
-    if (record[Mark::SettingsMode] == 0) return lines_.Put(RowType::SettingsOff, skip_);
+    if (record[Mark::SettingsMode] == 0) return lines_.Put(RowType::Settings, skip_);
     const auto setting = [&](std::size_t number) {
       return Rounded(record.Common().Settings[number - 1], 4);
     };
-    lines_.Put(RowType::Settings, setting(1), setting(2), setting(3), setting(4), setting(5),
+    lines_.Put(RowType::SettingsPair, setting(1), setting(2), setting(3), setting(4), setting(5),
                setting(6));
     if (setting(13) <= 0 || record.Common().Settings[10 - 1] != 0) {
       return lines_.Put(setting(8), record.Common().Settings[10 - 1], setting(11), setting(12),

@@ -24,10 +24,10 @@ enum class RowType {
 
 /// Codes of the fifth value of a point row; a positive number is a dwell in seconds.
 namespace PointAction {
-inline constexpr double None = 0;
-inline constexpr double Stop = -1;
-inline constexpr double CloseClamps = -2;
-inline constexpr double OpenClamps = -3;
+inline constexpr int None = 0;
+inline constexpr int Stop = -1;
+inline constexpr int CloseClamps = -2;
+inline constexpr int OpenClamps = -3;
 }  // namespace PointAction
 
 /// Settings of a pair: 1 to 6, then the eighth, then four whose meaning the seventh decides.
