@@ -116,7 +116,7 @@ int ContractMain(const std::vector<std::string>& arguments, std::ostream& out,
       asking << text << '\n' << std::flush;
     };
     std::function<void()> endEarly;
-    const toolkit::EndSignals signals([&endEarly] {
+    const toolkit::EndSignals endSignals([&endEarly] {
       if (endEarly) endEarly();
     });
     const auto result = TryContract({loop, port, ask}, options.Settings,
