@@ -103,9 +103,9 @@ bool Quoted(const std::vector<Quote>& quotes, std::string_view text) {
 }
 
 std::vector<std::string> FixedParts(const std::string& text) {
-  static const std::regex placeholder(R"re("?(<[^>]*>|\*)"?)re");
+  static const std::regex openPart(R"re("?(<[^>]*>|\*)"?)re");
   std::vector<std::string> parts;
-  for (std::sregex_token_iterator it(text.begin(), text.end(), placeholder, -1), end; it != end;
+  for (std::sregex_token_iterator it(text.begin(), text.end(), openPart, -1), end; it != end;
        ++it) {
     if (it->length() > 0) parts.push_back(it->str());
   }
