@@ -132,6 +132,14 @@ std::string DiskFileSystem::ReadFile(std::string_view path) const {
   return DiskFile(path, Native(path), O_RDONLY).ReadAll();
 }
 
+std::string DiskFileSystem::ReadFileEnd(std::string_view path, std::size_t most) const {
+  const DiskFile file(path, Native(path), O_RDONLY);
+  const std::uint64_t size = FileSize(path);
+  std::string end(std::min<std::uint64_t>(size, most), '\0');
+  end.resize(file.ReadAt(end.data(), end.size(), size - end.size()));
+  return end;
+}
+
 void DiskFileSystem::ReplaceFile(std::string_view path, std::string_view bytes) {
   ReplaceWhole(path, Native(path), bytes);
 }

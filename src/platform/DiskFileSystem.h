@@ -38,6 +38,7 @@ class DiskFileSystem final : public FileSystem {
   /// Only an empty directory goes.
   void RemoveDirectory(std::string_view path) override;
   [[nodiscard]] std::string ReadFile(std::string_view path) const override;
+  [[nodiscard]] std::string ReadFileEnd(std::string_view path, std::size_t most) const override;
   void ReplaceFile(std::string_view path, std::string_view bytes) override;
   [[nodiscard]] std::unique_ptr<NewFile> WriteBeside(std::string_view path,
                                                      const PartSource& next) override;

@@ -1,6 +1,7 @@
 // Files and directories by the system's own paths, with backslashes.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -59,6 +60,12 @@ class FileSystem {
 
   /// The whole file, byte for byte.
   [[nodiscard]] virtual std::string ReadFile(std::string_view path) const = 0;
+
+  /// The last `most` bytes of the file, or all that it has.
+  [[nodiscard]] virtual std::string ReadFileEnd(std::string_view path, std::size_t most) const {
+    const std::string whole = ReadFile(path);
+    return whole.substr(whole.size() - std::min(whole.size(), most));
+  }
 
   /// Replaces the file whole: written beside, flushed to the disk, renamed. A power cut leaves the
   /// old or the new.

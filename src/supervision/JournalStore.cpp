@@ -1,7 +1,6 @@
 #include "supervision/JournalStore.h"
 
 #include <algorithm>
-#include <array>
 
 #include "core/General.h"
 #include "link/LinkTrace.h"
@@ -21,7 +20,7 @@ constexpr std::size_t LinesKept = 8;
 constexpr std::size_t MostWaiting = 200;
 
 /// Of the end of the journal so much is read: some hundred lines.
-constexpr std::uint64_t TailBytes = 256UL * 1024;
+constexpr std::size_t TailBytes = 256UL * 1024;
 
 /// The lines of a text that end in LF, the last one first. A rest without an end is no line.
 template <typename Visit>
@@ -104,18 +103,7 @@ void JournalStore::Repair() {
 }
 
 std::string JournalStore::Tail() const {
-  const std::string path = JournalPath(directories_);
-  const std::uint64_t size = files_.FileSize(path);
-  if (size <= TailBytes) return files_.ReadFile(path);
-  const std::uint64_t begin = size - TailBytes;
-  const auto bytes = files_.OpenRecords(path, 1);
-  std::string tail;
-  tail.reserve(TailBytes);
-  std::array<char, 1> byte{};
-  for (auto at = static_cast<std::uint32_t>(begin + 1); bytes->Read(at, byte); ++at) {
-    tail += byte[0];
-  }
-  return tail;
+  return files_.ReadFileEnd(JournalPath(directories_), TailBytes);
 }
 
 std::string JournalStore::KeptText() const {

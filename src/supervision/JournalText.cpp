@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "core/General.h"
@@ -17,6 +18,8 @@ using platform::LocalTime;
 
 constexpr std::string_view BetweenStops = "; ";
 constexpr int DigestDigits = 64;
+/// There is always a next number.
+constexpr std::int32_t MostRuns = std::numeric_limits<std::int32_t>::max();
 
 constexpr std::array<std::pair<RunBegin, std::string_view>, 3> BeginWords = {{
     {RunBegin::Start, "start"},
@@ -156,7 +159,7 @@ bool IsDigest(std::string_view text) {
 constexpr std::array<Column, 20> Columns = {{
     {"Run", [](CsvLine& line, const RunLine& run) { line.Number(run.Number); },
      [](std::string_view field, RunLine& run) {
-       return ReadNumber(field, run.Number) && run.Number > 0;
+       return ReadNumber(field, run.Number) && run.Number > 0 && run.Number < MostRuns;
      }},
     {"Start", [](CsvLine& line, const RunLine& run) { line.Field(TimeText(run.Start)); },
      [](std::string_view field, RunLine& run) { return ReadTime(field, run.Start); }},

@@ -36,6 +36,16 @@ struct DiskFiles : ::testing::Test {
   }
 };
 
+TEST_F(DiskFiles, TheEndOfAFileIsReadWithoutTheRest) {
+  Temp.Put("Journal.csv", "one two three");
+  EXPECT_EQ(Files.ReadFileEnd("Journal.csv", 5), "three");
+  EXPECT_EQ(Files.ReadFileEnd("Journal.csv", 13), "one two three");
+  EXPECT_EQ(Files.ReadFileEnd("Journal.csv", 1000), "one two three");
+  EXPECT_EQ(Files.ReadFileEnd("Journal.csv", 0), "");
+  EXPECT_NE(FaultOf([&] { static_cast<void>(Files.ReadFileEnd("None.csv", 5)); }).find("None.csv"),
+            std::string::npos);
+}
+
 TEST_F(DiskFiles, ARelativePathStandsUnderTheWorkingDirectory) {
   Temp.Put("Control.cfg", "here");
   EXPECT_EQ(Files.ReadFile("Control.cfg"), "here");

@@ -219,6 +219,31 @@ TEST_F(JournalStoreTest, ARootThatCannotBeWrittenIsBorneInSilence) {
   EXPECT_LE(numbers.size(), 201U) << "memory is not filled with lines that no disk takes";
 }
 
+TEST_F(JournalStoreTest, AJournalOfYearsIsTakenUpByItsEnd) {
+  std::string years = JournalHeader();
+  int number = 0;
+  while (years.size() < 1'000'000) {
+    RunLine run = AnyRun(++number);
+    run.Digest = Digest(number == 1 ? 'b' : number % 500 == 0 ? 'c' : 'a');
+    years += JournalText(run);
+  }
+  // Wherever the first line begins that is still read.
+  const std::string torn = JournalText(AnyRun(1));
+  for (std::size_t half = 0; half < torn.size(); half += 7) {
+    FillingFiles files;
+    files.Put(Journal, years + torn.substr(0, half));
+    JournalStore store = Console(files);
+    ASSERT_EQ(store.NextNumber(), number + 1) << half;
+    EXPECT_EQ(store.LastRunOf(2, Digest('a'))->Number, number) << half;
+    EXPECT_EQ(store.LastRunOf(2, Digest('c'))->Number, number / 500 * 500) << half;
+    EXPECT_FALSE(store.LastRunOf(2, Digest('b'))) << "too long ago";
+    RunOnce(store);
+    RunLine next = AnyRun(number + 1);
+    next.Ended = RunEnd::End;
+    ASSERT_EQ(files.Text(Journal), years + JournalText(next)) << half;
+  }
+}
+
 TEST_F(JournalStoreTest, TheLastRunOfATextIsFoundByItsSlotAndDigest) {
   JournalStore store = Console(Files);
   RunLine run = AnyRun(1);

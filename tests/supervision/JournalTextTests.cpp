@@ -88,6 +88,7 @@ TEST(JournalText, WhatIsNoLineOfTheJournalIsNotRead) {
   EXPECT_FALSE(ReadJournalLine(good + ",1"));
   for (const auto& [part, by] :
        std::vector<std::pair<std::string, std::string>>{{"7,2026", "0,2026"},
+                                                        {"7,2026", "2147483647,2026"},
                                                         {"7,2026", "x,2026"},
                                                         {"05:06:07", "05:66:07"},
                                                         {"2026-03-04 05:06", "2026-13-04 05:06"},
