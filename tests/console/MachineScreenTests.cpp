@@ -19,7 +19,7 @@ class MachineScreens : public ConsoleFixture {
     Start();
     TypeF(3);
     ASSERT_TRUE(Shows("MachineForm"));
-    TakeCommands();
+    static_cast<void>(TakeCommands());
   }
   /// The status word as the controller's program would hold it, taken over by a tick.
   void SetStatus(int bits) {
@@ -291,7 +291,7 @@ TEST_F(MachineScreens, EveryFrontingTakesTheFeedAndTheRollersAnew) {
   Type(Key::X);
   EXPECT_EQ(CurrentForm(), "MachineForm");
   EXPECT_EQ(LabelText("MachineForm", "FeedAsked"), "35");
-  TakeCommands();
+  static_cast<void>(TakeCommands());
   Digit(3);
   EXPECT_EQ(TakeCommands(), Words{"VR(68)=40"});
 }

@@ -96,7 +96,7 @@ TEST_F(RestartScreens, CancelPutsTheSlotsTableInForceAgain) {
   Type(Key::B);
   RunFor(300);
   ASSERT_TRUE(Shows("RestartForm"));
-  TakeCommands();
+  static_cast<void>(TakeCommands());
   Type(Key::C);
   RunFor(300);
   EXPECT_FALSE(Shows("RestartForm"));

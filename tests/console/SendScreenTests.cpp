@@ -257,7 +257,7 @@ TEST_F(SendScreen, NothingIsReceivedWhileItStandsAndAfterItTheReceiverListens) {
 TEST_F(SendScreen, OtherScreensAndTheTickGoOnWhileItSends) {
   Open();
   Mark(1);
-  TakeCommands();
+  static_cast<void>(TakeCommands());
   Later(50, Key::F);
   Loop.After(300, [this] {
     Lines.clear();
