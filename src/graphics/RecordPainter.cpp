@@ -24,7 +24,7 @@ struct ChordBand {
 constexpr std::array<ChordBand, 3> ChordBands = {{{90, 16, 8}, {180, 32, 16}, {270, 48, 24}}};
 constexpr ChordBand LastBand = {0, 64, 32};
 
-bool Differs(Vector2 point, const Point3& exact) {
+bool Differs(const platform::UserPoint& point, const Point3& exact) {
   return point.X != exact.X || point.Y != exact.Y;
 }
 
@@ -42,23 +42,23 @@ bool LeavesMark(const DrawRecord& record) { return IsCut(record) && record.BeamO
 /// The chords of a fan around the record's centre, joined to the record's own ends.
 void DrawFan(platform::Canvas& canvas, const DrawRecord& record, const ChordFan& fan,
              platform::Colour colour) {
+  std::array<platform::UserPoint, MostChords + 3> points{};
+  std::size_t count = 0;
   const double radius = record[Figure::Radius];
-  const auto onCircle = [&](Vector2 direction) {
-    return Vector2{record.CentrePoint.X + radius * direction.X,
-                   record.CentrePoint.Y + radius * direction.Y};
+  const auto put = [&](Vector2 direction) {
+    points[count++] = {record.CentrePoint.X + radius * direction.X,
+                       record.CentrePoint.Y + radius * direction.Y};
   };
-  Vector2 at = onCircle(fan.First);
-  if (Differs(at, record.StartPoint)) {
-    canvas.Line(record.StartPoint.X, record.StartPoint.Y, at.X, at.Y, colour);
+  const auto join = [&](const Point3& exact) { points[count++] = {exact.X, exact.Y}; };
+  put(fan.First);
+  if (Differs(points[0], record.StartPoint)) {
+    count = 0;
+    join(record.StartPoint);
+    put(fan.First);
   }
-  for (int i = 0; i < fan.Count; ++i) {
-    const Vector2 next = onCircle(fan.Ends[static_cast<std::size_t>(i)]);
-    canvas.Line(at.X, at.Y, next.X, next.Y, colour);
-    at = next;
-  }
-  if (Differs(at, record.EndPoint)) {
-    canvas.Line(at.X, at.Y, record.EndPoint.X, record.EndPoint.Y, colour);
-  }
+  for (int i = 0; i < fan.Count; ++i) put(fan.Ends[static_cast<std::size_t>(i)]);
+  if (Differs(points[count - 1], record.EndPoint)) join(record.EndPoint);
+  canvas.Lines({points.data(), count}, colour);
 }
 
 }  // namespace

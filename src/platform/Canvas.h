@@ -1,7 +1,9 @@
 // A retained drawing surface in user units, as the plot needs it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace torvane::platform {
 
@@ -62,6 +64,12 @@ class Canvas {
   virtual void SetBackground(Colour colour) = 0;
 
   virtual void Line(double x1, double y1, double x2, double y2, Colour colour) = 0;
+  /// A line from each point to the next, just as Line draws them; an arc is drawn so.
+  virtual void Lines(std::span<const UserPoint> points, Colour colour) {
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      Line(points[i - 1].X, points[i - 1].Y, points[i].X, points[i].Y, colour);
+    }
+  }
   virtual void Box(double x1, double y1, double x2, double y2, Colour colour) = 0;
   virtual void FilledBox(double x1, double y1, double x2, double y2, Colour colour) = 0;
   virtual void Circle(double x, double y, double radius, Colour colour) = 0;

@@ -58,6 +58,11 @@ int PixelAtEdge(double at, int size) {
   return std::clamp(pixel, 0, size - 1);
 }
 
+QRect Around(const QPoint& a, const QPoint& b) {
+  return {QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
+          QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y()))};
+}
+
 /// A pixel of a shape that may lie outside.
 int Place(double at) { return static_cast<int>(std::floor(std::clamp(at, -1e6, 1e6) + 1e-6)); }
 
@@ -98,14 +103,14 @@ void RasterCanvas::PixelClear(platform::Colour colour) {
 }
 
 /// Bresenham, both ends included, all within the image.
-void RasterCanvas::Plain(int x1, int y1, int x2, int y2, QRgb pixel) {
+void RasterCanvas::Plain(const QPoint& from, const QPoint& to, QRgb pixel) {
   auto* const bits = reinterpret_cast<QRgb*>(image_.bits());
   const auto stride = static_cast<std::ptrdiff_t>(image_.bytesPerLine() / 4);
-  const int dx = std::abs(x2 - x1);
-  const int dy = std::abs(y2 - y1);
-  const std::ptrdiff_t stepX = x1 < x2 ? 1 : -1;
-  const std::ptrdiff_t stepY = y1 < y2 ? stride : -stride;
-  QRgb* at = bits + static_cast<std::ptrdiff_t>(y1) * stride + x1;
+  const int dx = std::abs(to.x() - from.x());
+  const int dy = std::abs(to.y() - from.y());
+  const std::ptrdiff_t stepX = from.x() < to.x() ? 1 : -1;
+  const std::ptrdiff_t stepY = from.y() < to.y() ? stride : -stride;
+  QRgb* at = bits + static_cast<std::ptrdiff_t>(from.y()) * stride + from.x();
   const bool flat = dx >= dy;
   const int major = flat ? dx : dy;
   const int minor = flat ? dy : dx;
@@ -122,6 +127,10 @@ void RasterCanvas::Plain(int x1, int y1, int x2, int y2, QRgb pixel) {
       error += major;
     }
   }
+}
+
+bool RasterCanvas::PlainPen() const {
+  return PenWidth() == 1 && !Cased() && Style() == platform::PenStyle::Solid;
 }
 
 void RasterCanvas::Casing(QPainter& painter, const QPoint& from, const QPoint& to,
@@ -153,20 +162,43 @@ void RasterCanvas::PixelLine(double x1, double y1, double x2, double y2, platfor
   } else if (Blank(colour)) {
     return;
   }
-  const int reach = PenWidth() + (Cased() ? 2 * CasingWidth : 0);
-  if (reach > 1 || Style() != platform::PenStyle::Solid) {
+  if (!PlainPen()) {
+    const int reach = PenWidth() + (Cased() ? 2 * CasingWidth : 0);
     Penned(x1, y1, x2, y2, colour);
     const QRect area(QPoint(Place(std::min(x1, x2)), Place(std::min(y1, y2))),
                      QPoint(Place(std::max(x1, x2)), Place(std::max(y1, y2))));
     return Touch(area.adjusted(-reach, -reach, reach, reach) & image_.rect());
   }
   if (!Clip(x1, y1, x2, y2, PixelWidth(), PixelHeight())) return;
-  const int ax = PixelAtEdge(x1, PixelWidth()), ay = PixelAtEdge(y1, PixelHeight());
-  const int bx = PixelAtEdge(x2, PixelWidth()), by = PixelAtEdge(y2, PixelHeight());
-  Plain(ax, ay, bx, by, PixelOf(colour));
-  if (!changed_) return;
-  changed_(QRect(QPoint(std::min(ax, bx), std::min(ay, by)),
-                 QPoint(std::max(ax, bx), std::max(ay, by))));
+  const QPoint from(PixelAtEdge(x1, PixelWidth()), PixelAtEdge(y1, PixelHeight()));
+  const QPoint to(PixelAtEdge(x2, PixelWidth()), PixelAtEdge(y2, PixelHeight()));
+  Plain(from, to, PixelOf(colour));
+  Touch(Around(from, to));
+}
+
+std::optional<QPoint> RasterCanvas::PlaceOf(const platform::UserPoint& point) const {
+  const double x = ToPixelX(point.X), y = ToPixelY(point.Y);
+  if (!(x >= 0 && x <= PixelWidth() && y >= 0 && y <= PixelHeight())) return std::nullopt;
+  return QPoint(PixelAtEdge(x, PixelWidth()), PixelAtEdge(y, PixelHeight()));
+}
+
+void RasterCanvas::Lines(std::span<const platform::UserPoint> points, platform::Colour colour) {
+  if (points.empty() || !PlainPen()) return MappedCanvas::Lines(points, colour);
+  if (Blank(colour)) return;
+  const QRgb pixel = PixelOf(colour);
+  QRect changed;
+  auto last = PlaceOf(points[0]);
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const auto next = PlaceOf(points[i]);
+    if (last && next) {
+      Plain(*last, *next, pixel);
+      changed |= Around(*last, *next);
+    } else {
+      Line(points[i - 1].X, points[i - 1].Y, points[i].X, points[i].Y, colour);
+    }
+    last = next;
+  }
+  if (!changed.isNull()) Touch(changed);
 }
 
 void RasterCanvas::PixelBox(double x1, double y1, double x2, double y2, platform::Colour colour) {

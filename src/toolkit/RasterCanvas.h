@@ -33,6 +33,9 @@ class RasterCanvas final : public MappedCanvas {
   /// Empties the canvas at a new size; the scale stays.
   void Resize(int width, int height);
 
+  /// One map and one changed rectangle for all of them.
+  void Lines(std::span<const platform::UserPoint> points, platform::Colour colour) override;
+
   /// Told of each changed rectangle, in pixels.
   void OnChanged(std::function<void(const QRect&)> handler) { changed_ = std::move(handler); }
 
@@ -47,7 +50,11 @@ class RasterCanvas final : public MappedCanvas {
                       const platform::OverlayState& after) override;
 
  private:
-  void Plain(int x1, int y1, int x2, int y2, QRgb pixel);
+  /// Whether the pen draws lines of one pixel.
+  [[nodiscard]] bool PlainPen() const;
+  void Plain(const QPoint& from, const QPoint& to, QRgb pixel);
+  /// The pixel of a point that lies in the view.
+  [[nodiscard]] std::optional<QPoint> PlaceOf(const platform::UserPoint& point) const;
   void Penned(double x1, double y1, double x2, double y2, platform::Colour colour);
   void Casing(QPainter& painter, const QPoint& from, const QPoint& to, platform::Colour colour);
   void Touch(const QRect& area);

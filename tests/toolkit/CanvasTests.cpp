@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include <rapidcheck/gtest.h>
 
@@ -167,6 +168,42 @@ RC_GTEST_PROP(CanvasLines, NoLineWhateverItsEndsLeavesTheImage, ()) {
   for (int i = 0; i < 50; ++i) {
     const auto at = [] { return *rc::gen::inRange(-400, 400) / 13.0; };
     canvas.Line(at(), at(), at(), at(), Ink);
+  }
+}
+
+RC_GTEST_PROP(CanvasLines, ManyAtOnceLeaveThePixelsOfOneByOne, ()) {
+  const int width = *rc::gen::inRange(1, 60), height = *rc::gen::inRange(1, 60);
+  RasterCanvas one(width, height), many(width, height);
+  QRect touched;
+  std::vector<platform::UserPoint> points(*rc::gen::inRange<std::size_t>(0, 12));
+  // On the edges, in the view, beyond it, and nowhere.
+  const auto at = [] {
+    const int number = *rc::gen::inRange(-300, 300);
+    return number == 299 ? std::numeric_limits<double>::quiet_NaN() : number / 20.0;
+  };
+  for (auto& point : points) point = {at(), at()};
+  const auto style = *rc::gen::element(PenStyle::Solid, PenStyle::Solid, PenStyle::Dotted);
+  const int pen = *rc::gen::element(1, 1, 2);
+  const auto ink = *rc::gen::element(Ink, Ground);
+  for (RasterCanvas* canvas : {&one, &many}) {
+    canvas->SetBackground(Ground);
+    canvas->Cls();
+    canvas->Scale({-10, 10}, {10, -10});
+    canvas->DrawStyle(style);
+    canvas->DrawWidth(pen);
+  }
+  const QImage before = many.Pixels().copy();
+  many.OnChanged([&](const QRect& area) { touched |= area; });
+  many.Lines(points, ink);
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    one.Line(points[i - 1].X, points[i - 1].Y, points[i].X, points[i].Y, ink);
+  }
+  RC_ASSERT(many.Pixels() == one.Pixels());
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      const bool changed = many.Pixels().pixel(x, y) != before.pixel(x, y);
+      RC_ASSERT(!changed || touched.contains(x, y));
+    }
   }
 }
 
