@@ -129,9 +129,8 @@ void Print(const CheckOptions& options, const std::vector<CheckResult>& results,
 int StatusOf(const std::vector<CheckResult>& results) {
   const auto faulty = [](const CheckResult& result) { return !result.Fault.empty(); };
   const auto good = [](const CheckResult& result) { return result.Good(); };
-  if (std::any_of(results.begin(), results.end(), faulty)) return CheckStatus::WrongUse;
-  return std::all_of(results.begin(), results.end(), good) ? CheckStatus::Good
-                                                           : CheckStatus::Refused;
+  if (std::any_of(results.begin(), results.end(), faulty)) return ExitStatus::WrongUse;
+  return std::all_of(results.begin(), results.end(), good) ? ExitStatus::Good : ExitStatus::Refused;
 }
 
 }  // namespace
@@ -160,7 +159,7 @@ int RunCheckCommand(const CheckOptions& options, const platform::Clock& clock,
     return StatusOf(results);
   } catch (const std::exception& fault) {
     streams.Errors << "torvane-check: " << fault.what() << '\n';
-    return CheckStatus::WrongUse;
+    return ExitStatus::WrongUse;
   }
 }
 
@@ -170,11 +169,10 @@ int CheckMain(const std::vector<std::string>& arguments, CheckStreams streams) {
     const auto options = ReadCheckOptions(arguments, help);
     if (help.empty()) return RunCheckCommand(options, platform::SystemClock(), streams);
     streams.Out << help;
-    return CheckStatus::Good;
+    return ExitStatus::Good;
   } catch (const WrongUse& fault) {
-    streams.Errors << "torvane-check: " << fault.what()
-                   << "\nRun torvane-check --help for its options.\n";
-    return CheckStatus::WrongUse;
+    streams.Errors << WrongUseText("torvane-check", fault);
+    return ExitStatus::WrongUse;
   }
 }
 

@@ -18,7 +18,7 @@ struct CheckStreams {
 };
 
 /// Checks all programs of the options on all cores and prints what was found, in the order asked
-/// for. Gives a CheckStatus. What keeps it from checking at all is one sentence on `Errors`.
+/// for. Gives an ExitStatus. What keeps it from checking at all is one sentence on `Errors`.
 [[nodiscard]] int RunCheckCommand(const CheckOptions& options, const platform::Clock& clock,
                                   CheckStreams streams);
 

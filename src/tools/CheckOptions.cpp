@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <filesystem>
+#include <utility>
 
 #include "core/General.h"
 #include "platform/NativePaths.h"
@@ -223,15 +224,7 @@ CheckOptions ReadCheckOptions(std::vector<std::string> arguments, std::string& h
   CLI::App app("Checks part programs by the same passes as the console, without a machine.",
                "torvane-check");
   DescribeOptions(app, options, texts);
-  try {
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(arguments);
-  } catch (const CLI::CallForHelp&) {
-    help = app.help();
-    return options;
-  } catch (const CLI::ParseError& fault) {
-    throw WrongUse(fault.what());
-  }
+  if (!ReadArguments(app, std::move(arguments), help)) return options;
   options.Directory = platform::ToSystemName(options.Directory);
   for (auto& program : options.Programs) program = ProgramName(program);
   FinishRestart(texts, options);

@@ -3,18 +3,12 @@
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
-namespace torvane::tools {
+#include "tools/Arguments.h"
 
-/// Exit statuses of the command.
-namespace CheckStatus {
-inline constexpr int Good = 0;      ///< every program can be selected
-inline constexpr int Refused = 1;   ///< at least one cannot
-inline constexpr int WrongUse = 2;  ///< the question itself could not be answered
-}  // namespace CheckStatus
+namespace torvane::tools {
 
 struct LoadPoint {
   float X = 0;
@@ -59,12 +53,6 @@ struct CheckOptions {
   unsigned Jobs = 0;    ///< threads; 0: one a core
   RestartQuestion Restart;
   EstimateQuestion Estimate;
-};
-
-/// A question that cannot be answered, in one plain sentence.
-class WrongUse : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
 };
 
 /// Whether the arguments of a command line, given without the name of the program, ask for a

@@ -187,7 +187,7 @@ int RunRestartCheck(const Installation& installation, const CheckOptions& option
   } else if (!LoadProgram(installation, options, clock, files, loaded, result)) {
     streams.Errors << "torvane-check: " << platform::ToNativeName(result.Program) << ": "
                    << RefusalText(result) << '\n';
-    return CheckStatus::Refused;
+    return ExitStatus::Refused;
   }
   const std::int16_t sent =
       question.Sent ? *question.Sent : std::min(FirstFill(installation, files), loaded.TableLines);
@@ -203,7 +203,7 @@ int RunRestartCheck(const Installation& installation, const CheckOptions& option
     if (!options.Plot.empty()) PlotRehearsal(installation, options, loaded, rehearsal, *streams.Qt);
     printer.Print(rehearsal);
   }
-  return printer.AllMet() ? CheckStatus::Good : CheckStatus::Refused;
+  return printer.AllMet() ? ExitStatus::Good : ExitStatus::Refused;
 }
 
 }  // namespace torvane::tools

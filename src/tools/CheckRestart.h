@@ -12,7 +12,7 @@
 
 namespace torvane::tools {
 
-/// Rehearses what `options.Restart` asks for and prints it. Reads only. Gives a CheckStatus. Throws
+/// Rehearses what `options.Restart` asks for and prints it. Reads only. Gives an ExitStatus. Throws
 /// WrongUse and RuntimeFault.
 [[nodiscard]] int RunRestartCheck(const Installation& installation, const CheckOptions& options,
                                   const platform::Clock& clock, CheckStreams streams);

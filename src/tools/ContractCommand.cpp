@@ -1,8 +1,8 @@
 #include "tools/ContractCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include "core/LinkFiles.h"
 #include "platform/DiskFileSystem.h"
@@ -10,7 +10,7 @@
 #include "toolkit/EndSignals.h"
 #include "toolkit/QtLoop.h"
 #include "toolkit/QtSerialPort.h"
-#include "tools/CheckOptions.h"
+#include "tools/Arguments.h"
 #include "tools/ContractReport.h"
 
 namespace torvane::tools {
@@ -80,15 +80,7 @@ ContractOptions ReadContractOptions(std::vector<std::string> arguments, std::str
   CLI::App app("Plays the front end's side of the line and says what of the contract holds.",
                "torvane-contract");
   DescribeOptions(app, options, texts);
-  try {
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(arguments);
-  } catch (const CLI::CallForHelp&) {
-    help = app.help();
-    return options;
-  } catch (const CLI::ParseError& fault) {
-    throw WrongUse(fault.what());
-  }
+  if (!ReadArguments(app, std::move(arguments), help)) return options;
   options.Setup.Number = 1;
   options.Setup.Settings = std::to_string(texts.Baud) + ",N,8,1";
   options.Settings.Run = !texts.NoRun;

@@ -1,18 +1,16 @@
 #include "tools/GenerateCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <fstream>
 #include <ostream>
+#include <utility>
 
+#include "tools/Arguments.h"
 #include "tools/ProgramGenerator.h"
 
 namespace torvane::tools {
 
 namespace {
-
-constexpr int Good = 0;
-constexpr int WrongUse = 2;
 
 struct GenerateOptions {
   GeneratorOptions Program;
@@ -42,28 +40,27 @@ int GenerateMain(std::vector<std::string> arguments, std::ostream& out, std::ost
   CLI::App app("Writes large part programs for trials.", "torvane-generate");
   DescribeOptions(app, options);
   try {
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(arguments);
-  } catch (const CLI::CallForHelp&) {
-    out << app.help();
-    return Good;
-  } catch (const CLI::ParseError& fault) {
-    errors << "torvane-generate: " << fault.what()
-           << "\nRun torvane-generate --help for its options.\n";
-    return WrongUse;
+    std::string help;
+    if (!ReadArguments(app, std::move(arguments), help)) {
+      out << help;
+      return ExitStatus::Good;
+    }
+  } catch (const WrongUse& fault) {
+    errors << WrongUseText("torvane-generate", fault);
+    return ExitStatus::WrongUse;
   }
   const auto text = GenerateProgram(options.Program);
   if (options.File.empty()) {
     out << text << std::flush;
-    if (out) return Good;
+    if (out) return ExitStatus::Good;
     errors << "torvane-generate: the output cannot be written\n";
-    return WrongUse;
+    return ExitStatus::WrongUse;
   }
   std::ofstream file(options.File, std::ios::binary);
   file << text << std::flush;
-  if (file) return Good;
+  if (file) return ExitStatus::Good;
   errors << "torvane-generate: " << options.File << ": cannot be written\n";
-  return WrongUse;
+  return ExitStatus::WrongUse;
 }
 
 }  // namespace torvane::tools

@@ -4,19 +4,17 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <utility>
 
 #include "core/General.h"
 #include "platform/DiskFileSystem.h"
 #include "platform/RuntimeFault.h"
+#include "tools/Arguments.h"
 #include "tools/JournalReport.h"
 
 namespace torvane::tools {
 
 namespace {
-
-constexpr int Good = 0;
-constexpr int Refused = 1;
-constexpr int WrongUse = 2;
 
 struct JournalOptions {
   std::string Place = ".";
@@ -107,26 +105,25 @@ int JournalMain(std::vector<std::string> arguments, std::ostream& out, std::ostr
   CLI::App app("Sums up the run journal of an installation.", "torvane-journal");
   DescribeOptions(app, options);
   try {
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(arguments);
+    std::string help;
+    if (!ReadArguments(app, std::move(arguments), help)) {
+      out << help;
+      return ExitStatus::Good;
+    }
     const JournalReport report = ReportOf(options);
     Print(report, options.Format, out);
     TellDamage(report, errors);
     if (!out) {
       errors << "torvane-journal: the output cannot be written\n";
-      return Refused;
+      return ExitStatus::Refused;
     }
-    return report.Damaged.empty() ? Good : Refused;
-  } catch (const CLI::CallForHelp&) {
-    out << app.help();
-    return Good;
-  } catch (const CLI::ParseError& fault) {
-    errors << "torvane-journal: " << fault.what()
-           << "\nRun torvane-journal --help for its options.\n";
-    return WrongUse;
+    return report.Damaged.empty() ? ExitStatus::Good : ExitStatus::Refused;
+  } catch (const WrongUse& fault) {
+    errors << WrongUseText("torvane-journal", fault);
+    return ExitStatus::WrongUse;
   } catch (const platform::RuntimeFault& fault) {
     errors << "torvane-journal: " << fault.what() << "\n";
-    return Refused;
+    return ExitStatus::Refused;
   }
 }
 

@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     // Comes back only where it cannot.
     const std::string fault = BecomeProgram("torvane-check-qt", argv);
     std::cerr << "torvane-check: pictures and JSON need torvane-check-qt: " << fault << '\n';
-    return CheckStatus::WrongUse;
+    return ExitStatus::WrongUse;
   }
   return CheckMain(arguments, {std::cout, std::cerr, ::isatty(STDERR_FILENO) == 1});
 }

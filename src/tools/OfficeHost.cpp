@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
+#include <utility>
 
 #include "core/TransferFile.h"
 #include "platform/RuntimeFault.h"
 #include "simulator/OfficeCommands.h"
-#include "tools/CheckOptions.h"
+#include "tools/Arguments.h"
 
 namespace torvane::tools {
 
@@ -43,14 +44,7 @@ OfficeOptions ReadOfficeOptions(std::vector<std::string> arguments, std::string&
                  "A port file such as Control.cms: preamble, end of line, postamble");
   app.add_option("--log", options.Log, "A file that takes what comes, byte for byte");
   app.footer("Commands on standard input; " + simulator::OfficeHelp());
-  try {
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(arguments);
-  } catch (const CLI::CallForHelp&) {
-    help = app.help();
-  } catch (const CLI::ParseError& fault) {
-    throw WrongUse(fault.what());
-  }
+  static_cast<void>(ReadArguments(app, std::move(arguments), help));
   return options;
 }
 
@@ -106,15 +100,15 @@ int OfficeMain(const std::vector<std::string>& arguments, int keyboard, std::ost
     const OfficeOptions options = ReadOfficeOptions(arguments, help);
     if (!help.empty()) {
       out << help;
-      return CheckStatus::Good;
+      return ExitStatus::Good;
     }
     OfficeHost host(options, keyboard, out);
     while (host.Step(HeartbeatMs)) {
     }
-    return CheckStatus::Good;
+    return ExitStatus::Good;
   } catch (const WrongUse& fault) {
     errors << "torvane-office: " << fault.what() << '\n';
-    return CheckStatus::WrongUse;
+    return ExitStatus::WrongUse;
   } catch (const platform::RuntimeFault& fault) {
     errors << "torvane-office: " << fault.what() << '\n';
     return NoLine;

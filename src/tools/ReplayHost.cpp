@@ -175,7 +175,7 @@ int ReplayHost::WaitMs(int longestMs) const {
   return due ? std::min(longestMs, static_cast<int>(std::ceil(*due * MsPerSecond))) : longestMs;
 }
 
-int ReplayHost::Status() const { return good_ ? CheckStatus::Good : CheckStatus::Refused; }
+int ReplayHost::Status() const { return good_ ? ExitStatus::Good : ExitStatus::Refused; }
 
 void ReplayHost::Say(std::string_view text) { out_ << text << '\n' << std::flush; }
 

@@ -81,17 +81,17 @@ int SimMain(const std::vector<std::string>& arguments, int input, std::ostream& 
     const SimOptions options = ReadSimOptions(arguments, static_cast<bool>(panel), help);
     if (!help.empty()) {
       out << help;
-      return CheckStatus::Good;
+      return ExitStatus::Good;
     }
     if (!options.Replay.empty()) return RunReplay(options, input, out);
     SimHost host(options, input, out);
     if (options.Panel && panel) return panel(host);
     while (host.Step(HeartbeatMs)) {
     }
-    return CheckStatus::Good;
+    return ExitStatus::Good;
   } catch (const WrongUse& fault) {
     errors << "torvane-sim: " << fault.what() << '\n';
-    return CheckStatus::WrongUse;
+    return ExitStatus::WrongUse;
   } catch (const platform::RuntimeFault& fault) {
     errors << "torvane-sim: " << fault.what() << '\n';
     return NoLine;

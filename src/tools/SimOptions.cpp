@@ -1,9 +1,9 @@
 #include "tools/SimOptions.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 #include "simulator/OperatorCommands.h"
 
@@ -102,15 +102,7 @@ SimOptions ReadSimOptions(std::vector<std::string> arguments, bool panel, std::s
   CLI::App app("Plays the motion controller and its machine at the other end of a serial line.",
                "torvane-sim");
   DescribeOptions(app, panel, options, texts);
-  try {
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(arguments);
-  } catch (const CLI::CallForHelp&) {
-    help = app.help();
-    return options;
-  } catch (const CLI::ParseError& fault) {
-    throw WrongUse(fault.what());
-  }
+  if (!ReadArguments(app, std::move(arguments), help)) return options;
   RefuseMachineOptions(app);
   for (const auto& fault : texts.Faults) {
     if (!simulator::ParseFault(fault, options.Controller.Faults)) {

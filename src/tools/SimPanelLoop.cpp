@@ -18,14 +18,14 @@ int RunWithPanel(SimHost& host) {
   toolkit::QtLoop loop;
   SimulatorPanel panel(loop, host.Controller(), core::ColourTable());
   const auto step = [&] {
-    if (!host.Step(0)) loop.End(CheckStatus::Good);
+    if (!host.Step(0)) loop.End(ExitStatus::Good);
   };
   const auto beat = loop.MakeTimer(step);
   QSocketNotifier line(host.LineHandle(), QSocketNotifier::Read);
   QObject::connect(&line, &QSocketNotifier::activated, step);
   panel.OpenAlone([&] {
     host.Finish();
-    loop.End(CheckStatus::Good);
+    loop.End(ExitStatus::Good);
   });
   beat->Start(BeatMs);
   return loop.Run();

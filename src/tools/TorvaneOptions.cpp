@@ -152,7 +152,7 @@ std::optional<TorvaneOptions> ReadTorvaneOptions(int argc, const char* const* ar
     TakeMonitor(monitor, options);
     TakePresets(presets, options);
   } catch (const CLI::ParseError& error) {
-    exitStatus = app.exit(error, std::cout, std::cerr) == 0 ? 0 : CheckStatus::WrongUse;
+    exitStatus = app.exit(error, std::cout, std::cerr) == 0 ? 0 : ExitStatus::WrongUse;
     return std::nullopt;
   }
   return options;

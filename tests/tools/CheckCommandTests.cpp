@@ -19,7 +19,7 @@ constexpr const char* Faulty =
 
 TEST(Check, OfAGoodProgramSaysWhatItIs) {
   Shop shop;
-  EXPECT_EQ(shop.Run({"JOBS", "PLAIN"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS", "PLAIN"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("JOBS\\PLAIN: good\n")) << shop.Out.str();
   EXPECT_TRUE(shop.Says("Copper"));
   EXPECT_TRUE(shop.Says("500 x 300 mm"));
@@ -35,7 +35,7 @@ TEST(Check, OfAGoodProgramSaysWhatItIs) {
 TEST(Check, OfARefusedProgramTellsEachErrorWithItsBlock) {
   Shop shop;
   shop.Put("FAULTY", Faulty);
-  EXPECT_EQ(shop.Run({"JOBS", "FAULTY"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"JOBS", "FAULTY"}), ExitStatus::Refused);
   EXPECT_TRUE(shop.Says("FAULTY: refused, Can Not Be Selected Due To Errors in Code !"));
   EXPECT_TRUE(shop.Says("CRITICAL        Non-Interpolated Arc (Invalid R)\n"));
   EXPECT_TRUE(shop.Says("block 5: G03 X20 Y10 R1\n")) << shop.Out.str();
@@ -46,7 +46,7 @@ TEST(Check, BlocksCountInTheProgramWithoutItsEmptyLines) {
   Shop shop;
   shop.Put("GAPS",
            "\r\n! SHEET : X500 Y300\r\n\r\nG71 G90\r\nG00 X10 Y10\r\nG01 X9999 Y10\r\nM30\r\n");
-  EXPECT_EQ(shop.Run({"JOBS", "GAPS"}), CheckStatus::Good) << "a warning refuses nothing";
+  EXPECT_EQ(shop.Run({"JOBS", "GAPS"}), ExitStatus::Good) << "a warning refuses nothing";
   EXPECT_TRUE(shop.Says("warning         Out of limits in X\n"));
   EXPECT_TRUE(shop.Says("block 4: G01 X9999 Y10\n")) << shop.Out.str();
 }
@@ -56,7 +56,7 @@ TEST(Check, PutsCriticalErrorsFirstAndARepeatedMessageOnce) {
   shop.Put("MANY",
            "! SHEET : X500 Y300\r\nG71 G90\r\nG00 X10 Y10\r\nG01 X9999 Y10\r\nG00 X10 Y10\r\n"
            "G01 X9998 Y10\r\nG00 X10 Y10\r\nG03 X20 Y10 R1\r\nM30\r\n");
-  EXPECT_EQ(shop.Run({"JOBS", "MANY"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"JOBS", "MANY"}), ExitStatus::Refused);
   const auto text = shop.Out.str();
   const auto warning = text.find("warning         Out of limits in X\n");
   ASSERT_NE(warning, std::string::npos) << text;
@@ -67,7 +67,7 @@ TEST(Check, PutsCriticalErrorsFirstAndARepeatedMessageOnce) {
 
 TEST(Check, OfAnIllegalKerfWidthIsARefusal) {
   Shop shop;
-  EXPECT_EQ(shop.Run({"FAULTS", "KERF-WIDTH"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"FAULTS", "KERF-WIDTH"}), ExitStatus::Refused);
   EXPECT_TRUE(shop.Says("Can Not Be Selected Due To Illegal Kerf Width !"));
 }
 
@@ -75,7 +75,7 @@ TEST(Check, OfADirectoryTakesAllItsProgramsInOrder) {
   Shop shop;
   shop.Put("ALPHA", Plain);
   shop.Put("omega", Faulty);
-  EXPECT_EQ(shop.Run({"JOBS"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"JOBS"}), ExitStatus::Refused);
   const auto text = shop.Out.str();
   const auto alpha = text.find("JOBS\\ALPHA");
   const auto omega = text.find("JOBS\\omega");
@@ -90,35 +90,35 @@ TEST(Check, OfADirectoryTakesAllItsProgramsInOrder) {
 TEST(Check, OnAnyNumberOfThreadsPrintsTheSame) {
   Shop shop;
   for (int i = 0; i < 20; ++i) shop.Put("JOB" + std::to_string(i), i % 3 == 0 ? Faulty : Plain);
-  EXPECT_EQ(shop.Run({"--jobs", "1", "JOBS"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"--jobs", "1", "JOBS"}), ExitStatus::Refused);
   const auto one = shop.Out.str();
   for (int round = 0; round < 5; ++round) {
-    EXPECT_EQ(shop.Run({"--jobs", "8", "JOBS"}), CheckStatus::Refused);
+    EXPECT_EQ(shop.Run({"--jobs", "8", "JOBS"}), ExitStatus::Refused);
     EXPECT_EQ(shop.Out.str(), one);
   }
 }
 
 TEST(Check, EveryProgramOfTheExampleShopIsGood) {
   Shop shop;
-  EXPECT_EQ(shop.Run({"SHOP"}), CheckStatus::Good) << shop.Out.str();
+  EXPECT_EQ(shop.Run({"SHOP"}), ExitStatus::Good) << shop.Out.str();
 }
 
 TEST(Check, LeavesTheInstallationAsItIs) {
   Shop shop;
   const auto before = Snapshot(shop.Home.Path());
-  EXPECT_EQ(shop.Run({"JOBS"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS"}), ExitStatus::Good);
   EXPECT_EQ(Snapshot(shop.Home.Path()), before);
 }
 
 TEST(Check, FindsNamesWithoutMindingTheirCase) {
   Shop shop;
-  EXPECT_EQ(shop.Run({"jobs", "plain.prg"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"jobs", "plain.prg"}), ExitStatus::Good);
 }
 
 TEST(CheckOut, LeavesTheFilesOfTheSlot) {
   Shop shop;
   const auto out = shop.Home.Path() + "/deep/out";
-  EXPECT_EQ(shop.Run({"--out", out, "JOBS", "PLAIN"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--out", out, "JOBS", "PLAIN"}), ExitStatus::Good);
   for (const char* extension :
        {"prg", "bdy", "cnv", "drw", "krw", "tbl", "tbx", "rnd", "cfg", "sts", "btc"}) {
     EXPECT_TRUE(fs::exists(out + "/Actvprg1." + extension)) << extension;
@@ -133,7 +133,7 @@ TEST(CheckOut, LeavesTheFilesOfTheSlot) {
 TEST(CheckOut, FollowsTheSlot) {
   Shop shop;
   const auto out = shop.Home.Path() + "/out";
-  EXPECT_EQ(shop.Run({"--slot", "2", "--out", out, "JOBS", "PLAIN"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--slot", "2", "--out", out, "JOBS", "PLAIN"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Home.Has("out/Actvprg2.tbl"));
   EXPECT_FALSE(shop.Home.Has("out/Actvprg1.tbl"));
 }
@@ -142,8 +142,8 @@ TEST(CheckOut, OfARefusedProgramHoldsTheReportAndNothingOfAnEarlierOne) {
   Shop shop;
   shop.Put("FAULTY", Faulty);
   const auto out = shop.Home.Path() + "/out";
-  ASSERT_EQ(shop.Run({"--out", out, "JOBS", "PLAIN"}), CheckStatus::Good);
-  EXPECT_EQ(shop.Run({"--out", out, "JOBS", "FAULTY"}), CheckStatus::Refused);
+  ASSERT_EQ(shop.Run({"--out", out, "JOBS", "PLAIN"}), ExitStatus::Good);
+  EXPECT_EQ(shop.Run({"--out", out, "JOBS", "FAULTY"}), ExitStatus::Refused);
   EXPECT_NE(shop.Home.Get("out/Reverse.txt").find("CRITICAL"), std::string::npos);
   EXPECT_TRUE(shop.Home.Has("out/Actvprg1.cnv"));
   for (const char* extension : {"krw", "tbl", "tbx", "rnd", "cfg"}) {
@@ -155,7 +155,7 @@ TEST(CheckOut, OfSeveralProgramsHasAFolderForEach) {
   Shop shop;
   shop.Put("OTHER", Plain);
   const auto out = shop.Home.Path() + "/out";
-  EXPECT_EQ(shop.Run({"--out", out, "JOBS"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--out", out, "JOBS"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Home.Has("out/PLAIN/Actvprg1.tbl"));
   EXPECT_TRUE(shop.Home.Has("out/OTHER/Actvprg1.tbl"));
 }
@@ -164,7 +164,7 @@ TEST(CheckOut, ThatCannotBeWrittenIsToldAndNotCalledGood) {
   Shop shop;
   shop.Home.Put("file", "in the way");
   EXPECT_EQ(shop.Run({"--out", shop.Home.Path() + "/file/out", "JOBS", "PLAIN"}),
-            CheckStatus::WrongUse);
+            ExitStatus::WrongUse);
   EXPECT_TRUE(shop.Says("PLAIN: not checked, "));
   EXPECT_TRUE(shop.Says("/file/out"));
   EXPECT_TRUE(shop.Says("1 program: 0 good, 0 refused, 1 not checked\n"));
@@ -173,16 +173,16 @@ TEST(CheckOut, ThatCannotBeWrittenIsToldAndNotCalledGood) {
 TEST(CheckOut, TakesTheLoadPositionToldInPlaceOfTheMachines) {
   Shop shop;
   shop.Put("LOADS", "! SHEET : X500 Y300\r\nG71 G90\r\nM50\r\nM30\r\n");
-  EXPECT_EQ(shop.Run({"--json", "--load", "120,45.5", "JOBS", "LOADS"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--json", "--load", "120,45.5", "JOBS", "LOADS"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("\"loadY\": 45.5")) << shop.Out.str();
-  EXPECT_EQ(shop.Run({"--json", "JOBS", "LOADS"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--json", "JOBS", "LOADS"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("\"loadY\": 0")) << shop.Out.str();
 }
 
 TEST(CheckPlot, DrawsAPictureWithThePathInItsColour) {
   Shop shop;
   const auto path = shop.Home.Path() + "/plot.png";
-  EXPECT_EQ(shop.Run({"--plot", path, "--size", "400x300", "JOBS", "PLAIN"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--plot", path, "--size", "400x300", "JOBS", "PLAIN"}), ExitStatus::Good);
   const QImage picture(QString::fromStdString(path));
   ASSERT_EQ(picture.size(), QSize(400, 300));
   int path40 = 0;
@@ -200,14 +200,14 @@ TEST(CheckPlot, DrawsAPictureWithThePathInItsColour) {
 TEST(CheckPlot, DrawsAnSvg) {
   Shop shop;
   const auto path = shop.Home.Path() + "/plot.svg";
-  EXPECT_EQ(shop.Run({"--plot", path, "JOBS", "PLAIN"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--plot", path, "JOBS", "PLAIN"}), ExitStatus::Good);
   EXPECT_NE(shop.Home.Get("plot.svg").find("<svg"), std::string::npos);
 }
 
 TEST(CheckPlot, OfSeveralProgramsNamesEach) {
   Shop shop;
   shop.Put("OTHER", Plain);
-  EXPECT_EQ(shop.Run({"--plot", shop.Home.Path() + "/plot.png", "JOBS"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--plot", shop.Home.Path() + "/plot.png", "JOBS"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Home.Has("plot-PLAIN.png"));
   EXPECT_TRUE(shop.Home.Has("plot-OTHER.png"));
 }
@@ -215,14 +215,14 @@ TEST(CheckPlot, OfSeveralProgramsNamesEach) {
 TEST(CheckPlot, ThatCannotBeWrittenIsTold) {
   Shop shop;
   EXPECT_EQ(shop.Run({"--plot", shop.Home.Path() + "/none/plot.png", "JOBS", "PLAIN"}),
-            CheckStatus::WrongUse);
+            ExitStatus::WrongUse);
   EXPECT_TRUE(shop.Says("/none/plot.png"));
 }
 
 TEST(CheckJson, HoldsEverythingOfTheReport) {
   Shop shop;
   shop.Put("FAULTY", Faulty);
-  EXPECT_EQ(shop.Run({"--json", "JOBS", "PLAIN", "FAULTY"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"--json", "JOBS", "PLAIN", "FAULTY"}), ExitStatus::Refused);
   const auto whole = QJsonDocument::fromJson(QByteArray::fromStdString(shop.Out.str())).object();
   EXPECT_EQ(whole["checked"].toInt(), 2);
   EXPECT_EQ(whole["good"].toInt(), 1);
@@ -248,7 +248,7 @@ TEST(CheckJson, HoldsEverythingOfTheReport) {
 
 TEST(CheckReport, PrintsTheReportOfThePassOnRequest) {
   Shop shop;
-  EXPECT_EQ(shop.Run({"--report", "JOBS", "PLAIN"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--report", "JOBS", "PLAIN"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("PROGRAM   :  PLAIN"));
   EXPECT_TRUE(shop.Says("******"));
 }
@@ -256,9 +256,9 @@ TEST(CheckReport, PrintsTheReportOfThePassOnRequest) {
 TEST(CheckProgress, ShowsOnATerminalOnlyAndGoesAway) {
   Shop shop;
   shop.Put("OTHER", Plain);
-  EXPECT_EQ(shop.Run({"JOBS"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS"}), ExitStatus::Good);
   EXPECT_EQ(shop.Errors.str(), "");
-  EXPECT_EQ(shop.Run({"JOBS"}, true), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS"}, true), ExitStatus::Good);
   EXPECT_TRUE(shop.Complains("1 of 2 checked: "));
   EXPECT_TRUE(shop.Complains("2 of 2 checked: "));
   EXPECT_TRUE(shop.Errors.str().ends_with("\r\x1b[K"));
@@ -270,7 +270,7 @@ TEST(CheckText, LeavesTheTerminalItsOwnLetters) {
   shop.Put("LATIN",
            "! MATERIAL : Edelstahl gr\xFC"
            "n\r\n! SHEET : X500 Y300\r\nM30\r\n");
-  EXPECT_EQ(shop.Run({"JOBS", "LATIN"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS", "LATIN"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("gr\xC3\xBCn")) << shop.Out.str();
 }
 
@@ -278,7 +278,7 @@ TEST(CheckWrongUse, ARootThatIsNotThereIsBlamedOnControlCfg) {
   Shop shop;
   const auto blamed = [&](const std::string& lines, const std::string& words) {
     shop.Home.Put("root/Control.cfg", lines + "JOBS\r\n1\r\n******\r\n");
-    EXPECT_EQ(shop.Run({"JOBS", "PLAIN"}), CheckStatus::WrongUse);
+    EXPECT_EQ(shop.Run({"JOBS", "PLAIN"}), ExitStatus::WrongUse);
     EXPECT_TRUE(shop.Complains("Control.cfg: " + words)) << shop.Errors.str();
   };
   blamed(".\\\r\nNowhere\r\n", "its programs root is not there, Nowhere\\");
@@ -288,7 +288,7 @@ TEST(CheckWrongUse, ARootThatIsNotThereIsBlamedOnControlCfg) {
 TEST(CheckWrongUse, IsOneSentenceAndStatusTwo) {
   Shop shop;
   const auto refused = [&](const std::vector<std::string>& arguments, const std::string& words) {
-    EXPECT_EQ(shop.Run(arguments), CheckStatus::WrongUse);
+    EXPECT_EQ(shop.Run(arguments), ExitStatus::WrongUse);
     EXPECT_TRUE(shop.Complains(words)) << shop.Errors.str();
     EXPECT_EQ(shop.Out.str(), "");
   };
@@ -308,22 +308,22 @@ TEST(CheckWrongUse, NameOf32CharactersIsTaken) {
   Shop shop;
   const std::string name(32, 'P');
   shop.Put(name, Plain);
-  EXPECT_EQ(shop.Run({"JOBS", name}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS", name}), ExitStatus::Good);
 }
 
 TEST(CheckWrongUse, NamesTheFileOfTheInstallationThatIsMissing) {
   Shop shop;
   fs::remove(shop.Home.Path() + "/root/Data/Machine.dat");
-  EXPECT_EQ(shop.Run({"JOBS"}), CheckStatus::WrongUse);
+  EXPECT_EQ(shop.Run({"JOBS"}), ExitStatus::WrongUse);
   EXPECT_TRUE(shop.Complains("Machine.dat")) << shop.Errors.str();
   fs::remove(shop.Home.Path() + "/root/Control.cfg");
-  EXPECT_EQ(shop.Run({"JOBS"}), CheckStatus::WrongUse);
+  EXPECT_EQ(shop.Run({"JOBS"}), ExitStatus::WrongUse);
   EXPECT_TRUE(shop.Complains("Control.cfg")) << shop.Errors.str();
 }
 
 TEST(CheckHelp, IsGood) {
   Shop shop;
-  EXPECT_EQ(shop.Run({"--help"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"--help"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("--plot"));
 }
 

@@ -11,15 +11,15 @@ namespace {
 
 TEST(CheckEstimate, WithoutTheOptionNothingIsSaidOfTime) {
   Shop shop;
-  ASSERT_EQ(shop.Run({"JOBS", "PLAIN"}), CheckStatus::Good);
+  ASSERT_EQ(shop.Run({"JOBS", "PLAIN"}), ExitStatus::Good);
   EXPECT_FALSE(shop.Says("run time"));
   EXPECT_FALSE(shop.Says("contours"));
   const std::string text = shop.Out.str();
-  ASSERT_EQ(shop.Run({"JOBS", "PLAIN", "--json"}), CheckStatus::Good);
+  ASSERT_EQ(shop.Run({"JOBS", "PLAIN", "--json"}), ExitStatus::Good);
   EXPECT_FALSE(shop.Says("estimate"));
   const std::string json = shop.Out.str();
   // With it everything else stays as it was.
-  ASSERT_EQ(shop.Run({"JOBS", "PLAIN", "--estimate"}), CheckStatus::Good);
+  ASSERT_EQ(shop.Run({"JOBS", "PLAIN", "--estimate"}), ExitStatus::Good);
   const auto rows = shop.Out.str();
   const auto from = rows.find("  run time");
   ASSERT_NE(from, std::string::npos);
@@ -29,7 +29,7 @@ TEST(CheckEstimate, WithoutTheOptionNothingIsSaidOfTime) {
 
 TEST(CheckEstimate, TheReportNamesTimesAndTheLongestContours) {
   Shop shop;
-  ASSERT_EQ(shop.Run({"JOBS", "PLAIN", "--estimate"}), CheckStatus::Good);
+  ASSERT_EQ(shop.Run({"JOBS", "PLAIN", "--estimate"}), ExitStatus::Good);
   // 70 mm of lines and 31.4 mm of an arc at 1000 mm/min, 14.1 mm of moves at 30000.
   EXPECT_TRUE(shop.Says("run time        6.1 s at 100 %, block skips off\n")) << shop.Out.str();
   EXPECT_TRUE(shop.Says("contours        1\n"));
@@ -40,7 +40,7 @@ TEST(CheckEstimate, TheJsonHoldsTheSame) {
   Shop shop;
   ASSERT_EQ(
       shop.Run({"--estimate", "--json", "--override", "50", "--skip", "1,2", "JOBS", "PLAIN"}),
-      CheckStatus::Good);
+      ExitStatus::Good);
   EXPECT_TRUE(shop.Says("\"override\": 50")) << shop.Out.str();
   EXPECT_TRUE(shop.Says("\"skip1\": true"));
   EXPECT_TRUE(shop.Says("\"skip2\": true"));
@@ -50,7 +50,7 @@ TEST(CheckEstimate, TheJsonHoldsTheSame) {
 
 TEST(CheckEstimate, SoManyContoursAreListed) {
   Shop shop;
-  ASSERT_EQ(shop.Run({"--estimate", "--contours", "2", "SHOP", "BRACKET-40"}), CheckStatus::Good);
+  ASSERT_EQ(shop.Run({"--estimate", "--contours", "2", "SHOP", "BRACKET-40"}), ExitStatus::Good);
   const auto text = shop.Out.str();
   std::size_t listed = 0;
   for (auto at = text.find(", from block"); at != std::string::npos;
@@ -58,13 +58,13 @@ TEST(CheckEstimate, SoManyContoursAreListed) {
     ++listed;
   }
   EXPECT_EQ(listed, 2U);
-  ASSERT_EQ(shop.Run({"--estimate", "--contours", "0", "SHOP", "BRACKET-40"}), CheckStatus::Good);
+  ASSERT_EQ(shop.Run({"--estimate", "--contours", "0", "SHOP", "BRACKET-40"}), ExitStatus::Good);
   EXPECT_FALSE(shop.Says(", from block"));
 }
 
 TEST(CheckEstimate, SkipsAndStopsAreNamed) {
   Shop shop;
-  ASSERT_EQ(shop.Run({"--estimate", "--skip", "2", "SHOP", "SKIP-TEST"}), CheckStatus::Good);
+  ASSERT_EQ(shop.Run({"--estimate", "--skip", "2", "SHOP", "SKIP-TEST"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("block skip 2 on"));
   EXPECT_TRUE(shop.Says("rows skipped    6"));
   EXPECT_TRUE(shop.Says("program stops   2"));
@@ -72,7 +72,7 @@ TEST(CheckEstimate, SkipsAndStopsAreNamed) {
 
 TEST(CheckEstimate, ARefusedProgramHasNone) {
   Shop shop;
-  ASSERT_EQ(shop.Run({"--estimate", "FAULTS", "NO-SUB"}), CheckStatus::Refused);
+  ASSERT_EQ(shop.Run({"--estimate", "FAULTS", "NO-SUB"}), ExitStatus::Refused);
   EXPECT_FALSE(shop.Says("run time"));
 }
 
@@ -80,7 +80,7 @@ TEST(CheckEstimate, TheFiguresOfAnotherMachine) {
   Shop shop;
   shop.Home.Put("slow.fig", "Rapid Rate : 600\r\nPierce Time : 2\r\n");
   ASSERT_EQ(shop.Run({"--estimate", "--machine", shop.Home.Path() + "/slow.fig", "JOBS", "PLAIN"}),
-            CheckStatus::Good);
+            ExitStatus::Good);
   EXPECT_TRUE(shop.Says("moving 1.4 s, dwelling 0.0 s, machine 2.0 s")) << shop.Out.str();
 }
 
@@ -88,10 +88,10 @@ TEST(CheckEstimate, AFileOfFiguresAtFaultEndsTheCommand) {
   Shop shop;
   shop.Home.Put("bad.fig", "Speed : 5\r\n");
   EXPECT_EQ(shop.Run({"--estimate", "--machine", shop.Home.Path() + "/bad.fig", "JOBS", "PLAIN"}),
-            CheckStatus::WrongUse);
+            ExitStatus::WrongUse);
   EXPECT_TRUE(shop.Complains("bad.fig: no figure of a machine, Speed"));
   EXPECT_EQ(shop.Run({"--estimate", "--machine", "/nowhere.fig", "JOBS", "PLAIN"}),
-            CheckStatus::WrongUse);
+            ExitStatus::WrongUse);
   EXPECT_TRUE(shop.Complains("/nowhere.fig: is not there"));
 }
 
@@ -110,7 +110,7 @@ TEST(CheckEstimate, WrongUsesAreSaidSo) {
       {"--estimate", "--contours", "-1", "JOBS", "PLAIN"},
       {"--estimate", "--restart", "all", "JOBS", "PLAIN"}};
   for (const auto& use : uses) {
-    EXPECT_EQ(shop.Run(use), CheckStatus::WrongUse) << use[0] << ' ' << use[1] << ' ' << use[2];
+    EXPECT_EQ(shop.Run(use), ExitStatus::WrongUse) << use[0] << ' ' << use[1] << ' ' << use[2];
     EXPECT_FALSE(shop.Errors.str().empty());
   }
 }

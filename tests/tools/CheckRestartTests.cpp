@@ -25,7 +25,7 @@ struct RestartShop : Shop {
 
   /// One object for each line that was printed.
   std::vector<QJsonObject> Objects(std::vector<std::string> arguments,
-                                   int status = CheckStatus::Good) {
+                                   int status = ExitStatus::Good) {
     arguments.insert(arguments.end(), {"--json"});
     EXPECT_EQ(Run(arguments), status) << Errors.str();
     std::vector<QJsonObject> objects;
@@ -43,7 +43,7 @@ struct RestartShop : Shop {
   }
   /// Slot 1 holds the program, as a selection leaves it.
   void FillSlot() {
-    ASSERT_EQ(Run({"--out", Home.Path() + "/root", "JOBS", "PLATE"}), CheckStatus::Good);
+    ASSERT_EQ(Run({"--out", Home.Path() + "/root", "JOBS", "PLATE"}), ExitStatus::Good);
   }
 };
 
@@ -166,7 +166,7 @@ TEST(CheckRestart, InsideAnArcTheRemainderIsInDegrees) {
   EXPECT_THAT(Texts(at["restartTbx"]), Contains("G03 X500.00 Y300.00 I0.00 J-100.00"));
   EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--restart-record", std::to_string(record), "--remaining",
                       "whole"}),
-            CheckStatus::Good);
+            ExitStatus::Good);
   EXPECT_THAT(shop.Out.str(), HasSubstr("First cut: the last 180.00 degrees of the arc"));
 }
 
@@ -190,7 +190,7 @@ TEST(CheckRestart, OfAllHasAnObjectForEachBlockAndEachCut) {
 
 TEST(CheckRestart, InPlainSentences) {
   RestartShop shop;
-  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--restart", "7"}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--restart", "7"}), ExitStatus::Good);
   EXPECT_EQ(shop.Out.str(),
             "At block 7: N8 G01 Y270\n"
             "  With the beam off the head goes to X700.00 Y100.00.\n"
@@ -201,9 +201,9 @@ TEST(CheckRestart, InPlainSentences) {
 
 TEST(CheckRestart, OfABlockThatIsNeverMetSaysSoByItsStatus) {
   RestartShop shop;
-  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--restart", "99"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--restart", "99"}), ExitStatus::Refused);
   EXPECT_THAT(shop.Out.str(), HasSubstr("target not met"));
-  const auto objects = shop.Objects({"JOBS", "PLATE", "--restart", "99"}, CheckStatus::Refused);
+  const auto objects = shop.Objects({"JOBS", "PLATE", "--restart", "99"}, ExitStatus::Refused);
   ASSERT_EQ(objects.size(), 1U);
   EXPECT_FALSE(objects[0]["met"].toBool());
   EXPECT_TRUE(objects[0]["state"].toObject()["gathered"].toBool()) << "as the console has it";
@@ -211,7 +211,7 @@ TEST(CheckRestart, OfABlockThatIsNeverMetSaysSoByItsStatus) {
 
 TEST(CheckRestart, OfARefusedProgramIsRefused) {
   RestartShop shop;
-  EXPECT_EQ(shop.Run({"FAULTS", "KERF-WIDTH", "--restart", "3"}), CheckStatus::Refused);
+  EXPECT_EQ(shop.Run({"FAULTS", "KERF-WIDTH", "--restart", "3"}), ExitStatus::Refused);
   EXPECT_THAT(shop.Errors.str(), HasSubstr("KERF-WIDTH"));
   EXPECT_EQ(shop.Out.str(), "");
 }
@@ -232,7 +232,7 @@ TEST(CheckRestart, OfASlotReadsItsFilesAsTheyAreAndWritesNothing) {
 
 TEST(CheckRestart, OfAnEmptySlotNamesTheMissingFile) {
   RestartShop shop;
-  EXPECT_EQ(shop.Run({"--active", "2", "--restart", "7"}), CheckStatus::WrongUse);
+  EXPECT_EQ(shop.Run({"--active", "2", "--restart", "7"}), ExitStatus::WrongUse);
   EXPECT_THAT(shop.Errors.str(), HasSubstr("Actvprg2."));
 }
 
@@ -240,7 +240,7 @@ TEST(CheckRestart, OfADamagedSlotNamesTheDamagedFile) {
   RestartShop shop;
   shop.FillSlot();
   shop.Home.Put("root/Actvprg1.krw", "short");
-  EXPECT_EQ(shop.Run({"--active", "1", "--restart", "7"}), CheckStatus::WrongUse);
+  EXPECT_EQ(shop.Run({"--active", "1", "--restart", "7"}), ExitStatus::WrongUse);
   EXPECT_THAT(shop.Errors.str(), HasSubstr("Actvprg1.krw"));
 }
 
@@ -248,8 +248,8 @@ TEST(CheckRestart, ThePlotMarksTheTravelAndTheEntry) {
   RestartShop shop;
   const auto path = shop.Home.Path() + "/plot.png";
   const auto plain = shop.Home.Path() + "/plain.png";
-  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--plot", plain}), CheckStatus::Good);
-  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--restart", "7", "--plot", path}), CheckStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--plot", plain}), ExitStatus::Good);
+  EXPECT_EQ(shop.Run({"JOBS", "PLATE", "--restart", "7", "--plot", path}), ExitStatus::Good);
   const QImage marked(QString::fromStdString(path));
   ASSERT_FALSE(marked.isNull());
   EXPECT_EQ(marked.size(), QSize(1200, 900));
@@ -260,7 +260,7 @@ class WrongRestarts : public ::testing::TestWithParam<std::vector<std::string>> 
 
 TEST_P(WrongRestarts, AreWrongUseWithASentence) {
   RestartShop shop;
-  EXPECT_EQ(shop.Run(GetParam()), CheckStatus::WrongUse);
+  EXPECT_EQ(shop.Run(GetParam()), ExitStatus::WrongUse);
   EXPECT_THAT(shop.Errors.str(), ::testing::StartsWith("torvane-check: "));
   EXPECT_EQ(shop.Out.str(), "");
 }

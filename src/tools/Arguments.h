@@ -1,0 +1,36 @@
+// The arguments of a command line: its help, and what is wrong with them.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace torvane::tools {
+
+/// Exit statuses of the commands.
+namespace ExitStatus {
+inline constexpr int Good = 0;      ///< done; of a check: every program can be selected
+inline constexpr int Refused = 1;   ///< something in what was asked about is not good
+inline constexpr int WrongUse = 2;  ///< the question itself could not be answered
+}  // namespace ExitStatus
+
+/// A question that cannot be answered, in one plain sentence.
+class WrongUse : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Reads arguments, given without the name of the program, into what `app` describes. False where
+/// its help is asked for: then `help` takes the text, and what was read means nothing. Throws
+/// WrongUse.
+[[nodiscard]] bool ReadArguments(CLI::App& app, std::vector<std::string> arguments,
+                                 std::string& help);
+
+/// What is said of a wrong use: the fault, and where the options are told.
+[[nodiscard]] std::string WrongUseText(const std::string& program, const WrongUse& fault);
+
+}  // namespace torvane::tools
