@@ -2,6 +2,9 @@
 
 #include <array>
 #include <charconv>
+#include <filesystem>
+#include <string>
+#include <system_error>
 #include <vector>
 
 namespace torvane::toolkit {
@@ -34,6 +37,17 @@ std::optional<int> Whole(std::string_view text, int least, int most) {
   return value;
 }
 
+/// A bare name that nothing here has is left to the serial library, which looks for it in /dev.
+std::string FromHere(const std::string& device) {
+  namespace fs = std::filesystem;
+  std::error_code fault;
+  const bool here =
+      device.find('/') != std::string::npos || fs::exists(fs::symlink_status(device, fault));
+  if (device.empty() || !here) return device;
+  const fs::path whole = fs::absolute(device, fault);
+  return fault ? device : whole.string();
+}
+
 }  // namespace
 
 std::optional<SerialSettings> ParseSettings(std::string_view text) {
@@ -62,7 +76,8 @@ std::optional<SerialSettings> ParseSettings(std::string_view text) {
 
 std::string DeviceOf(int number, const DeviceMap& devices) {
   if (number < 1) return {};
-  if (const auto given = devices.find(number); given != devices.end()) return given->second;
+  if (const auto given = devices.find(number); given != devices.end())
+    return FromHere(given->second);
 #ifdef _WIN32
   return "COM" + std::to_string(number);
 #else

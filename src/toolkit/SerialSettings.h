@@ -24,8 +24,8 @@ struct SerialSettings {
 /// Devices by port number, from "--device n=PATH".
 using DeviceMap = std::map<int, std::string>;
 
-/// The device of a port: the map's, else "COMn" on Windows and "/dev/ttyS<n-1>" elsewhere; empty
-/// for a number below 1.
+/// The device of a port: the map's, a path from the working directory on or a name of /dev; else
+/// "COMn" on Windows and "/dev/ttyS<n-1>" elsewhere; empty for a number below 1.
 [[nodiscard]] std::string DeviceOf(int number, const DeviceMap& devices);
 
 }  // namespace torvane::toolkit

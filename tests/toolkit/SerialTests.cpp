@@ -1,4 +1,6 @@
 // The serial port over a pseudo-terminal.
+#include <filesystem>
+
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
@@ -6,6 +8,7 @@
 #include <unistd.h>
 
 #include "support/QtEnvironment.h"
+#include "support/TempDirectory.h"
 #include "toolkit/QtSerialPort.h"
 
 namespace torvane::tests {
@@ -35,6 +38,21 @@ TEST(SerialSettings, ANumberNamesADevice) {
   EXPECT_EQ(DeviceOf(4, {{4, "/dev/ttyUSB0"}}), "/dev/ttyUSB0");
   EXPECT_EQ(DeviceOf(0, {}), "");
   EXPECT_EQ(DeviceOf(-3, {{-3, "/dev/null"}}), "");
+}
+
+TEST(SerialDevices, APathFromTheWorkingDirectoryIsOne) {
+  const TempDirectory temp;
+  temp.Put("line", "");
+  namespace fs = std::filesystem;
+  const fs::path before = fs::current_path();
+  fs::current_path(temp.Path());
+  const std::string here = fs::current_path().string();
+  EXPECT_EQ(DeviceOf(1, {{1, "line"}}), here + "/line");
+  fs::create_symlink("gone", "link");
+  EXPECT_EQ(DeviceOf(1, {{1, "link"}}), here + "/link") << "its other end comes later";
+  EXPECT_EQ(DeviceOf(1, {{1, "by/line"}}), here + "/by/line");
+  EXPECT_EQ(DeviceOf(1, {{1, "ttyUSB0"}}), "ttyUSB0") << "a name of /dev";
+  fs::current_path(before);
 }
 
 class Serial : public ::testing::Test {
