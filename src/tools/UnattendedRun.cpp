@@ -37,6 +37,7 @@ bool NamesPicture(const std::string& path) {
 
 UnattendedRun::UnattendedRun(ConsoleProgram& program, const TorvaneOptions& options)
     : program_(program), options_(options), timer_(program.Loop().MakeTimer([this] { Look(); })) {
+  program_.Console().Poll().Observe(*this);
   timer_->Start(LookMs);
 }
 
@@ -52,6 +53,8 @@ void UnattendedRun::Look() {
       return;
     case Phase::Selecting:
       return;
+    case Phase::Selected:
+      return Begin();
     case Phase::Starting:
       return WatchStart();
     case Phase::Running:
@@ -108,13 +111,23 @@ void UnattendedRun::Select() {
     }
     TakePicture("selected");
   }
-  if (options_.Start) {
-    PressStart();
-    Enter(Phase::Starting);
-  } else {
-    Enter(options_.ExitAfterRun && options_.SelectProgram.empty() ? Phase::Ending
-                                                                  : Phase::Starting);
-  }
+  seen_ = false;
+  Enter(Phase::Selected);
+}
+
+void UnattendedRun::TickRead(const supervision::TickReading& tick) {
+  if (!tick.Blind) seen_ = true;
+}
+
+/// The console sees the machine stand before it starts, as it does before an operator's hand gets
+/// to the key; without a link it never does.
+void UnattendedRun::Begin() {
+  const bool patient = program_.Loop().NowMs() - enteredMs_ < StartWaitMs;
+  if (options_.Start && !seen_ && patient) return;
+  if (options_.Start) PressStart();
+  const bool nothingToDo =
+      !options_.Start && options_.ExitAfterRun && options_.SelectProgram.empty();
+  Enter(nothingToDo ? Phase::Ending : Phase::Starting);
 }
 
 void UnattendedRun::PressStart() {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/EventLoop.h"
+#include "supervision/PollObserver.h"
 #include "tools/ConsoleProgram.h"
 
 namespace torvane::tools {
@@ -19,20 +20,30 @@ inline constexpr int NotStarted = 3;  ///< the machine did not take the cycle st
 /// Looks at the console from a timer, as a person would, and acts on what it sees.
 ///
 ///   WaitingForMain --main screen up--------------> Selecting
-///   Selecting      --selected, or nothing to-----> Starting
+///   Selecting      --selected, or nothing to-----> Selected
 ///   Selecting      --refused---------------------> Ending (status Refused)
+///   Selected       --the machine was seen--------> Starting
 ///   Starting       --machine runs----------------> Running
 ///   Starting       --no run within a while-------> Ending (status NotStarted)
 ///   Running        --machine has stopped---------> Ending
 ///   Ending         --pictures taken--------------> ShuttingDown, with --exit-after-run; else Idle
 ///   ShuttingDown   --closed----------------------> the program's end
 ///                  --not closed within a while---> the program's end (status Refused)
-class UnattendedRun {
+class UnattendedRun final : private supervision::PollObserver {
  public:
   UnattendedRun(ConsoleProgram& program, const TorvaneOptions& options);
 
  private:
-  enum class Phase { WaitingForMain, Selecting, Starting, Running, Ending, ShuttingDown, Idle };
+  enum class Phase {
+    WaitingForMain,
+    Selecting,
+    Selected,
+    Starting,
+    Running,
+    Ending,
+    ShuttingDown,
+    Idle
+  };
 
   void Look();
   void AnswerDialogs();
@@ -40,6 +51,10 @@ class UnattendedRun {
   void NameLastFile();
   void BeginSelection();
   void Select();
+  // PollObserver
+  void TickRead(const supervision::TickReading& tick) override;
+
+  void Begin();
   void PressStart();
   void WatchStart();
   void WatchRun();
@@ -54,6 +69,7 @@ class UnattendedRun {
   TorvaneOptions options_;
   std::unique_ptr<platform::Timer> timer_;
   Phase phase_ = Phase::WaitingForMain;
+  bool seen_ = false;  ///< a tick of the poll has come since the selection
   bool ran_ = false;
   std::int64_t enteredMs_ = 0;
   std::int64_t statusShownMs_ = 0;

@@ -63,5 +63,22 @@ TEST_F(JournalOfProcesses, AKillInARunIsToldAtTheNextStartAndTheListMarksThePlac
   EXPECT_EQ(File("Service/Errors.txt"), "(missing)");
 }
 
+TEST_F(JournalOfProcesses, ARunWithoutAnOperatorIsALineAsOfAnyOther) {
+  Console.Start(TORVANE_PROGRAM,
+                {"--simulate", "--speed", "20", "--window", "1024x768", "--select", "SHOP/STAR",
+                 "--start", "--exit-after-run", Place("installation")});
+  EXPECT_EQ(Console.WaitForEnd(LongMs), 0) << Console.Errors();
+  const std::string journal = File("Service/Journal.csv");
+  const auto lines = core::SplitLines(journal);
+  ASSERT_EQ(lines.size(), 2U) << journal;
+  const auto run = supervision::ReadJournalLine(lines[1]);
+  ASSERT_TRUE(run) << journal;
+  EXPECT_EQ(run->Begin, supervision::RunBegin::Start);
+  EXPECT_EQ(run->Ended, supervision::RunEnd::End);
+  EXPECT_EQ(run->Sheets, 1);
+  EXPECT_EQ(run->StopCount, 0);
+  EXPECT_GT(run->Seconds, 26);
+}
+
 }  // namespace
 }  // namespace torvane::tests
