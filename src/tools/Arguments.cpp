@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <ostream>
 #include <utility>
 
 namespace torvane::tools {
@@ -21,6 +22,19 @@ bool ReadArguments(CLI::App& app, std::vector<std::string> arguments, std::strin
 
 std::string WrongUseText(const std::string& program, const WrongUse& fault) {
   return program + ": " + fault.what() + "\nRun " + program + " --help for its options.\n";
+}
+
+int RunCommand(CLI::App& app, std::vector<std::string> arguments, std::ostream& out,
+               std::ostream& errors, const std::function<int()>& work) {
+  try {
+    std::string help;
+    if (ReadArguments(app, std::move(arguments), help)) return work();
+    out << help;
+    return ExitStatus::Good;
+  } catch (const WrongUse& fault) {
+    errors << WrongUseText(app.get_name(), fault);
+    return ExitStatus::WrongUse;
+  }
 }
 
 }  // namespace torvane::tools

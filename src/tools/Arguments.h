@@ -1,6 +1,8 @@
 // The arguments of a command line: its help, and what is wrong with them.
 #pragma once
 
+#include <functional>
+#include <iosfwd>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -32,5 +34,10 @@ class WrongUse : public std::runtime_error {
 
 /// What is said of a wrong use: the fault, and where the options are told.
 [[nodiscard]] std::string WrongUseText(const std::string& program, const WrongUse& fault);
+
+/// The whole of a command of which nobody asks for the options alone: its help, or `work`, which
+/// gives the exit status, or what is wrong with the arguments.
+int RunCommand(CLI::App& app, std::vector<std::string> arguments, std::ostream& out,
+               std::ostream& errors, const std::function<int()>& work);
 
 }  // namespace torvane::tools

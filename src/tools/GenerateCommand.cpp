@@ -33,22 +33,7 @@ void DescribeOptions(CLI::App& app, GenerateOptions& options) {
                "Coordinates by parameters and sums in place of plain numbers");
 }
 
-}  // namespace
-
-int GenerateMain(std::vector<std::string> arguments, std::ostream& out, std::ostream& errors) {
-  GenerateOptions options;
-  CLI::App app("Writes large part programs for trials.", "torvane-generate");
-  DescribeOptions(app, options);
-  try {
-    std::string help;
-    if (!ReadArguments(app, std::move(arguments), help)) {
-      out << help;
-      return ExitStatus::Good;
-    }
-  } catch (const WrongUse& fault) {
-    errors << WrongUseText("torvane-generate", fault);
-    return ExitStatus::WrongUse;
-  }
+int Write(const GenerateOptions& options, std::ostream& out, std::ostream& errors) {
   const auto text = GenerateProgram(options.Program);
   if (options.File.empty()) {
     out << text << std::flush;
@@ -61,6 +46,16 @@ int GenerateMain(std::vector<std::string> arguments, std::ostream& out, std::ost
   if (file) return ExitStatus::Good;
   errors << "torvane-generate: " << options.File << ": cannot be written\n";
   return ExitStatus::WrongUse;
+}
+
+}  // namespace
+
+int GenerateMain(std::vector<std::string> arguments, std::ostream& out, std::ostream& errors) {
+  GenerateOptions options;
+  CLI::App app("Writes large part programs for trials.", "torvane-generate");
+  DescribeOptions(app, options);
+  return RunCommand(app, std::move(arguments), out, errors,
+                    [&] { return Write(options, out, errors); });
 }
 
 }  // namespace torvane::tools

@@ -98,18 +98,8 @@ void TellDamage(const JournalReport& report, std::ostream& errors) {
   errors << (report.Damaged.size() > MostNamed ? " and more\n" : "\n");
 }
 
-}  // namespace
-
-int JournalMain(std::vector<std::string> arguments, std::ostream& out, std::ostream& errors) {
-  JournalOptions options;
-  CLI::App app("Sums up the run journal of an installation.", "torvane-journal");
-  DescribeOptions(app, options);
+int Report(const JournalOptions& options, std::ostream& out, std::ostream& errors) {
   try {
-    std::string help;
-    if (!ReadArguments(app, std::move(arguments), help)) {
-      out << help;
-      return ExitStatus::Good;
-    }
     const JournalReport report = ReportOf(options);
     Print(report, options.Format, out);
     TellDamage(report, errors);
@@ -118,13 +108,20 @@ int JournalMain(std::vector<std::string> arguments, std::ostream& out, std::ostr
       return ExitStatus::Refused;
     }
     return report.Damaged.empty() ? ExitStatus::Good : ExitStatus::Refused;
-  } catch (const WrongUse& fault) {
-    errors << WrongUseText("torvane-journal", fault);
-    return ExitStatus::WrongUse;
   } catch (const platform::RuntimeFault& fault) {
     errors << "torvane-journal: " << fault.what() << "\n";
     return ExitStatus::Refused;
   }
+}
+
+}  // namespace
+
+int JournalMain(std::vector<std::string> arguments, std::ostream& out, std::ostream& errors) {
+  JournalOptions options;
+  CLI::App app("Sums up the run journal of an installation.", "torvane-journal");
+  DescribeOptions(app, options);
+  return RunCommand(app, std::move(arguments), out, errors,
+                    [&] { return Report(options, out, errors); });
 }
 
 }  // namespace torvane::tools

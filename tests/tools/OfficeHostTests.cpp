@@ -1,15 +1,12 @@
 // torvane-office: its options, its pseudo-terminal, and the words of its operator.
-#include <array>
 #include <filesystem>
 #include <sstream>
 #include <string>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include "support/TempDirectory.h"
+#include "HostOnATerminal.h"
 #include "tools/CheckOptions.h"
 #include "tools/OfficeHost.h"
 
@@ -38,55 +35,27 @@ TEST(OfficeOptionsTest, WrongUseIsRefused) {
   EXPECT_THROW(Read({"--pty", "a", "--baud", "123"}), WrongUse);
 }
 
-class OfficeOnATerminal : public ::testing::Test {
+class OfficeOnATerminal : public HostOnATerminal<OfficeHost> {
  protected:
   OfficeOnATerminal() {
-    EXPECT_EQ(pipe(keyboard_.data()), 0);
     temp_.Put("A.prg", "G00\r\n");
     OfficeOptions options;
-    options.PtyLink = temp_.Path() + "/line";
+    options.PtyLink = Link();
     options.Log = temp_.Path() + "/in.txt";
-    host_ = std::make_unique<OfficeHost>(options, keyboard_[0], out_);
-    Open();
-  }
-  ~OfficeOnATerminal() override {
-    close(line_);
-    close(keyboard_[0]);
-    close(keyboard_[1]);
-  }
-  void Open() {
-    line_ = open((temp_.Path() + "/line").c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    EXPECT_GE(line_, 0);
-  }
-  void Type(const std::string& text) {
-    EXPECT_EQ(write(keyboard_[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
-  }
-  void Console(const std::string& bytes) {
-    EXPECT_EQ(write(line_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    Begin(options);
   }
   /// What the console gets within so many steps.
   std::string Got(int steps) {
     std::string bytes;
-    std::array<char, 256> buffer{};
-    for (int i = 0; i < steps; ++i) {
-      host_->Step(5);
-      const ssize_t count = read(line_, buffer.data(), buffer.size());
-      if (count > 0) bytes.append(buffer.data(), static_cast<std::size_t>(count));
-    }
+    for (int i = 0; i < steps; ++i) bytes += Step();
     return bytes;
   }
-
-  tests::TempDirectory temp_;
-  std::array<int, 2> keyboard_{};
-  std::ostringstream out_;
-  std::unique_ptr<OfficeHost> host_;
-  int line_ = -1;
 };
 
 TEST_F(OfficeOnATerminal, SendsAProgramAndLogsWhatComes) {
   Type("send " + temp_.Path() + "/A.prg\n");
   EXPECT_THAT(Got(40), HasSubstr("G00\r\n\x04"));
-  Console("M02\r\n\x04");
+  Send("M02\r\n\x04");
   Got(3);
   EXPECT_EQ(temp_.Get("in.txt"), "M02\r\n\x04");
   EXPECT_THAT(out_.str(), HasSubstr("sent, 36 bytes in all\n"));
@@ -96,7 +65,7 @@ TEST_F(OfficeOnATerminal, SendsAProgramAndLogsWhatComes) {
 TEST_F(OfficeOnATerminal, ADeafOneReadsNothingAndDoesNotSpin) {
   Type("deaf on\n");
   Got(2);
-  Console("M02\r\n");
+  Send("M02\r\n");
   const auto start = std::chrono::steady_clock::now();
   host_->Step(50);
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(40));
@@ -109,9 +78,9 @@ TEST_F(OfficeOnATerminal, ADeafOneReadsNothingAndDoesNotSpin) {
 TEST_F(OfficeOnATerminal, SurvivesThatTheConsoleClosesInMidSend) {
   Type("chunk 1 20\nsend " + temp_.Path() + "/A.prg\n");
   Got(10);
-  close(line_);
+  HangUp();
   for (int i = 0; i < 5; ++i) EXPECT_TRUE(host_->Step(5));
-  Open();
+  Connect();
   Type("halt\nchunk 0\nsend " + temp_.Path() + "/A.prg\n");
   EXPECT_THAT(Got(40), HasSubstr("G00\r\n\x04"));
 }

@@ -1,15 +1,12 @@
 // torvane-sim --replay: a trace in a file, a console on a pseudo-terminal, and the exit status.
-#include <array>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
+#include "HostOnATerminal.h"
 #include "link/LinkTrace.h"
 #include "platform/RuntimeFault.h"
 #include "support/TempDirectory.h"
@@ -29,46 +26,15 @@ std::string Command(const std::string& line) {
   return link::PollLogRecord("Download", line, line + "\r\n>>", true);
 }
 
-class ReplayOnATerminal : public ::testing::Test {
+class ReplayOnATerminal : public HostOnATerminal<ReplayHost> {
  protected:
-  ReplayOnATerminal() { EXPECT_EQ(pipe(keyboard_.data()), 0); }
-  ~ReplayOnATerminal() override {
-    HangUp();
-    close(keyboard_[0]);
-    close(keyboard_[1]);
-  }
-
   void Start(const std::string& trace, std::size_t session = 0) {
-    directory_.Put("Polling.txt", trace);
+    temp_.Put("Polling.txt", trace);
     SimOptions options;
-    options.PtyLink = directory_.Path() + "/line";
-    options.Replay = {directory_.Path() + "/Polling.txt"};
+    options.PtyLink = Link();
+    options.Replay = {temp_.Path() + "/Polling.txt"};
     options.Session = session;
-    host_ = std::make_unique<ReplayHost>(options, keyboard_[0], out_);
-    Connect();
-  }
-  void Connect() {
-    line_ = open((directory_.Path() + "/line").c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    EXPECT_GE(line_, 0);
-  }
-  void HangUp() {
-    if (line_ >= 0) close(line_);
-    line_ = -1;
-  }
-  std::string Exchange(const std::string& text) {
-    const std::string bytes = text + "\r";
-    EXPECT_EQ(write(line_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    std::string answer;
-    std::array<char, 256> buffer{};
-    for (int i = 0; i < 200 && !answer.ends_with(">>"); ++i) {
-      EXPECT_TRUE(host_->Step(5));
-      const ssize_t count = read(line_, buffer.data(), buffer.size());
-      if (count > 0) answer.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-    return answer;
-  }
-  void Type(const std::string& text) {
-    EXPECT_EQ(write(keyboard_[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    Begin(options);
   }
   /// Steps until it is over, at most so many.
   bool Over() {
@@ -77,12 +43,6 @@ class ReplayOnATerminal : public ::testing::Test {
     }
     return false;
   }
-
-  tests::TempDirectory directory_;
-  std::array<int, 2> keyboard_{};
-  std::ostringstream out_;
-  std::unique_ptr<ReplayHost> host_;
-  int line_ = -1;
 };
 
 TEST_F(ReplayOnATerminal, EndsGoodWhenTheConsoleHangsUpAfterAllWentAsRecorded) {

@@ -1,15 +1,13 @@
 // torvane-sim: its options, its pseudo-terminal, and the operator's words.
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <unistd.h>
 
+#include "HostOnATerminal.h"
 #include "platform/RuntimeFault.h"
 #include "simulator/OperatorCommands.h"
 #include "tools/SimHost.h"
@@ -58,43 +56,13 @@ TEST(SimOptions, WrongUseIsRefused) {
   }
 }
 
-class SimOnATerminal : public ::testing::Test {
+class SimOnATerminal : public HostOnATerminal<SimHost> {
  protected:
-  SimOnATerminal() : link_(fs::temp_directory_path() / ("sim-link-" + std::to_string(getpid()))) {
-    EXPECT_EQ(pipe(keyboard_.data()), 0);
+  SimOnATerminal() {
     SimOptions options;
-    options.PtyLink = link_.string();
-    host_ = std::make_unique<SimHost>(options, keyboard_[0], out_);
-    line_ = open(link_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    EXPECT_GE(line_, 0);
+    options.PtyLink = Link();
+    Begin(options);
   }
-  ~SimOnATerminal() override {
-    close(line_);
-    close(keyboard_[0]);
-    close(keyboard_[1]);
-  }
-
-  void Type(const std::string& text) {
-    EXPECT_EQ(write(keyboard_[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
-  }
-  std::string Exchange(const std::string& text) {
-    const std::string bytes = text + "\r";
-    EXPECT_EQ(write(line_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    std::string answer;
-    std::array<char, 256> buffer{};
-    for (int i = 0; i < 200 && !answer.ends_with(">>"); ++i) {
-      host_->Step(5);
-      const ssize_t count = read(line_, buffer.data(), buffer.size());
-      if (count > 0) answer.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-    return answer;
-  }
-
-  fs::path link_;
-  std::array<int, 2> keyboard_{};
-  std::ostringstream out_;
-  std::unique_ptr<SimHost> host_;
-  int line_ = -1;
 };
 
 TEST_F(SimOnATerminal, AnswersWithoutAnEchoOfTheTerminalsOwn) {
@@ -105,9 +73,9 @@ TEST_F(SimOnATerminal, AnswersWithoutAnEchoOfTheTerminalsOwn) {
 
 TEST_F(SimOnATerminal, StaysWhenTheFrontEndLeavesAndComesBack) {
   EXPECT_EQ(Exchange("VR(1)=5"), "VR(1)=5\r\n>>");
-  close(line_);
+  HangUp();
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(host_->Step(1));
-  line_ = open(link_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  Connect();
   EXPECT_EQ(Exchange("? VR(1)"), "? VR(1)\r\n5\r\n>>");
 }
 
@@ -124,11 +92,11 @@ TEST_F(SimOnATerminal, TakesCommandsInPiecesAndTellsItsEvents) {
 }
 
 TEST_F(SimOnATerminal, EndsWithQuitAndTakesItsLinkAway) {
-  EXPECT_TRUE(fs::is_symlink(link_));
+  EXPECT_TRUE(fs::is_symlink(Link()));
   Type("quit\n");
   EXPECT_FALSE(host_->Step(100));
   host_.reset();
-  EXPECT_FALSE(fs::exists(fs::symlink_status(link_)));
+  EXPECT_FALSE(fs::exists(fs::symlink_status(Link())));
 }
 
 TEST_F(SimOnATerminal, AnEndOfTheKeyboardEndsNothing) {
