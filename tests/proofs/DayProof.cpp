@@ -240,7 +240,7 @@ class Day {
 
   /// The cable is out for up to a minute.
   void LoseTheLine() {
-    nextFailureMs_ = NowMs() + Pick(20 * Minute, 40 * Minute);
+    nextFailureMs_ += Pick(20 * Minute, 40 * Minute);
     ++failures_;
     shop_.ThePlant().Controller->SetSilent(true);
     RunFor(Pick(500, Minute));
