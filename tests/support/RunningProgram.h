@@ -49,7 +49,12 @@ class RunningProgram {
   std::size_t waited_ = 0;
 };
 
-inline RunningProgram::RunningProgram(std::string name) : name_(std::move(name)) {}
+/// Where the tests run without a terminal some signals are ignored, and a child would inherit that.
+inline RunningProgram::RunningProgram(std::string name) : name_(std::move(name)) {
+  process_.setChildProcessModifier([] {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) std::signal(number, SIG_DFL);
+  });
+}
 
 inline RunningProgram::~RunningProgram() {
   if (Runs()) Kill();
