@@ -38,8 +38,8 @@ struct Quote {
 /// True when one of the quotations has that text.
 [[nodiscard]] bool Quoted(const std::vector<Quote>& quotes, std::string_view text);
 
-/// The parts of a text between its placeholders: "Delete ", " !" for `Delete "<name>" !` without
-/// the quotation marks that stand next to one. A placeholder is <in angle brackets> or a "*".
+/// The parts of a text between those that it leaves open: "Delete ", " !" for `Delete "<name>" !`
+/// without the quotation marks around it. An open part is <in angle brackets> or a "*".
 [[nodiscard]] std::vector<std::string> FixedParts(const std::string& text);
 
 /// Blanks and line feeds in a row are one blank, none at the ends.
