@@ -18,6 +18,8 @@ namespace {
 
 constexpr int LookMs = 50;
 constexpr int StartWaitMs = 8000;
+/// A tick comes twenty times a second; a console that has had none by now has no line that answers.
+constexpr int FirstSightMs = 3000;
 constexpr int StatusLineMs = 1000;
 /// After so many dialogs &OK ends the console where it is the answer to a failure of the line: a
 /// file of refused lines would otherwise ask for hours.
@@ -120,9 +122,10 @@ void UnattendedRun::TickRead(const supervision::TickReading& tick) {
 }
 
 /// The console sees the machine stand before it starts, as it does before an operator's hand gets
-/// to the key; without a link it never does.
+/// to the key; with the link off it never does.
 void UnattendedRun::Begin() {
-  const bool patient = program_.Loop().NowMs() - enteredMs_ < StartWaitMs;
+  const bool patient =
+      program_.System().Link.TrioLinkEnabled && program_.Loop().NowMs() - enteredMs_ < FirstSightMs;
   if (options_.Start && !seen_ && patient) return;
   if (options_.Start) PressStart();
   const bool nothingToDo =

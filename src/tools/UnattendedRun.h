@@ -45,15 +45,15 @@ class UnattendedRun final : private supervision::PollObserver {
     Idle
   };
 
+  // PollObserver
+  void TickRead(const supervision::TickReading& tick) override;
+
   void Look();
   void AnswerDialogs();
   /// The file that was in hand when the first dialog came up, on standard error.
   void NameLastFile();
   void BeginSelection();
   void Select();
-  // PollObserver
-  void TickRead(const supervision::TickReading& tick) override;
-
   void Begin();
   void PressStart();
   void WatchStart();
