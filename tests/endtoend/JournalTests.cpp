@@ -1,5 +1,8 @@
 // A console that is killed in the middle of a run, and the next one that tells of it: real
 // programs.
+#include <optional>
+#include <string>
+
 #include <gmock/gmock.h>
 
 #include "Programs.h"
@@ -15,6 +18,12 @@ using ::testing::HasSubstr;
 constexpr int LongMs = 60000;
 
 using JournalOfProcesses = EndToEnd;
+
+/// The run of a journal that holds one; nothing of any other.
+std::optional<supervision::RunLine> OnlyRunOf(const std::string& journal) {
+  const auto lines = core::SplitLines(journal);
+  return lines.size() == 2 ? supervision::ReadJournalLine(lines[1]) : std::nullopt;
+}
 
 TEST_F(JournalOfProcesses, AKillInARunIsToldAtTheNextStartAndTheListMarksThePlace) {
   StartMachine(4);
@@ -42,9 +51,7 @@ TEST_F(JournalOfProcesses, AKillInARunIsToldAtTheNextStartAndTheListMarksThePlac
   EXPECT_EQ(second.WaitForEnd(LongMs), 0) << second.Errors();
 
   const std::string journal = File("Service/Journal.csv");
-  const auto lines = core::SplitLines(journal);
-  ASSERT_EQ(lines.size(), 2U) << journal;
-  const auto read = supervision::ReadJournalLine(lines[1]);
+  const auto read = OnlyRunOf(journal);
   ASSERT_TRUE(read) << journal;
   const supervision::RunLine& run = *read;
   EXPECT_EQ(run.Ended, supervision::RunEnd::ConsoleEnded);
@@ -69,9 +76,7 @@ TEST_F(JournalOfProcesses, ARunWithoutAnOperatorIsALineAsOfAnyOther) {
                  "--start", "--exit-after-run", Place("installation")});
   EXPECT_EQ(Console.WaitForEnd(LongMs), 0) << Console.Errors();
   const std::string journal = File("Service/Journal.csv");
-  const auto lines = core::SplitLines(journal);
-  ASSERT_EQ(lines.size(), 2U) << journal;
-  const auto run = supervision::ReadJournalLine(lines[1]);
+  const auto run = OnlyRunOf(journal);
   ASSERT_TRUE(run) << journal;
   EXPECT_EQ(run->Begin, supervision::RunBegin::Start);
   EXPECT_EQ(run->Ended, supervision::RunEnd::End);
