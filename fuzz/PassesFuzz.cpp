@@ -4,6 +4,10 @@
 
 namespace {
 
+/// A circle is a circle after a few rounds: what is found in a million blocks of it is found here,
+/// and the time goes to other programs.
+constexpr int MaxBlocks = 2000;
+
 /// The first byte turns the machine's switches, so that both senses of arcs and sides are met.
 torvane::core::MachineData MachineOf(std::uint8_t switches) {
   torvane::core::MachineData machine;
@@ -29,6 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   input.Slot = static_cast<std::int16_t>((data[0] >> 7U) + 1);
   input.Machine = &machine;
   input.ActiveStation = &station;
+  input.MaxBlocks = MaxBlocks;
   const auto squeezed =
       torvane::partprogram::SqueezeProgram(torvane::fuzz::TextOf(data + 1, size - 1));
   const auto result = torvane::partprogram::RunPasses(squeezed, input);

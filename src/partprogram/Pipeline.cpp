@@ -45,7 +45,7 @@ PassOutcome Convert(Pipeline& pipeline) {
   const PassInput& input = pipeline.Input;
   pipeline.Result.Conversion =
       RunConversion({pipeline.Result.Text.Converted, input.ProgramName, input.DirectoryName,
-                     input.Machine, input.ActiveStation, input.Time});
+                     input.Machine, input.ActiveStation, input.Time, input.MaxBlocks});
   return pipeline.Result.Conversion.CriticalErrors > 0 ? PassOutcome::ErrorsInCode
                                                        : PassOutcome::Good;
 }

@@ -15,6 +15,7 @@
 #include "partprogram/DrawRecord.h"
 #include "partprogram/ReverseModule.h"
 #include "partprogram/TableModule.h"
+#include "partprogram/Walker.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 
@@ -27,7 +28,8 @@ struct PassInput {
   core::Slot Slot;
   const core::MachineData* Machine = nullptr;
   const core::Station* ActiveStation = nullptr;
-  platform::LocalTime Time;  ///< printed in the report
+  platform::LocalTime Time;       ///< printed in the report
+  int MaxBlocks = MaxWalkBlocks;  ///< blocks that the walk may read, rounds included
 };
 
 enum class PassOutcome {

@@ -60,7 +60,7 @@ ReversePass::ReversePass(const ConversionInput& input, ConversionResult& result)
     : input_(input),
       machine_(*input.Machine),
       result_(result),
-      walker_(input.Converted, result.Subs),
+      walker_(input.Converted, result.Subs, input.MaxBlocks),
       state_(ModalState::AtStart(*input.Machine)),
       last_(state_.Current),
       common_(*input.ActiveStation, state_.Settings) {}

@@ -11,6 +11,7 @@
 #include "core/ActiveProgram.h"
 #include "core/MachineData.h"
 #include "partprogram/DrawRecord.h"
+#include "partprogram/Walker.h"
 #include "platform/Clock.h"
 
 namespace torvane::partprogram {
@@ -22,7 +23,8 @@ struct ConversionInput {
   std::string_view DirectoryName;
   const core::MachineData* Machine = nullptr;
   const core::Station* ActiveStation = nullptr;
-  platform::LocalTime Time;  ///< printed in the report
+  platform::LocalTime Time;       ///< printed in the report
+  int MaxBlocks = MaxWalkBlocks;  ///< blocks that the walk may read, rounds included
 };
 
 /// One problem of a program.

@@ -47,8 +47,9 @@ std::size_t ProgramLines::Find(std::int32_t blockNumber) {
   return found->second;
 }
 
-Walker::Walker(std::string_view main, const std::map<std::int16_t, std::string>& subs)
-    : main_(main) {
+Walker::Walker(std::string_view main, const std::map<std::int16_t, std::string>& subs,
+               int maxBlocks)
+    : main_(main), maxBlocks_(maxBlocks) {
   for (const auto& [number, text] : subs) AddSub(number, text);
   levels_[0].Lines = &main_;
 }
@@ -68,7 +69,7 @@ WalkStep Walker::Next() {
     SubLevel& level = Level();
     const bool ended = level.Next >= level.Lines->Count();
     if (ended && depth_ == 0) return WalkStep::End;
-    if (++blocks_ > MaxWalkBlocks) return WalkStep::Endless;
+    if (++blocks_ > maxBlocks_) return WalkStep::Endless;
     if (ended) {
       Return();
       continue;

@@ -17,7 +17,8 @@ namespace torvane::partprogram {
 inline constexpr int MaxSubDepth = 64;
 
 /// Blocks that a walk may read. A program of 32767 records that reads thirty blocks for each of
-/// them stays below; one that comes this far is going round in a circle.
+/// them stays below; one that comes this far is going round in a circle. A walk may be given a
+/// lower limit, where circles are to be cut short.
 inline constexpr int MaxWalkBlocks = 1'000'000;
 
 /// Longest block, in characters without its comment.
@@ -66,13 +67,14 @@ enum class WalkStep : std::uint8_t {
   Block,         ///< a block is ready
   End,           ///< the main file is at its end
   TooManyLines,  ///< a line number that 16 bits do not hold
-  Endless,       ///< MaxWalkBlocks read, rounds of subroutines counted among them
+  Endless,       ///< as many blocks read as the walk may, rounds of subroutines counted among them
 };
 
 class Walker {
  public:
   /// `main` and the texts of `subs` must outlive the walker.
-  Walker(std::string_view main, const std::map<std::int16_t, std::string>& subs);
+  Walker(std::string_view main, const std::map<std::int16_t, std::string>& subs,
+         int maxBlocks = MaxWalkBlocks);
 
   /// Reads the next line into CurrentBlock. Returns from subroutines happen here: at the end of
   /// their text and at "M02".
@@ -121,6 +123,7 @@ class Walker {
   WordSet returns_{Word::M02};
   std::array<SubLevel, MaxSubDepth + 1> levels_{};
   int depth_ = 0;
+  int maxBlocks_;
   int blocks_ = 0;
   bool arriving_ = false;  ///< the next line is the target of a jump: its "M02" does not return
   Block block_;

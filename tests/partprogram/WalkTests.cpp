@@ -231,6 +231,16 @@ TEST(Walk, AnEndlessJumpIsCritical) {
   EXPECT_THAT(MessagesOf(Convert({"N1 GOTO 1"})), ElementsAre("C Program Does Not End "));
 }
 
+TEST(Walk, AWalkWithALowerLimitReadsExactlyAsManyBlocks) {
+  const std::map<std::int16_t, std::string> subs;
+  Walker walker("N1 G00 X1\r\nGOTO 1\r\n", subs, 5);
+  for (int block = 1; block <= 5; ++block) {
+    ASSERT_EQ(walker.Next(), WalkStep::Block) << block;
+    if (block % 2 == 0) walker.Jump(1);
+  }
+  EXPECT_EQ(walker.Next(), WalkStep::Endless);
+}
+
 TEST(Walk, AJumpNumberBeyondSixteenBitsIsCritical) {
   EXPECT_EQ(Convert({"N70000 G00 X1 Y1", "GOTO 70000"}).CriticalErrors, 1);
 }
