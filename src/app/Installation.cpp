@@ -23,7 +23,7 @@ std::optional<core::ControlFile> ReadControl(const platform::DiskFileSystem& fil
 }
 
 void RemoveLeftovers(const platform::DiskFileSystem& files, const core::ControlFile& control) {
-  for (const char* name : {"", "Service\\", "Settings\\"}) {
+  for (const char* name : {"", "Service\\", "Settings\\", "Subs\\One\\", "Subs\\Two\\"}) {
     files.RemoveLeftovers(control.RootDirectory + name);
   }
   for (const std::string& name : files.ListDirectories(control.ProgramRoot)) {

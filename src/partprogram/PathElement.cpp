@@ -84,10 +84,17 @@ bool RowFits(const TableRow& row, const PathElement& element) {
     case RowType::Point:
       if (element.Code == RecordCode::Move) return Same(row.X, row.Y, element.End);
       if (element.Code == RecordCode::LoadPosition) return Same(row.X, row.Y, element.Centre);
-      return row.Action != PointAction::None;
+      // A dwell too short for its two places is a row without an action: a move to its own point.
+      return row.Action != PointAction::None || element.Code == RecordCode::Dwell;
     default:
       return true;
   }
+}
+
+Position PointTarget(const TableRow& row, const PathElement* element) {
+  if (element != nullptr && element->Code == RecordCode::Move) return element->End;
+  if (element != nullptr && element->Code == RecordCode::LoadPosition) return element->Centre;
+  return {row.X, row.Y, row.Z};
 }
 
 Segment RowPath(const TableRow& row, const Position& from) {

@@ -34,6 +34,10 @@ struct PathElement {
 /// holds a point of the element it is that point.
 [[nodiscard]] bool RowFits(const TableRow& row, const PathElement& element);
 
+/// Where a point row without an action sends the head, whose element it may know: a row holds its
+/// points to four places only, and a move goes to the element's end.
+[[nodiscard]] Position PointTarget(const TableRow& row, const PathElement* element);
+
 /// The line or arc of a row by itself, from where the head is: a line goes to the point of its row,
 /// an arc counts from the head.
 [[nodiscard]] Segment RowPath(const TableRow& row, const Position& from);

@@ -126,12 +126,7 @@ class RunWalk {
     } else if (row.Action != PointAction::None) {
       Wait(figures_.ClampSeconds, result_.MachineSeconds);
     } else {
-      Position target{row.X, row.Y, row.Z};
-      if (element_) {
-        const bool load = element_->Code == RecordCode::LoadPosition;
-        target = load ? element_->Centre : element_->End;
-      }
-      MoveTo(target);
+      MoveTo(PointTarget(row, element_ ? &*element_ : nullptr));
     }
   }
 

@@ -89,6 +89,13 @@ std::string DiskFileSystem::ToSystemPath(std::string_view nativePath) {
   return path;
 }
 
+std::string DiskFileSystem::ToWholeSystemPath(std::string_view nativePath) {
+  std::error_code error;
+  const fs::path whole = fs::absolute(nativePath, error);
+  if (error) throw RuntimeFault(ToSystemPath(nativePath), "the working directory is not there");
+  return ToSystemPath(whole.string());
+}
+
 void DiskFileSystem::SetDrive(char letter, std::string nativeDirectory) {
   paths_.SetDrive(letter, std::move(nativeDirectory));
 }

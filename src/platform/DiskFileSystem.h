@@ -25,6 +25,9 @@ class DiskFileSystem final : public FileSystem {
 
   /// A native path (of a command line, say) as a system path: "/home/x" gives "\home\x".
   [[nodiscard]] static std::string ToSystemPath(std::string_view nativePath);
+  /// The same, from the root on. Throws RuntimeFault for a relative one where the working directory
+  /// is gone.
+  [[nodiscard]] static std::string ToWholeSystemPath(std::string_view nativePath);
 
   /// The native path that a system path leads to, empty where none can.
   [[nodiscard]] std::string NativePath(std::string_view path) const { return paths_.Resolve(path); }

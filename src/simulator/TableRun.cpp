@@ -243,11 +243,7 @@ void TableRun::PerformPoint(const TableRow& row, const PathElement* element, con
     return Wait(Task::Waiting(options_.ClampSeconds), from, mover);
   }
   place_.reset();
-  Position target{row.X, row.Y, row.Z};
-  if (element != nullptr) {
-    const bool load = element->Code == partprogram::RecordCode::LoadPosition;
-    target = load ? element->Centre : element->End;
-  }
+  const Position target = partprogram::PointTarget(row, element);
   mover.Add(Task::Travelling(Segment::Line(from, target), options_.RapidRate));
 }
 

@@ -5,6 +5,8 @@
 #include <ostream>
 #include <utility>
 
+#include "core/Text.h"
+
 namespace torvane::tools {
 
 bool ReadArguments(CLI::App& app, std::vector<std::string> arguments, std::string& help) {
@@ -18,6 +20,21 @@ bool ReadArguments(CLI::App& app, std::vector<std::string> arguments, std::strin
   } catch (const CLI::ParseError& fault) {
     throw WrongUse(fault.what());
   }
+}
+
+std::string CheckNumber(const std::string& text) {
+  // What cannot be read at all is refused anyway: this is about the number that is none.
+  const bool none = core::UpperCase(text).find("NAN") != std::string::npos;
+  return none ? text + " is no number" : std::string();
+}
+
+std::string CheckNotEmpty(const std::string& text) { return text.empty() ? "it is empty" : ""; }
+
+int WhenWritten(const std::string& program, std::ostream& out, std::ostream& errors, int status) {
+  out << std::flush;
+  if (out) return status;
+  errors << program << ": the output cannot be written\n";
+  return ExitStatus::WrongUse;
 }
 
 std::string WrongUseText(const std::string& program, const WrongUse& fault) {

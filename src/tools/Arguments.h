@@ -26,6 +26,16 @@ class WrongUse : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Checks of an option's text: empty for a good one, otherwise what is wrong. A range alone lets
+/// "nan" through; an empty text is what a script gives whose variable was never set.
+[[nodiscard]] std::string CheckNumber(const std::string& text);
+[[nodiscard]] std::string CheckNotEmpty(const std::string& text);
+
+/// `status`, or WrongUse's with a sentence on `errors` where what went to `out` did not get
+/// through: nobody may take the rest of a report for the whole.
+[[nodiscard]] int WhenWritten(const std::string& program, std::ostream& out, std::ostream& errors,
+                              int status);
+
 /// Reads arguments, given without the name of the program, into what `app` describes. False where
 /// its help is asked for: then `help` takes the text, and what was read means nothing. Throws
 /// WrongUse.

@@ -32,7 +32,20 @@ void RequireName(const std::string& name, const char* refusal) {
   }
 }
 
-/// The programs asked for, or all of the directory. Throws WrongUse where one does not exist.
+/// Folders do not mind case as programs do: two programs in one would leave files of both.
+void RequireFolders(std::vector<std::string> programs) {
+  const auto before = [](const std::string& left, const std::string& right) {
+    return platform::CompareNames(left, right) < 0;
+  };
+  std::sort(programs.begin(), programs.end(), before);
+  const auto same = std::adjacent_find(programs.begin(), programs.end(), core::EqualNoCase);
+  if (same == programs.end()) return;
+  throw WrongUse("--out: the files of " + platform::ToNativeName(*same) + " and " +
+                 platform::ToNativeName(*(same + 1)) + " would go to one folder");
+}
+
+/// The programs asked for, each once, or all of the directory. Throws WrongUse where one does not
+/// exist.
 std::vector<std::string> FindPrograms(const platform::FileSystem& files,
                                       const core::DirectorySet& directories,
                                       const CheckOptions& options) {
@@ -41,22 +54,25 @@ std::vector<std::string> FindPrograms(const platform::FileSystem& files,
   if (!files.DirectoryExists(path)) {
     throw WrongUse(platform::ToNativeName(options.Directory) + ": Directory Does Not Exist !");
   }
-  auto programs = options.Programs;
-  if (programs.empty()) {
+  std::vector<std::string> programs;
+  if (options.Programs.empty()) {
     for (const auto& name : files.ListFiles(path + "*.prg")) {
       programs.emplace_back(core::StripExtension(name));
     }
     if (programs.empty()) {
       throw WrongUse(platform::ToNativeName(options.Directory) + ": no part programs in it");
     }
-    return programs;
   }
-  for (const auto& name : programs) {
+  for (const auto& name : options.Programs) {
     RequireName(name, "Invalid Program Name !");
     if (!files.FileExists(path + name + ".prg")) {
       throw WrongUse(platform::ToNativeName(name) + ": Program Does Not Exist !");
     }
+    if (std::find(programs.begin(), programs.end(), name) == programs.end()) {
+      programs.push_back(name);
+    }
   }
+  if (!options.Out.empty()) RequireFolders(programs);
   return programs;
 }
 
@@ -157,6 +173,9 @@ int RunCheckCommand(const CheckOptions& options, const platform::Clock& clock,
     const auto results = CheckAll(installation, options, programs, clock, streams);
     Print(options, results, streams);
     return StatusOf(results);
+  } catch (const platform::RuntimeFault& fault) {
+    streams.Errors << "torvane-check: " << platform::ToNativeName(fault.what()) << '\n';
+    return ExitStatus::WrongUse;
   } catch (const std::exception& fault) {
     streams.Errors << "torvane-check: " << fault.what() << '\n';
     return ExitStatus::WrongUse;
@@ -167,7 +186,10 @@ int CheckMain(const std::vector<std::string>& arguments, CheckStreams streams) {
   try {
     std::string help;
     const auto options = ReadCheckOptions(arguments, help);
-    if (help.empty()) return RunCheckCommand(options, platform::SystemClock(), streams);
+    if (help.empty()) {
+      const int status = RunCheckCommand(options, platform::SystemClock(), streams);
+      return WhenWritten("torvane-check", streams.Out, streams.Errors, status);
+    }
     streams.Out << help;
     return ExitStatus::Good;
   } catch (const WrongUse& fault) {

@@ -1,11 +1,10 @@
 #include "tools/CheckEstimate.h"
 
 #include <cmath>
-#include <filesystem>
 
 #include "core/General.h"
 #include "platform/DiskFileSystem.h"
-#include "platform/RuntimeFault.h"
+#include "platform/NativePaths.h"
 #include "tools/ReportRows.h"
 
 namespace torvane::tools {
@@ -32,11 +31,10 @@ std::string ContourText(const partprogram::Contour& contour) {
 }  // namespace
 
 core::RunFigures ReadFigures(const std::string& native) {
-  const auto path =
-      platform::DiskFileSystem::ToSystemPath(std::filesystem::absolute(native).string());
+  const auto path = platform::DiskFileSystem::ToWholeSystemPath(native);
   const platform::DiskFileSystem files(".");
-  if (!files.FileExists(path)) throw platform::RuntimeFault(native, "is not there");
-  return core::ReadRunFigures(files.ReadFile(path), native);
+  return core::ReadRunFigures(platform::ToSystemName(files.ReadFile(path)),
+                              platform::ToSystemName(native));
 }
 
 CheckEstimate Estimate(const partprogram::PassResult& passes, const core::RunFigures& figures,
@@ -53,6 +51,8 @@ CheckEstimate Estimate(const partprogram::PassResult& passes, const core::RunFig
 std::string DurationText(double seconds) {
   constexpr int TenthsOfMinute = 600;
   constexpr int MinutesOfHour = 60;
+  constexpr double Longest = 1e9;  // s; a machine that never comes on takes any time
+  if (!(seconds <= Longest)) return "over " + NumberText(Longest, 0) + " s";
   const auto tenths = static_cast<long long>(std::llround(seconds * 10));
   const auto minutes = tenths / TenthsOfMinute;
   const std::string rest = NumberText(static_cast<double>(tenths % TenthsOfMinute) / 10, 1);

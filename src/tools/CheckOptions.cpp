@@ -95,14 +95,16 @@ void ReadRemaining(const std::string& text, RestartQuestion& question) {
 
 void DescribeRestart(CLI::App& app, RestartQuestion& question, Texts& texts) {
   app.add_option("--restart", texts.Restart,
-                 "Rehearses a restart at this block (BLOCK or BLOCK:SUB), or at all");
+                 "Rehearses a restart at this block (BLOCK or BLOCK:SUB), or at all")
+      ->check(CheckNotEmpty);
   auto* const record =
       app.add_option("--restart-record", question.Record,
                      "Rehearses a restart inside the line or arc of this compensated record")
           ->check(CLI::Range(2, 32767));
   app.add_option("--remaining", texts.Remaining,
                  "What of it is still to be cut: mm, degrees of an arc, or whole")
-      ->needs(record);
+      ->needs(record)
+      ->check(CheckNotEmpty);
   app.add_option("--sent", question.Sent, "Table lines that the controller has received")
       ->check(CLI::Range(0, 32767));
   app.add_option("--active", question.Active, "Takes the files of this slot as they are")
@@ -140,12 +142,16 @@ void DescribeEstimate(CLI::App& app, EstimateQuestion& question, Texts& texts) {
       app.add_flag("--estimate", question.Asked, "Says how long the run of each program takes");
   app.add_option("--machine", question.Machine,
                  "File of the machine's figures; without it the simulated machine's")
-      ->needs(asked);
+      ->needs(asked)
+      ->check(CheckNotEmpty);
   app.add_option("--override", question.OverridePercent, "Feed override of the estimate, percent")
       ->needs(asked)
       ->check(CLI::Range(1.0, HighestOverride))
+      ->check(CheckNumber)
       ->capture_default_str();
-  app.add_option("--skip", texts.Skip, "Block skips that are on in it: 1, 2 or 1,2")->needs(asked);
+  app.add_option("--skip", texts.Skip, "Block skips that are on in it: 1, 2 or 1,2")
+      ->needs(asked)
+      ->check(CheckNotEmpty);
   app.add_option("--contours", question.Contours, "How many of the longest contours it lists")
       ->needs(asked)
       ->check(CLI::Range(0, MostContours))
@@ -176,19 +182,24 @@ void DescribeOptions(CLI::App& app, CheckOptions& options, Texts& texts) {
   app.add_option("DIRECTORY", options.Directory, "Directory under the programs root");
   app.add_option("PROGRAM", options.Programs, "Programs of it; without any, all of them");
   app.add_option("--root", options.Root, "The installation: the folder with Control.cfg")
+      ->check(CheckNotEmpty)
       ->capture_default_str();
   app.add_option("--slot", options.Slot, "Slot that the table lines are made for")
       ->check(CLI::Range(1, 2))
       ->capture_default_str();
-  app.add_option("--load", texts.Load, "Load position X,Y in mm, in place of Machine.dat's");
+  app.add_option("--load", texts.Load, "Load position X,Y in mm, in place of Machine.dat's")
+      ->check(CheckNotEmpty);
   app.add_option("--out", options.Out,
                  "Folder for the slot's files and Reverse.txt; of several programs, one folder "
-                 "each in it");
+                 "each in it")
+      ->check(CheckNotEmpty);
   app.add_option("--plot", options.Plot,
                  "Draws the plot to this .png or .svg; of several programs, with the program in "
-                 "the name");
+                 "the name")
+      ->check(CheckNotEmpty);
   app.add_flag("--kerf", options.PlotKerf, "Draws the compensated path over the plot");
-  app.add_option("--size", texts.Size, "Size of the plot in pixels, 1200x900 unless given");
+  app.add_option("--size", texts.Size, "Size of the plot in pixels, 1200x900 unless given")
+      ->check(CheckNotEmpty);
   app.add_flag("--json", options.Json, "Prints JSON in place of the report");
   app.add_flag("--report", options.Report, "Prints Reverse.txt after each program");
   app.add_option("--jobs", options.Jobs, "Programs checked at once; 0: one a core")

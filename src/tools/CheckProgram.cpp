@@ -12,6 +12,7 @@
 #include "core/SlotFiles.h"
 #include "partprogram/SlotWriter.h"
 #include "platform/DiskFileSystem.h"
+#include "platform/NativePaths.h"
 #include "platform/RuntimeFault.h"
 #include "tools/CheckEstimate.h"
 #include "tools/ReadOnlyFiles.h"
@@ -22,7 +23,7 @@ namespace {
 
 /// A native directory as a system path with its backslash.
 std::string SystemDirectory(const std::string& native) {
-  auto path = platform::DiskFileSystem::ToSystemPath(std::filesystem::absolute(native).string());
+  auto path = platform::DiskFileSystem::ToWholeSystemPath(native);
   if (!path.ends_with('\\')) path += '\\';
   return path;
 }
@@ -43,9 +44,14 @@ class SlotFolder {
     }
     std::error_code error;
     std::filesystem::create_directories(files_.NativePath(subs), error);
-    if (error) throw platform::RuntimeFault(native, "cannot be made: " + error.message());
+    if (error) {
+      throw platform::RuntimeFault(platform::ToSystemName(native),
+                                   "cannot be made: " + error.message());
+    }
     core::DeleteSlotFiles(files_, places_, slot);
     for (const auto& name : files_.ListFiles(subs + "*.sub")) files_.DeleteFile(subs + name);
+    // Of a check that was killed here.
+    for (const auto& directory : {places_.RootDirectory, subs}) files_.RemoveLeftovers(directory);
   }
 
   /// Starts with the program and takes the files of each pass.
@@ -150,7 +156,8 @@ void SavePicture(const std::string& path, std::string_view bytes) {
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
-  if (!file || bytes.empty()) throw platform::RuntimeFault(path, "cannot be written");
+  if (file && !bytes.empty()) return;
+  throw platform::RuntimeFault(platform::ToSystemName(path), "cannot be written");
 }
 
 CheckResult CheckProgram(const Installation& installation, const CheckOptions& options,

@@ -114,8 +114,9 @@ int ContractMain(const std::vector<std::string>& arguments, std::ostream& out,
     const auto result = TryContract({loop, port, ask}, options.Settings,
                                     [&](std::function<void()> end) { endEarly = std::move(end); });
     if (!result.Barred.empty()) throw WrongUse(options.Device + ": " + result.Barred);
-    out << (options.Json ? ContractJson(result) : ContractText(result)) << std::flush;
-    return result.Holds() ? ContractStatus::Holds : ContractStatus::Fails;
+    out << (options.Json ? ContractJson(result) : ContractText(result));
+    return WhenWritten("torvane-contract", out, errors,
+                       result.Holds() ? ContractStatus::Holds : ContractStatus::Fails);
   } catch (const std::exception& fault) {
     errors << "torvane-contract: " << fault.what() << '\n';
     return ContractStatus::NoTrial;

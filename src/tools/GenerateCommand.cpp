@@ -28,6 +28,7 @@ void DescribeOptions(CLI::App& app, GenerateOptions& options) {
       ->capture_default_str();
   app.add_option("--kerf", program.KerfWidth, "Kerf width, mm")
       ->check(CLI::Range(0.0, 4.0))
+      ->check(CheckNumber)
       ->capture_default_str();
   app.add_flag("--expressions", program.Expressions,
                "Coordinates by parameters and sums in place of plain numbers");
@@ -36,10 +37,8 @@ void DescribeOptions(CLI::App& app, GenerateOptions& options) {
 int Write(const GenerateOptions& options, std::ostream& out, std::ostream& errors) {
   const auto text = GenerateProgram(options.Program);
   if (options.File.empty()) {
-    out << text << std::flush;
-    if (out) return ExitStatus::Good;
-    errors << "torvane-generate: the output cannot be written\n";
-    return ExitStatus::WrongUse;
+    out << text;
+    return WhenWritten("torvane-generate", out, errors, ExitStatus::Good);
   }
   std::ofstream file(options.File, std::ios::binary);
   file << text << std::flush;

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "platform/NativePaths.h"
 #include "platform/RuntimeFault.h"
 #include "toolkit/Application.h"
 #include "toolkit/SystemBox.h"
@@ -16,7 +17,7 @@ namespace {
 
 /// One plain sentence, and a box where somebody can see it.
 void TellFault(const char* sentence) {
-  std::fprintf(stderr, "torvane: %s\n", sentence);
+  std::fprintf(stderr, "torvane: %s\n", torvane::platform::ToNativeName(sentence).c_str());
   if (QGuiApplication::platformName() != "offscreen") {
     QMessageBox box(QMessageBox::Critical, "Torvane 32", QString::fromLatin1(sentence));
     torvane::toolkit::PrepareForFingers(box);

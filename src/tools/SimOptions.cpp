@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "simulator/OperatorCommands.h"
+#include "tools/Arguments.h"
 
 namespace torvane::tools {
 
@@ -34,6 +35,7 @@ void DescribeOptions(CLI::App& app, bool panel, SimOptions& options, Texts& text
                  "Installation whose programs run: the machine follows their path");
   app.add_option("--speed", options.Controller.Speed, "How many times faster than time it works")
       ->check(CLI::Range(0.001, FastestMachine))
+      ->check(CheckNumber)
       ->capture_default_str();
   app.add_option("--fault", texts.Faults,
                  "KIND=RATE, a rate from 0 to 1: lose or noise for each byte; pieces, percent, "
@@ -42,9 +44,11 @@ void DescribeOptions(CLI::App& app, bool panel, SimOptions& options, Texts& text
       ->capture_default_str();
   app.add_option("--late-ms", texts.LateMs, "How late a late answer comes")
       ->check(CLI::Range(0.0, LongestDelayMs))
+      ->check(CheckNumber)
       ->capture_default_str();
   app.add_option("--reply-ms", texts.ReplyMs, "What the controller takes for each answer")
       ->check(CLI::Range(0.0, LongestDelayMs))
+      ->check(CheckNumber)
       ->capture_default_str();
   app.add_option("--set", texts.Presets, "N=VALUE: a variable that stands so from the start");
   app.add_option("--path", options.Path,

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "tools/Arguments.h"
 #include "tools/SimOptions.h"
 
 namespace torvane::tools {
@@ -79,7 +80,8 @@ void DescribeSimulation(CLI::App& app, TorvaneOptions& options, std::vector<std:
   app.add_flag("--simulate", options.Simulate,
                "work a simulated machine instead of the serial port");
   app.add_option("--speed", options.Speed, "machine seconds per second of the simulated machine")
-      ->check(CLI::Range(0.01, 1000.0));
+      ->check(CLI::Range(0.01, 1000.0))
+      ->check(CheckNumber);
   app.add_option("--set", presets,
                  "a variable of the simulated machine from the start, as in 59=1000")
       ->type_name("N=VALUE")

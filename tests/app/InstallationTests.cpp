@@ -61,8 +61,9 @@ TEST_F(InstallationTest, AFolderThatIsNoInstallationIsLeftAsItIs) {
 }
 
 TEST_F(InstallationTest, ClearsAwayWhatAKilledConsoleLeft) {
-  for (const char* name : {"Actvprg1.tbl.new~", "Service/LastFile.txt.new~",
-                           "Settings/Default.lsr.new~", "Programs/SHOP/STAR.lsr.3.new~"}) {
+  for (const char* name :
+       {"Actvprg1.tbl.new~", "Service/LastFile.txt.new~", "Settings/Default.lsr.new~",
+        "Programs/SHOP/STAR.lsr.3.new~", "Subs/One/1.sub.new~", "Subs/Two/9999.sub.7.new~"}) {
     Temp.Put(name, "half");
   }
   Temp.Put("Data/kept.new~", "");
@@ -71,6 +72,8 @@ TEST_F(InstallationTest, ClearsAwayWhatAKilledConsoleLeft) {
   EXPECT_FALSE(Temp.Has("Service/LastFile.txt.new~"));
   EXPECT_FALSE(Temp.Has("Settings/Default.lsr.new~"));
   EXPECT_FALSE(Temp.Has("Programs/SHOP/STAR.lsr.3.new~"));
+  EXPECT_FALSE(Temp.Has("Subs/One/1.sub.new~"));
+  EXPECT_FALSE(Temp.Has("Subs/Two/9999.sub.7.new~"));
   EXPECT_TRUE(Temp.Has("Data/kept.new~")) << "the console writes nothing there";
 }
 

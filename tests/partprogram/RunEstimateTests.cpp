@@ -211,6 +211,21 @@ TEST(RunEstimate, RowsAfterTheEndDoNotCount) {
   EXPECT_EQ(run.Seconds(), 0);
 }
 
+TEST(RunEstimate, ADwellTooShortForItsRowIsAMoveToItsPointAndLosesNoRecord) {
+  const std::vector<std::string> square = {
+      "! SHEET : X500 Y300", "G71 G90",     "G00 X100 Y0", "G31 T2=3", "G01 X100 Y60 F3600",
+      "G01 X160 Y60",        "G01 X160 Y0", "G31 T2=1",    "M30"};
+  auto dwelling = square;
+  dwelling.insert(dwelling.begin() + 4, "G04 K0.004");
+  const auto plain = EstimateOf(square);
+  const auto run = EstimateOf(dwelling);
+  ASSERT_EQ(run.Contours.size(), 1U);
+  EXPECT_EQ(run.Contours[0].Block, plain.Contours.at(0).Block + 1);
+  EXPECT_GT(run.Contours[0].Record, 0);
+  EXPECT_NEAR(run.CutLength, plain.CutLength, 1e-6);
+  EXPECT_EQ(run.DwellSeconds, 0);
+}
+
 TEST(RunEstimate, RecordsThatDoNotFitTheirRowsAreLeft) {
   const std::string text =
       "TABLE(500,0,500,0,0,0,0,0)\r\nTABLE(507,1,560,0,0,0,3600,0)\r\nTABLE(514,-999)\r\n";

@@ -160,6 +160,33 @@ TEST(CheckOut, OfSeveralProgramsHasAFolderForEach) {
   EXPECT_TRUE(shop.Home.Has("out/OTHER/Actvprg1.tbl"));
 }
 
+TEST(CheckOut, AProgramNamedTwiceIsCheckedOnce) {
+  Shop shop;
+  EXPECT_EQ(shop.Run({"--out", shop.Home.Path() + "/out", "JOBS", "PLAIN", "PLAIN"}),
+            ExitStatus::Good);
+  EXPECT_TRUE(shop.Says("1 program: 1 good, 0 refused\n")) << shop.Out.str();
+  EXPECT_TRUE(shop.Home.Has("out/Actvprg1.tbl"));
+}
+
+TEST(CheckOut, TwoProgramsNeverShareAFolder) {
+  Shop shop;
+  shop.Put("plain", Plain);
+  EXPECT_EQ(shop.Run({"--out", shop.Home.Path() + "/out", "JOBS"}), ExitStatus::WrongUse);
+  EXPECT_TRUE(shop.Complains("would go to one folder")) << shop.Errors.str();
+  EXPECT_FALSE(shop.Home.Has("out"));
+  EXPECT_EQ(shop.Run({"JOBS"}), ExitStatus::Good) << "without files there is nothing to mix";
+  EXPECT_EQ(shop.Run({"--out", shop.Home.Path() + "/out", "JOBS", "plain"}), ExitStatus::Good);
+}
+
+TEST(CheckOut, ClearsAwayWhatAKilledCheckLeft) {
+  Shop shop;
+  shop.Home.Put("out/Actvprg1.tbl.new~", "half");
+  shop.Home.Put("out/Subs/One/1.sub.3.new~", "half");
+  EXPECT_EQ(shop.Run({"--out", shop.Home.Path() + "/out", "JOBS", "PLAIN"}), ExitStatus::Good);
+  EXPECT_FALSE(shop.Home.Has("out/Actvprg1.tbl.new~"));
+  EXPECT_FALSE(shop.Home.Has("out/Subs/One/1.sub.3.new~"));
+}
+
 TEST(CheckOut, ThatCannotBeWrittenIsToldAndNotCalledGood) {
   Shop shop;
   shop.Home.Put("file", "in the way");
@@ -217,6 +244,9 @@ TEST(CheckPlot, ThatCannotBeWrittenIsTold) {
   EXPECT_EQ(shop.Run({"--plot", shop.Home.Path() + "/none/plot.png", "JOBS", "PLAIN"}),
             ExitStatus::WrongUse);
   EXPECT_TRUE(shop.Says("/none/plot.png"));
+  EXPECT_EQ(shop.Run({"--plot", shop.Home.Path() + "/n\xC3\xB6/plot.png", "JOBS", "PLAIN"}),
+            ExitStatus::WrongUse);
+  EXPECT_TRUE(shop.Says("/n\xC3\xB6/plot.png")) << shop.Out.str();
 }
 
 TEST(CheckJson, HoldsEverythingOfTheReport) {
@@ -272,6 +302,18 @@ TEST(CheckText, LeavesTheTerminalItsOwnLetters) {
            "n\r\n! SHEET : X500 Y300\r\nM30\r\n");
   EXPECT_EQ(shop.Run({"JOBS", "LATIN"}), ExitStatus::Good);
   EXPECT_TRUE(shop.Says("gr\xC3\xBCn")) << shop.Out.str();
+}
+
+TEST(CheckText, ThatDoesNotGetThroughIsNoGoodCheck) {
+  Shop shop;
+  for (const std::vector<std::string>& use : {std::vector<std::string>{"JOBS", "PLAIN"},
+                                              {"--json", "JOBS", "PLAIN"},
+                                              {"--restart", "all", "JOBS", "PLAIN"}}) {
+    shop.Out.setstate(std::ios::badbit);
+    EXPECT_EQ(shop.Run(use), ExitStatus::WrongUse) << use[0];
+    EXPECT_TRUE(shop.Complains("torvane-check: the output cannot be written")) << use[0];
+    shop.Out.clear();
+  }
 }
 
 TEST(CheckWrongUse, ARootThatIsNotThereIsBlamedOnControlCfg) {

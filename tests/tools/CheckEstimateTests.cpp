@@ -92,7 +92,30 @@ TEST(CheckEstimate, AFileOfFiguresAtFaultEndsTheCommand) {
   EXPECT_TRUE(shop.Complains("bad.fig: no figure of a machine, Speed"));
   EXPECT_EQ(shop.Run({"--estimate", "--machine", "/nowhere.fig", "JOBS", "PLAIN"}),
             ExitStatus::WrongUse);
-  EXPECT_TRUE(shop.Complains("/nowhere.fig: is not there"));
+  EXPECT_TRUE(shop.Complains("nowhere.fig: not found")) << shop.Errors.str();
+  EXPECT_EQ(shop.Run({"--estimate", "--machine", shop.Home.Path(), "JOBS", "PLAIN"}),
+            ExitStatus::WrongUse);
+  EXPECT_TRUE(shop.Complains("is a directory")) << shop.Errors.str();
+}
+
+TEST(CheckEstimate, AFileOfFiguresKeepsItsLettersInTheComplaint) {
+  Shop shop;
+  for (const char* line : {"L\xC3\xA4nge : 5\r\n", "L\xE4nge : 5\r\n"}) {
+    shop.Home.Put("b\xC3\xB6se.fig", line);
+    EXPECT_EQ(shop.Run({"--estimate", "--machine", shop.Home.Path() + "/b\xC3\xB6se.fig", "JOBS",
+                        "PLAIN"}),
+              ExitStatus::WrongUse);
+    EXPECT_TRUE(shop.Complains("b\xC3\xB6se.fig: no figure of a machine, L\xC3\xA4nge"))
+        << shop.Errors.str();
+  }
+}
+
+TEST(CheckEstimate, AMachineThatNeverComesOnTakesLongerThanAnyClock) {
+  Shop shop;
+  shop.Home.Put("still.fig", "Cut Acceleration : 1e-300\r\n");
+  ASSERT_EQ(shop.Run({"--estimate", "--machine", shop.Home.Path() + "/still.fig", "JOBS", "PLAIN"}),
+            ExitStatus::Good);
+  EXPECT_TRUE(shop.Says("over 1000000000 s")) << shop.Out.str();
 }
 
 TEST(CheckEstimate, WrongUsesAreSaidSo) {
@@ -103,6 +126,10 @@ TEST(CheckEstimate, WrongUsesAreSaidSo) {
       {"--machine", "x", "JOBS", "PLAIN"},
       {"--estimate", "--override", "0", "JOBS", "PLAIN"},
       {"--estimate", "--override", "201", "JOBS", "PLAIN"},
+      {"--estimate", "--override", "nan", "JOBS", "PLAIN"},
+      {"--estimate", "--override", "-NaN", "JOBS", "PLAIN"},
+      {"--estimate", "--machine", "", "JOBS", "PLAIN"},
+      {"--estimate", "--skip", "", "JOBS", "PLAIN"},
       {"--estimate", "--skip", "3", "JOBS", "PLAIN"},
       {"--estimate", "--skip", "1,1", "JOBS", "PLAIN"},
       {"--estimate", "--skip", "1,3", "JOBS", "PLAIN"},
@@ -122,6 +149,8 @@ TEST(CheckEstimate, DurationsReadAsAClockDoes) {
   EXPECT_EQ(DurationText(724.6), "12:04.6");
   EXPECT_EQ(DurationText(3724.6), "1:02:04.6");
   EXPECT_EQ(DurationText(40000), "11:06:40.0");
+  EXPECT_EQ(DurationText(1e300), "over 1000000000 s");
+  EXPECT_EQ(DurationText(std::numeric_limits<double>::quiet_NaN()), "over 1000000000 s");
 }
 
 }  // namespace

@@ -93,7 +93,12 @@ INSTANTIATE_TEST_SUITE_P(Each, WrongArguments,
                                            std::vector<std::string>{"SHOP", "--size", "640"},
                                            std::vector<std::string>{"SHOP", "--size", "0x480"},
                                            std::vector<std::string>{"SHOP", "--size", "640x999999"},
-                                           std::vector<std::string>{"SHOP", "--out"}));
+                                           std::vector<std::string>{"SHOP", "--out"},
+                                           std::vector<std::string>{"SHOP", "--out", ""},
+                                           std::vector<std::string>{"SHOP", "--plot", ""},
+                                           std::vector<std::string>{"SHOP", "--size", ""},
+                                           std::vector<std::string>{"SHOP", "--load", ""},
+                                           std::vector<std::string>{"SHOP", "--root", ""}));
 
 }  // namespace
 }  // namespace torvane::tools
