@@ -50,8 +50,9 @@ class SlotFolder {
     }
     core::DeleteSlotFiles(files_, places_, slot);
     for (const auto& name : files_.ListFiles(subs + "*.sub")) files_.DeleteFile(subs + name);
-    // Of a check that was killed here.
-    for (const auto& directory : {places_.RootDirectory, subs}) files_.RemoveLeftovers(directory);
+    // Of checks that were killed here. The folder above may be anybody's: there only what bears the
+    // slot's name goes.
+    files_.RemoveLeftovers(subs);
   }
 
   /// Starts with the program and takes the files of each pass.

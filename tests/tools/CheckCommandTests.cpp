@@ -182,9 +182,11 @@ TEST(CheckOut, ClearsAwayWhatAKilledCheckLeft) {
   Shop shop;
   shop.Home.Put("out/Actvprg1.tbl.new~", "half");
   shop.Home.Put("out/Subs/One/1.sub.3.new~", "half");
+  shop.Home.Put("out/draft.new~", "somebody's");
   EXPECT_EQ(shop.Run({"--out", shop.Home.Path() + "/out", "JOBS", "PLAIN"}), ExitStatus::Good);
   EXPECT_FALSE(shop.Home.Has("out/Actvprg1.tbl.new~"));
   EXPECT_FALSE(shop.Home.Has("out/Subs/One/1.sub.3.new~"));
+  EXPECT_TRUE(shop.Home.Has("out/draft.new~"));
 }
 
 TEST(CheckOut, ThatCannotBeWrittenIsToldAndNotCalledGood) {
