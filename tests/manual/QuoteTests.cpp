@@ -14,6 +14,8 @@
 #include "core/ColourTable.h"
 #include "files/DirectoryActions.h"
 #include "files/ProgramActions.h"
+#include "partprogram/TableModule.h"
+#include "partprogram/TableRows.h"
 #include "supervision/CycleRules.h"
 #include "support/SourceTree.h"
 #include "tools/KeyScript.h"
@@ -286,6 +288,60 @@ TEST(ManualFigures, AreQuotedByTheirNames) {
   const std::regex quote(R"(\{([a-z]+(?:-[a-z]+)*)\})");
   for (std::sregex_iterator it(text.begin(), text.end(), quote), end; it != end; ++it)
     EXPECT_TRUE(known.count((*it)[1])) << "docs/manual/values.adoc has no " << (*it)[1];
+}
+
+// ---- the ring of a slot ----
+
+/// Indices of the rows of a table of moves and then arcs, which are the longest rows.
+std::vector<std::pair<int, int>> RowsOfArcs(std::size_t moves, std::size_t arcs) {
+  namespace RecordCode = partprogram::RecordCode;
+  std::vector<partprogram::DrawRecord> records(1 + moves + arcs);
+  for (std::size_t i = 1; i < records.size(); ++i)
+    records[i].Code = i <= moves ? RecordCode::Move : RecordCode::ArcProfile;
+  const std::string text = partprogram::MakeTables(1, records).Text;
+  std::vector<std::pair<int, int>> rows;
+  const std::regex line(R"(TABLE\((\d+)((?:,[^,)]+)+)\))");
+  for (std::sregex_iterator it(text.begin(), text.end(), line), end; it != end; ++it) {
+    const std::string values = (*it)[2];
+    const auto count = std::count(values.begin(), values.end(), ',');
+    rows.emplace_back(std::stoi((*it)[1]), static_cast<int>(count));
+  }
+  return rows;
+}
+
+/// How many rows from `first` on go over none of each other.
+int WholeFrom(const std::vector<std::pair<int, int>>& rows, std::size_t first) {
+  std::set<int> taken;
+  for (std::size_t row = first; row < rows.size(); ++row) {
+    for (int i = 0; i < rows[row].second; ++i)
+      if (!taken.insert(rows[row].first + i).second) return static_cast<int>(row - first);
+  }
+  return static_cast<int>(partprogram::LongestRow * 1000);
+}
+
+/// "never above 25" of a line of Trio.cfg.
+int HighestTold(int number) {
+  const std::regex limit("^\\| " + std::to_string(number) + R"( \| .*never above (\d+))");
+  for (const ManualLine& line : ManualLines()) {
+    std::smatch found;
+    if (line.Heading == "[.file]#Trio.cfg#" && std::regex_search(line.Text, found, limit))
+      return std::stoi(found[1]);
+  }
+  ADD_FAILURE() << "docs/manual/owner.adoc gives line " << number << " of Trio.cfg no limit";
+  return 0;
+}
+
+/// The row that runs and those ahead of it: none may be written over.
+TEST(ManualFigures, RowsWithinTheToldLimitsAreWholeInTheRing) {
+  int whole = static_cast<int>(partprogram::LongestRow * 1000);
+  for (std::size_t moves = 0; moves <= partprogram::LongestRow; ++moves) {
+    const auto rows = RowsOfArcs(moves, 80);
+    ASSERT_EQ(rows.size(), moves + 81);
+    for (std::size_t first = 0; first < rows.size(); ++first)
+      whole = std::min(whole, WholeFrom(rows, first));
+  }
+  EXPECT_EQ(HighestTold(8), whole);
+  EXPECT_EQ(HighestTold(9) + 1, whole);
 }
 
 // ---- pictures and places ----
