@@ -442,19 +442,44 @@ void LongNames(PictureStage& stage) {
   stage.Snap("FrontEnd", "long-name");
 }
 
-void Dialogs(PictureStage& stage) {
+/// A refusal: nothing is marked.
+void DeleteNothing(PictureStage& stage) {
+  stage.Type(static_cast<Key>('1'));
   stage.WhenShows("WarningForm", [&stage] {
     stage.Snap("WarningForm", "one-line");
-    stage.Type(Key::C);
+    stage.Type(Key::O);
   });
-  stage.Console().Screens().Warn("Program Not Found !");
+  stage.Type(Key::O);
+  stage.Type(Key::C);
+}
+
+/// A question: the name is taken.
+void CopyOverAnother(PictureStage& stage) {
+  stage.Type(static_cast<Key>('3'));
+  stage.Type(Key::Down);
+  stage.WhenShows("KeyboardForm", [&stage] {
+    stage.TypeText("star");
+    stage.Type(Key::Enter);
+  });
+  stage.Type(Key::Tab);
+  stage.RunFor(300);
   stage.WhenShows("WarningForm", [&stage] {
-    stage.Snap("WarningForm");
-    stage.Type(Key::C);
+    stage.WhenShows("WarningForm", [&stage] {
+      stage.Snap("WarningForm");
+      stage.Type(Key::C);
+    });
+    stage.Type(Key::O);
   });
-  stage.Console().Screens().ShowWarning(
-      link::TwoLineWarning("Replace The Program", "BRACKET-40 In SHOP ?"),
-      link::WarningMode::OkCancel, link::WarningStyle::Question);
+  stage.Type(Key::O);
+  stage.RunFor(300);
+}
+
+/// What the console says and asks by itself: a picture never shows a text that it does not have.
+void Dialogs(PictureStage& stage) {
+  stage.Type(Key::F6);
+  DeleteNothing(stage);
+  CopyOverAnother(stage);
+  stage.Type(Key::X);
   stage.WhenShows("ShutdownForm", [&stage] {
     stage.Snap("ShutdownForm");
     stage.Type(Key::C);

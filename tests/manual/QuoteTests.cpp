@@ -12,10 +12,12 @@
 #include "SourceTexts.h"
 #include "console/ScreenTable.h"
 #include "core/ColourTable.h"
+#include "core/RunFigures.h"
 #include "files/DirectoryActions.h"
 #include "files/ProgramActions.h"
 #include "partprogram/TableModule.h"
 #include "partprogram/TableRows.h"
+#include "platform/RuntimeFault.h"
 #include "supervision/CycleRules.h"
 #include "support/SourceTree.h"
 #include "tools/KeyScript.h"
@@ -93,6 +95,9 @@ std::vector<SourceText> Warnings() {
     warnings.push_back({rule.FirstLine, "src/supervision/CycleRules.cpp"});
   for (const SourceText& text : TextsOf("partprogram/ErrorMessages.h"))
     warnings.push_back({Squeezed(text.Text), text.File});
+  // The notes of the restart screen end with no sign of their own.
+  for (const SourceText& text : TextsOf("restart/Rehearsal.cpp"))
+    if (!text.Text.empty()) warnings.push_back({Squeezed(text.Text), text.File});
   return warnings;
 }
 
@@ -290,6 +295,45 @@ TEST(ManualFigures, AreQuotedByTheirNames) {
     EXPECT_TRUE(known.count((*it)[1])) << "docs/manual/values.adoc has no " << (*it)[1];
 }
 
+// ---- the figures of a machine ----
+
+/// True for a line of a file of --machine that is taken.
+bool IsFigure(const std::string& name, double value) {
+  try {
+    static_cast<void>(core::ReadRunFigures(name + " : " + std::to_string(value), "machine.txt"));
+    return true;
+  } catch (const platform::RuntimeFault&) {
+    return false;
+  }
+}
+
+/// "| `Clamp Time` | clamps opened or closed, s | 1 | 0 to 3600": the name and its range.
+TEST(ManualFigures, OfAMachineAreToldWithTheirRanges) {
+  std::set<std::string> told;
+  const std::regex row(R"(^\| (`[A-Z].*`) \| .* \| [\d.]+ \| (-?\d+) to (\d+)$)");
+  const std::regex named("`([^`]+)`");
+  for (const ManualLine& line : ManualLines()) {
+    std::smatch found;
+    if (line.File != "programs.adoc" || !std::regex_match(line.Text, found, row)) continue;
+    const std::string names = found[1];
+    const double low = std::stod(found[2]);
+    const double high = std::stod(found[3]);
+    for (std::sregex_iterator it(names.begin(), names.end(), named), end; it != end; ++it) {
+      const std::string name = (*it)[1];
+      told.insert(name);
+      EXPECT_TRUE(IsFigure(name, low) && IsFigure(name, high)) << line.Text;
+      EXPECT_FALSE(IsFigure(name, low - 1) || IsFigure(name, high + 1)) << line.Text;
+    }
+  }
+  const std::regex figure("[A-Z][a-z]+ [A-Z][a-z]*");
+  for (const SourceText& text : TextsOf("core/RunFigures.cpp")) {
+    if (!std::regex_match(text.Text, figure)) continue;
+    EXPECT_TRUE(told.count(text.Text))
+        << "docs/manual/programs.adoc does not tell the figure " << text.Text << " of --machine";
+  }
+  EXPECT_EQ(told.size(), 9U);
+}
+
 // ---- the ring of a slot ----
 
 /// Indices of the rows of a table of moves and then arcs, which are the longest rows.
@@ -361,6 +405,18 @@ std::set<std::string> PicturesShown() {
 TEST(ManualPictures, AreThere) {
   for (const std::string& name : PicturesShown())
     EXPECT_TRUE(fs::exists(SourceTree() / "docs" / "screens" / name)) << name;
+}
+
+/// What the pictures show in a dialog is what the console itself says there.
+TEST(ManualPictures, ShowDialogsWithTextsOfTheConsole) {
+  const std::string scenes = SourceFile("src/tools/PictureScenes.cpp");
+  ASSERT_FALSE(scenes.empty());
+  const std::regex call(R"re(\b(?:Warn|Confirm|Ask|Tell|\w*Warning)\(([^;]*);)re");
+  for (std::sregex_iterator it(scenes.begin(), scenes.end(), call), end; it != end; ++it) {
+    for (const std::string& text : LiteralsOf((*it)[1].str()))
+      EXPECT_TRUE(Held(TextsOfTheConsole(), text))
+          << "src/tools/PictureScenes.cpp: the console never says \"" << text << "\"";
+  }
 }
 
 TEST(ManualPictures, ShowEveryScreen) {
