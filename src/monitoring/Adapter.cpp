@@ -23,6 +23,20 @@ bool Holds(const std::vector<ActiveMessage>& messages, const ActiveMessage& mess
   return std::find(messages.begin(), messages.end(), message) != messages.end();
 }
 
+/// Adds bytes to the line of a client that they go on; true when a heartbeat has come whole.
+bool TakePing(std::string& line, std::string_view bytes) {
+  bool pinged = false;
+  for (const char character : bytes) {
+    if (character == '\n') {
+      pinged = pinged || IsPing(line);
+      line.clear();
+    } else if (line.size() < LongestLine) {
+      line += character;
+    }
+  }
+  return pinged;
+}
+
 /// A message comes as a warning under its code and goes as a normal under the same; without any
 /// left a normal without a code says that all is well.
 void AppendMessages(std::string& out, std::string_view timestamp, std::string_view key,
@@ -48,9 +62,10 @@ void AppendMessages(std::string& out, std::string_view timestamp, std::string_vi
 
 struct Adapter::Client {
   std::unique_ptr<platform::TcpClient> Connection;
-  std::string Line;             ///< what has come of a line of it
-  std::int64_t WindowFrom = 0;  ///< ms
-  std::size_t Input = 0;        ///< bytes since then
+  std::string Line;                    ///< what has come of a line of it
+  std::int64_t WindowFrom = 0;         ///< ms
+  std::size_t Input = 0;               ///< bytes since then
+  std::optional<std::int64_t> PingMs;  ///< its last heartbeat; nothing while none has come
 };
 
 Adapter::Adapter(platform::TcpServer& server, std::function<std::int64_t()> wallMs,
@@ -113,23 +128,24 @@ void Adapter::TakeClients() {
 bool Adapter::Attend(Client& client, std::int64_t nowMs) const {
   client.Connection->Flush();
   if (!client.Connection->Connected()) return false;
+  const auto bytes = Input(client, nowMs);
+  if (!bytes) return false;
+  if (TakePing(client.Line, *bytes)) {
+    client.PingMs = nowMs;
+    return Send(client, PongLine(HeartbeatMs));
+  }
+  return !client.PingMs || nowMs - *client.PingMs <= LongestPingPauseMs;
+}
+
+std::optional<std::string> Adapter::Input(Client& client, std::int64_t nowMs) const {
   if (nowMs - client.WindowFrom >= InputWindowMs) {
     client.WindowFrom = nowMs;
     client.Input = 0;
   }
-  const std::string bytes = client.Connection->Read(limits_.Input);
+  std::string bytes = client.Connection->Read(limits_.Input);
   client.Input += bytes.size();
-  if (client.Input > limits_.Input) return false;
-  bool pinged = false;
-  for (const char character : bytes) {
-    if (character == '\n') {
-      pinged = pinged || IsPing(client.Line);
-      client.Line.clear();
-    } else if (client.Line.size() < LongestLine) {
-      client.Line += character;
-    }
-  }
-  return !pinged || Send(client, PongLine(HeartbeatMs));
+  if (client.Input > limits_.Input) return std::nullopt;
+  return bytes;
 }
 
 void Adapter::Flush() {

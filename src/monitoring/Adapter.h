@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,9 @@ struct AdapterLimits {
 
 /// How long an agent may wait for a line before it takes the adapter for dead, ms. It pings sooner.
 inline constexpr int HeartbeatMs = 10'000;
+
+/// A client that has pinged and then not for so long has gone, ms. One that never pings may stay.
+inline constexpr std::int64_t LongestPingPauseMs = 3 * HeartbeatMs;
 
 /// Never waits for a client, and holds a bounded number of bytes for each.
 class Adapter {
@@ -54,6 +58,8 @@ class Adapter {
   void TakeClients();
   /// False when it is to be dropped.
   [[nodiscard]] bool Attend(Client& client, std::int64_t nowMs) const;
+  /// Nothing when it has sent too much.
+  [[nodiscard]] std::optional<std::string> Input(Client& client, std::int64_t nowMs) const;
   [[nodiscard]] bool Send(Client& client, std::string_view text) const;
   [[nodiscard]] std::string Changes(const MonitorSnapshot& before, const MonitorSnapshot& now,
                                     bool everything) const;

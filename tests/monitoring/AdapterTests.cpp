@@ -112,6 +112,36 @@ TEST(Adapter, APingIsAnsweredAndNothingElse) {
   EXPECT_EQ(peer->Taken, "* PONG 10000\n");
 }
 
+TEST(Adapter, OneThatHasPingedAndThenNotForThreeHeartbeatsIsDropped) {
+  AdapterRig rig;
+  const auto agent = rig.Connect();
+  const auto gone = rig.Connect();
+  const auto silent = rig.Connect();
+  gone->ToServer = "* PING\n";
+  rig.Serve();
+  const std::int64_t pinged = rig.NowMs;
+  while (rig.NowMs < pinged + 3 * HeartbeatMs) {
+    if (rig.NowMs % HeartbeatMs == 0) agent->ToServer = "* PING\n";
+    rig.Serve();
+  }
+  EXPECT_FALSE(gone->Closed);
+  rig.Serve();
+  EXPECT_TRUE(gone->Closed);
+  EXPECT_FALSE(agent->Closed);
+  EXPECT_FALSE(silent->Closed) << "who never pings may stay";
+}
+
+TEST(Adapter, AHeartbeatThatCameWhileNobodyLookedCounts) {
+  AdapterRig rig;
+  const auto agent = rig.Connect();
+  agent->ToServer = "* PING\n";
+  rig.Serve();
+  rig.NowMs += 10 * HeartbeatMs;
+  agent->ToServer = "* PING\n";
+  rig.Serve();
+  EXPECT_FALSE(agent->Closed);
+}
+
 TEST(Adapter, OneThatNeverReadsIsDroppedAndTheOthersAreNot) {
   AdapterRig rig;
   const auto good = rig.Connect();

@@ -8,6 +8,7 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -45,6 +46,12 @@ class Peer {
     const ssize_t count = send(handle_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
     return count > 0 ? static_cast<std::size_t>(count) : 0;
   }
+  [[nodiscard]] std::uint16_t Port() const {
+    sockaddr_in address{};
+    socklen_t size = sizeof(address);
+    getsockname(handle_, reinterpret_cast<sockaddr*>(&address), &size);
+    return ntohs(address.sin_port);
+  }
   void Say(const std::string& text) { send(handle_, text.data(), text.size(), MSG_NOSIGNAL); }
 
   std::string Taken;
@@ -53,6 +60,25 @@ class Peer {
  private:
   int handle_;
 };
+
+/// The other end of the peer's connection, which is in this process too; below 0 where there is
+/// none.
+int ServersEnd(const Peer& peer) {
+  for (int handle = 0; handle < 1024; ++handle) {
+    sockaddr_in address{};
+    socklen_t size = sizeof(address);
+    const bool connected = getpeername(handle, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+    if (connected && ntohs(address.sin_port) == peer.Port()) return handle;
+  }
+  return -1;
+}
+
+int Option(int handle, int level, int name) {
+  int value = -1;
+  socklen_t size = sizeof(value);
+  getsockopt(handle, level, name, &value, &size);
+  return value;
+}
 
 struct OnSockets : ::testing::Test {
   std::unique_ptr<Peer> Connect() { return std::make_unique<Peer>(Server.Place().Port); }
@@ -127,6 +153,18 @@ TEST_F(OnSockets, AThousandConnectionsComeAndGo) {
     peer->Read();
   }
   EXPECT_NE(peer->Taken.find("* PONG 10000\n"), std::string::npos);
+}
+
+/// Without this a computer that is switched off keeps its place for as long as nothing changes.
+TEST_F(OnSockets, ASilentConnectionIsProbedAfterAMinute) {
+  const auto peer = Connect();
+  ASSERT_TRUE(Await(1));
+  const int end = ServersEnd(*peer);
+  ASSERT_GE(end, 0);
+  EXPECT_EQ(Option(end, SOL_SOCKET, SO_KEEPALIVE), 1);
+  EXPECT_EQ(Option(end, IPPROTO_TCP, TCP_KEEPIDLE), 60);
+  EXPECT_EQ(Option(end, IPPROTO_TCP, TCP_KEEPINTVL), 10);
+  EXPECT_EQ(Option(end, IPPROTO_TCP, TCP_KEEPCNT), 3);
 }
 
 TEST_F(OnSockets, APlaceThatIsTakenIsOneSentence) {
