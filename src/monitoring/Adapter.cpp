@@ -148,8 +148,4 @@ std::optional<std::string> Adapter::Input(Client& client, std::int64_t nowMs) co
   return bytes;
 }
 
-void Adapter::Flush() {
-  for (const auto& client : clients_) client->Connection->Flush();
-}
-
 }  // namespace torvane::monitoring

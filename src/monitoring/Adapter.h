@@ -47,9 +47,6 @@ class Adapter {
   /// called every few milliseconds; `nowMs` goes forward only.
   void Serve(std::int64_t nowMs);
 
-  /// Hands over what is queued, as far as the operating system takes it at once.
-  void Flush();
-
   [[nodiscard]] std::size_t Clients() const { return clients_.size(); }
 
  private:

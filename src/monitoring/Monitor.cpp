@@ -24,17 +24,22 @@ void Monitor::NoteAnswers() {
   if (std::exchange(answers_, answers) != answers) answeredMs_ = loop_.NowMs();
 }
 
-void Monitor::AfterTick() {
+void Monitor::TickRead(const supervision::TickReading& tick) {
   if (ended_) return;
   NoteAnswers();
   const bool answered = std::exchange(tickAnswers_, answers_) != answers_;
-  const std::uint64_t failures = sources_.Failures();
-  const bool failed = std::exchange(failures_, failures) != failures;
-  if (!answered) {
-    adapter_.Publish({});
-  } else if (!failed) {
-    adapter_.Publish(reader_.Read(sources_.System, sources_.Messages()));
-  }
+  if (!answered) return adapter_.Publish({});
+  if (tick.Blind) return PassOver();
+  blindMs_.reset();
+  adapter_.Publish(reader_.Read(sources_.System, sources_.Messages()));
+}
+
+/// One query that is refused for good leaves no tick whole, while the others are answered. Looked
+/// at from ticks only: while the poll pauses none of them fails.
+void Monitor::PassOver() {
+  const std::int64_t now = loop_.NowMs();
+  if (!blindMs_) blindMs_ = now;
+  if (now - *blindMs_ > SilenceMs) adapter_.Publish({});
 }
 
 void Monitor::Serve() {
@@ -43,10 +48,9 @@ void Monitor::Serve() {
   adapter_.Serve(loop_.NowMs());
 }
 
-void Monitor::End() {
+void Monitor::ConsoleEnds() {
   ended_ = true;
   adapter_.Publish({});
-  adapter_.Flush();
 }
 
 }  // namespace torvane::monitoring

@@ -12,42 +12,43 @@
 #include "monitoring/MonitorValues.h"
 #include "platform/EventLoop.h"
 #include "platform/TcpServer.h"
+#include "supervision/PollObserver.h"
 
 namespace torvane::monitoring {
 
-/// Without an answer of the controller for so long nothing is known of the machine, ms.
+/// Nothing is known of the machine after so long without an answer of the controller, and after so
+/// long with ticks of which none has read all it asked for, ms.
 inline constexpr int SilenceMs = 3000;
 
-/// What the monitor looks at; all of it outlives the monitor.
+/// What the monitor looks at, for as long as the loop runs.
 struct MonitorSources {
   const core::System& System;
-  /// Exchanges with the controller so far that were answered, and that failed.
+  /// Exchanges with the controller so far that were answered.
   std::function<std::uint64_t()> Answers;
-  std::function<std::uint64_t()> Failures;
   /// The messages that a screen lists, nothing while none does.
   std::function<std::optional<std::vector<ActiveMessage>>()> Messages;
   /// Time of day, ms since 1970.
   std::function<std::int64_t()> WallMs;
 };
 
-class Monitor {
+class Monitor final : public supervision::PollObserver {
  public:
   Monitor(platform::EventLoop& loop, platform::TcpServer& server, MonitorSources sources);
   Monitor(const Monitor&) = delete;
   Monitor& operator=(const Monitor&) = delete;
 
-  /// After each tick of the poll. A tick with a failed exchange is passed over: its values read as
-  /// zero, which they are not.
-  void AfterTick();
-
-  /// The console ends: nothing is known from here on.
-  void End();
+  // PollObserver
+  /// A tick with a failed exchange is passed over, as its values read as zero, which they are not.
+  void TickRead(const supervision::TickReading& tick) override;
+  /// Nothing is known from here on.
+  void ConsoleEnds() override;
 
   [[nodiscard]] std::size_t Clients() const { return adapter_.Clients(); }
 
  private:
   void Serve();
   void NoteAnswers();
+  void PassOver();
 
   platform::EventLoop& loop_;
   MonitorSources sources_;
@@ -56,8 +57,8 @@ class Monitor {
   std::unique_ptr<platform::Timer> timer_;
   std::uint64_t answers_ = 0;      ///< as last looked at
   std::uint64_t tickAnswers_ = 0;  ///< at the end of the last tick
-  std::uint64_t failures_ = 0;
   std::int64_t answeredMs_ = 0;
+  std::optional<std::int64_t> blindMs_;  ///< the first tick passed over since one was not
   bool ended_ = false;
 };
 

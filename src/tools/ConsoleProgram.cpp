@@ -58,7 +58,7 @@ ConsoleProgram::ConsoleProgram(const TorvaneOptions& options)
       {[this] { shutdown_.ShutdownSystem(true); }, [this] { shutdown_.ShutdownToService(); }});
   desk_.setWindowTitle(console::FrontEndCaption);
   if (options.Monitor) {
-    monitoring_ = std::make_unique<Monitoring>(*options.Monitor, loop_, console_, system_, port_);
+    monitoring_ = std::make_unique<Monitoring>(*options.Monitor, loop_, console_, system_);
   }
 }
 
@@ -90,7 +90,6 @@ int ConsoleProgram::Run() {
                   comms_, *this});
   });
   const int ended = loop_.Run();
-  if (monitoring_) monitoring_->End();
   return status_ != 0 ? status_ : ended;
 }
 

@@ -96,10 +96,10 @@ class ConsoleProgram final : private ConsoleStart {
   files::CommsModule comms_;
   toolkit::QtSessionEnd session_;
   toolkit::Desk desk_;
+  std::unique_ptr<Monitoring> monitoring_;  ///< null without --monitor; outlives the poll
   console::Console console_;
   app::Shutdown shutdown_;
   std::unique_ptr<SimulatorPanel> panel_;
-  std::unique_ptr<Monitoring> monitoring_;  ///< null without --monitor
   std::unique_ptr<platform::Timer> signalPatience_;
   toolkit::EndSignals signals_;
   int status_ = 0;

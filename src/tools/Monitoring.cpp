@@ -44,23 +44,14 @@ std::optional<std::vector<monitoring::ActiveMessage>> ListedMessages(console::Co
 }  // namespace
 
 Monitoring::Monitoring(const platform::TcpPlace& place, platform::EventLoop& loop,
-                       console::Console& console, const core::System& system, const SentLines& line)
-    : console_(console),
-      server_(place),
+                       console::Console& console, const core::System& system)
+    : server_(place),
       monitor_(loop, server_,
                {system, [&console] { return console.Trio().Answers(); },
-                [&line] { return line.PromptsAsked(); },
                 [&console] { return ListedMessages(console); }, WallMs}) {
-  console_.Trio().SetPollTick([this] {
-    console_.Poll().PollTrio();
-    monitor_.AfterTick();
-  });
+  console.Poll().Observe(monitor_);
   std::printf("monitoring on %s\n", server_.Place().Text().c_str());
   std::fflush(stdout);
-}
-
-Monitoring::~Monitoring() {
-  console_.Trio().SetPollTick([&console = console_] { console.Poll().PollTrio(); });
 }
 
 }  // namespace torvane::tools

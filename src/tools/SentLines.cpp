@@ -20,7 +20,6 @@ bool SentLines::Find(std::string_view text) {
 }
 
 void SentLines::Write(std::string_view bytes) {
-  if (bytes == "\r") ++promptsAsked_;
   if (listening_) {
     for (const char byte : bytes) {
       if (byte != '\r') {

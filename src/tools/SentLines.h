@@ -1,7 +1,6 @@
 // The line to the controller with an ear on it.
 #pragma once
 
-#include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -23,9 +22,6 @@ class SentLines final : public platform::SerialPort {
   /// Listen; that line and those before it are not found again.
   bool Find(std::string_view text);
 
-  /// Bare carriage returns so far: one at the opening, and one after each exchange that failed.
-  [[nodiscard]] std::uint64_t PromptsAsked() const { return promptsAsked_; }
-
   // platform::SerialPort
   bool Open(const platform::PortSetup& setup) override { return port_.Open(setup); }
   void Close() override { port_.Close(); }
@@ -46,7 +42,6 @@ class SentLines final : public platform::SerialPort {
   platform::SerialPort& port_;
   std::deque<std::string> lines_;
   std::string line_;  ///< what has been written of the next one
-  std::uint64_t promptsAsked_ = 0;
   bool listening_ = false;
 };
 

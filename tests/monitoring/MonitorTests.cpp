@@ -14,25 +14,34 @@ namespace {
 struct MonitorOnVirtualTime : ::testing::Test {
   MonitorOnVirtualTime()
       : TheMonitor(Loop, Server,
-                   {System, [this] { return Answers; }, [this] { return Failures; },
-                    [] { return std::nullopt; }, [this] { return Loop.NowMs(); }}),
+                   {System, [this] { return Answers; }, [] { return std::nullopt; },
+                    [this] { return Loop.NowMs(); }}),
         Client(Server.Connect()) {
     Loop.RunFor(20);
   }
-  void Tick(float x, int answers = 8, int failures = 0) {
+  void Tick(float x, int answers = 8, bool blind = false) {
     System.State.XPosition = x;
     Answers += static_cast<std::uint64_t>(answers);
-    Failures += static_cast<std::uint64_t>(failures);
-    TheMonitor.AfterTick();
+    TheMonitor.TickRead({.Blind = blind, .RunSeconds = 0, .Messages = {}});
     Loop.RunFor(50);
   }
+  void BlindTicksFor(int ms) {
+    const std::int64_t until = Loop.NowMs() + ms;
+    while (Loop.NowMs() < until) Tick(0, 5, true);
+  }
   std::string X() { return Client->State().at("Xact"); }
+  /// Lines of the item that came, those of the connection among them.
+  long LinesOf(const std::string& key) {
+    std::size_t at = 0;
+    long lines = 0;
+    for (; (at = Client->Taken.find("|" + key + "|", at)) != std::string::npos; ++at) ++lines;
+    return lines;
+  }
 
   platform::VirtualLoop Loop;
   tests::ScriptedServer Server;
   core::System System;
   std::uint64_t Answers = 0;
-  std::uint64_t Failures = 0;
   Monitor TheMonitor;
   std::shared_ptr<tests::ScriptedPeer> Client;
 };
@@ -47,7 +56,7 @@ TEST_F(MonitorOnVirtualTime, NothingIsKnownBeforeTheFirstTick) {
 
 TEST_F(MonitorOnVirtualTime, ATickWithAFailedExchangeIsPassedOver) {
   Tick(1);
-  Tick(0, 5, 1);
+  Tick(0, 5, true);
   EXPECT_EQ(X(), "1.000") << "a failed query reads as zero, and the head is not there";
   Tick(2);
   EXPECT_EQ(X(), "2.000");
@@ -55,9 +64,48 @@ TEST_F(MonitorOnVirtualTime, ATickWithAFailedExchangeIsPassedOver) {
 
 TEST_F(MonitorOnVirtualTime, ATickWithoutAnAnswerIsALostLink) {
   Tick(1);
-  Tick(0, 0, 8);
+  Tick(0, 0, true);
   EXPECT_EQ(X(), "UNAVAILABLE");
   Tick(1);
+  EXPECT_EQ(X(), "1.000");
+}
+
+TEST_F(MonitorOnVirtualTime, ATickWithTheLinkOffFailsInNothingAndKnowsNothing) {
+  Tick(0, 0);
+  EXPECT_EQ(X(), "UNAVAILABLE");
+}
+
+TEST_F(MonitorOnVirtualTime, NothingIsKnownOnceNoTickIsWholeForThreeSeconds) {
+  Tick(1);
+  BlindTicksFor(3000);
+  EXPECT_EQ(X(), "1.000");
+  BlindTicksFor(200);
+  for (const auto& [key, value] : Client->State()) EXPECT_EQ(value, "UNAVAILABLE") << key;
+  const auto late = Server.Connect();
+  Loop.RunFor(20);
+  EXPECT_EQ(late->State(), Client->State());
+  BlindTicksFor(5000);
+  EXPECT_EQ(LinesOf("avail"), 3) << "UNAVAILABLE, AVAILABLE, UNAVAILABLE";
+  Tick(2);
+  EXPECT_EQ(X(), "2.000");
+}
+
+TEST_F(MonitorOnVirtualTime, AWholeTickNowAndThenIsEnough) {
+  for (int i = 0; i < 10; ++i) {
+    Tick(1);
+    BlindTicksFor(2000);
+    EXPECT_EQ(X(), "1.000");
+  }
+}
+
+/// Nothing fails while nothing is asked.
+TEST_F(MonitorOnVirtualTime, ATickThatFailsBehindALongPauseIsPassedOver) {
+  Tick(1);
+  for (int i = 0; i < 10; ++i) {
+    Answers += 20;
+    Loop.RunFor(1000);
+  }
+  Tick(0, 5, true);
   EXPECT_EQ(X(), "1.000");
 }
 
@@ -81,10 +129,12 @@ TEST_F(MonitorOnVirtualTime, APollThatPausesWhileALongTableGoesOutIsNoLostLink) 
 
 TEST_F(MonitorOnVirtualTime, WhenTheConsoleEndsNothingIsKnown) {
   Tick(1);
-  TheMonitor.End();
+  TheMonitor.ConsoleEnds();
   for (const auto& [key, value] : Client->State()) EXPECT_EQ(value, "UNAVAILABLE") << key;
+  const std::string told = Client->Taken;
   Tick(2);
-  EXPECT_EQ(X(), "UNAVAILABLE");
+  Loop.RunFor(5000);
+  EXPECT_EQ(Client->Taken, told) << "once, and nothing after it";
 }
 
 TEST_F(MonitorOnVirtualTime, ClientsAreServedWithoutTicks) {
