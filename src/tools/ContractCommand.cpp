@@ -1,6 +1,7 @@
 #include "tools/ContractCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <ostream>
 #include <utility>
 
@@ -72,6 +73,12 @@ constexpr const char* Announcement =
     "The beam stays off. The head will move a millimetre, after a cycle start at the machine only. "
     "Slot 2 of the controller's table is written over: select its program again afterwards.\n";
 
+/// False where it cannot be written.
+bool Say(std::ostream& out, const std::string& text) {
+  out << text << '\n' << std::flush;
+  return out.good();
+}
+
 }  // namespace
 
 ContractOptions ReadContractOptions(std::vector<std::string> arguments, std::string& help) {
@@ -99,13 +106,18 @@ int ContractMain(const std::vector<std::string>& arguments, std::ostream& out,
       out << help;
       return ContractStatus::Holds;
     }
+    // An output that nobody reads any more must not end the program: it has values to put back.
+    std::signal(SIGPIPE, SIG_IGN);
     toolkit::QtLoop loop;
     toolkit::QtSerialPort port(loop, {{options.Setup.Number, options.Device}});
     if (!port.Open(options.Setup)) throw WrongUse(options.Device + ": cannot be opened");
     std::ostream& asking = options.Json ? errors : out;
     if (options.Settings.Run) asking << Announcement << std::flush;
-    const auto ask = [&asking](OperatorWish, const std::string& text) {
-      asking << text << '\n' << std::flush;
+    const auto ask = [&](OperatorWish wish, const std::string& text) {
+      const bool heard = Say(asking, text) || Say(errors, text);
+      if (!heard && wish == OperatorWish::CycleStart) {
+        throw NotTried("nobody can be asked for the cycle start: the output cannot be written");
+      }
     };
     std::function<void()> endEarly;
     const toolkit::EndSignals endSignals([&endEarly] {
@@ -114,7 +126,8 @@ int ContractMain(const std::vector<std::string>& arguments, std::ostream& out,
     const auto result = TryContract({loop, port, ask}, options.Settings,
                                     [&](std::function<void()> end) { endEarly = std::move(end); });
     if (!result.Barred.empty()) throw WrongUse(options.Device + ": " + result.Barred);
-    out << (options.Json ? ContractJson(result) : ContractText(result));
+    out << (options.Json ? ContractJson(result) : ContractText(result)) << std::flush;
+    if (!out) errors << NotBackText(result);
     return WhenWritten("torvane-contract", out, errors,
                        result.Holds() ? ContractStatus::Holds : ContractStatus::Fails);
   } catch (const std::exception& fault) {

@@ -11,6 +11,8 @@ namespace torvane::tools {
 
 namespace {
 
+constexpr std::size_t StateColumn = 11;  // characters
+
 struct StateName {
   ClauseState State;
   const char* Text;
@@ -39,7 +41,6 @@ int Count(const ContractResult& result, ClauseState state) {
 }  // namespace
 
 std::string ContractText(const ContractResult& result) {
-  constexpr std::size_t StateColumn = 11;  // characters
   constexpr std::size_t NameColumn = 17;
   std::string text;
   for (const auto& clause : result.Clauses) {
@@ -52,11 +53,7 @@ std::string ContractText(const ContractResult& result) {
     text += clause.Text;
     text += '\n';
   }
-  for (const auto& lost : result.NotPutBack) {
-    text += Padded("NOT BACK", StateColumn);
-    text += lost;
-    text += '\n';
-  }
+  text += NotBackText(result);
   text += std::to_string(Count(result, ClauseState::Holds)) + " of ";
   text += std::to_string(result.Clauses.size()) + " clauses hold";
   if (const int failing = Count(result, ClauseState::Fails); failing > 0) {
@@ -66,6 +63,16 @@ std::string ContractText(const ContractResult& result) {
     text += ", " + std::to_string(left) + " not tried";
   }
   return text + "\n";
+}
+
+std::string NotBackText(const ContractResult& result) {
+  std::string text;
+  for (const auto& lost : result.NotPutBack) {
+    text += Padded("NOT BACK", StateColumn);
+    text += lost;
+    text += '\n';
+  }
+  return text;
 }
 
 std::string ContractJson(const ContractResult& result) {

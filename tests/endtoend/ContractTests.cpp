@@ -50,6 +50,18 @@ TEST_F(ContractProgram, ASignalWhileItWaitsPutsEverythingBack) {
   EXPECT_TRUE(Machine.WaitFor("12", LongMs));
 }
 
+TEST_F(ContractProgram, AReaderThatGoesAwayLeavesNothingChanged) {
+  StartMachine(1);
+  Machine.Type("set 84 12");
+  Contract.Start("/bin/sh", {"-c", "\"$0\" --device \"$1\" --start 1 | head -n 1",
+                             TORVANE_CONTRACT_PROGRAM, Place("line")});
+  EXPECT_EQ(Contract.WaitForEnd(LongMs), 0);
+  EXPECT_THAT(Contract.Errors(), HasSubstr("Press cycle start"));
+  EXPECT_THAT(Contract.Errors(), HasSubstr("the output cannot be written"));
+  Machine.Type("get 84");
+  EXPECT_TRUE(Machine.WaitFor("12", LongMs));
+}
+
 TEST_F(ContractProgram, WithoutADeviceItEndsWithOneSentence) {
   StartContract();
   EXPECT_EQ(Contract.WaitForEnd(LongMs), 2);
