@@ -1,5 +1,7 @@
 #include "tools/ContractLine.h"
 
+#include <utility>
+
 namespace torvane::tools {
 
 namespace {
@@ -35,7 +37,9 @@ bool ContractLine::WaitForBytes(int ms) {
 void ContractLine::Settle() {
   interrupted_ = false;
   settled_ = true;
-  Sleep(QuietMs);
+  if (std::exchange(owed_, false)) (void)WaitForBytes(replyMs_);
+  const auto end = loop_.NowMs() + replyMs_;  // a controller may chatter without an end
+  while (WaitForBytes(QuietMs) && loop_.NowMs() < end) (void)port_.ReadAll();
   (void)port_.ReadAll();
 }
 
@@ -48,14 +52,17 @@ Exchange ContractLine::Send(std::string_view line) {
   Exchange exchange;
   exchange.Line = line;
   const auto start = loop_.NowMs();
+  owed_ = true;
   port_.Write(exchange.Line + "\r");
   while (WaitForBytes(exchange.Reply.empty() ? 2 * replyMs_ : QuietMs)) {
+    owed_ = false;
     exchange.Reply += port_.ReadAll();
     exchange.Ms = loop_.NowMs() - start;
     exchange.Prompt = exchange.Reply.ends_with(Prompt);
     if (exchange.Prompt) break;
   }
   if (exchange.Reply.empty()) {
+    owed_ = false;
     throw ControllerSilent("no answer to \"" + exchange.Line + "\" in " +
                            std::to_string(2 * replyMs_) + " ms");
   }

@@ -45,7 +45,8 @@ class ContractLine {
 
   /// Throws ControllerSilent, and ContractInterrupted.
   [[nodiscard]] Exchange Send(std::string_view line);
-  /// Ends an interruption: lets whatever is still on its way arrive, and drops it.
+  /// Ends an interruption: lets the reply that it broke off arrive, and whatever else is still on
+  /// its way, and drops it.
   void Settle();
   /// Lets so much time pass. Throws ContractInterrupted.
   void Sleep(int ms);
@@ -69,6 +70,7 @@ class ContractLine {
   bool expired_ = false;
   bool interrupted_ = false;
   bool settled_ = false;
+  bool owed_ = false;  ///< nothing has come yet of the reply to the last line
 };
 
 }  // namespace torvane::tools
