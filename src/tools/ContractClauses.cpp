@@ -20,6 +20,7 @@ namespace StatusBit = core::StatusBit;
 constexpr std::string_view Scratch = Variable::PartsPerSheet;
 constexpr int SoonMs = 2000;
 constexpr int ActionMs = 10000;
+constexpr double PositionSlack = 0.1;  // mm
 
 /// The run, made when the first clause asks for it.
 struct Trial {
@@ -27,6 +28,8 @@ struct Trial {
   std::unique_ptr<HarmlessProgram> Program;
   std::unique_ptr<RunSeen> Seen;
   std::string RunFault;  ///< why there is none
+  bool Filled = false;   ///< slot 2 has taken the first lines of the program
+  bool InForce = false;  ///< and slot 2 is in force
 };
 
 std::string Text(double value) { return core::NumberText(value, -1); }
@@ -129,35 +132,32 @@ std::string TryFeedOverride(Trial& trial) {
 
 // ---- the table, the command word and the run ----
 
-double Position(ContractSession& session, std::size_t axis) {
-  const double stored = axis < 2 ? session.Number(Variable::PositionDivisor) : 1;
-  return session.Number(link::MeasuredPosition[axis]) / (stored == 0 ? 1 : stored);
-}
-
 std::string TryTableAtRest(Trial& trial) {
   auto& session = trial.Session;
-  trial.Program = std::make_unique<HarmlessProgram>(Position(session, 0), Position(session, 1));
-  for (int i = 0; i < LinesAtRest; ++i) {
+  trial.Program = std::make_unique<HarmlessProgram>(session.Position(0), session.Position(1));
+  for (int i = 0; i < LinesAhead; ++i) {
     const auto& line = trial.Program->Lines[static_cast<std::size_t>(i)];
-    if (session.Command(line)) continue;
-    trial.RunFault = "the table does not take its lines";
-    return line + " was refused";
+    if (!session.Command(line)) return line + " was refused";
   }
+  trial.Filled = true;
   return {};
 }
 
 std::string TryTableInForce(Trial& trial) {
   auto& session = trial.Session;
-  if (!session.Change(Variable::TableInForce, 2)) {
-    trial.RunFault = "slot 2 cannot be put in force";
-    return "VR(91)=2 was refused";
-  }
+  constexpr double Slot = 2;
+  if (!trial.Filled) throw NotTried("the table has not taken its lines");
+  if (!session.Change(Variable::TableInForce, Slot)) return "VR(91)=2 was refused";
+  const double slot = session.Number(Variable::TableInForce);
+  if (slot != Slot) return Instead("after VR(91)=2 it", slot, Slot);
   double found = 0;
   const bool zero = session.Await(SoonMs, [&] {
     found = session.Number(Variable::RunningRecord);
     return found == 0;
   });
-  return zero ? std::string() : Instead("with another table in force VR(81)", found, 0);
+  if (!zero) return Instead("with another table in force VR(81)", found, 0);
+  trial.InForce = true;
+  return {};
 }
 
 /// A move to where the head is: nothing moves, and yet it is an action from its word to its end.
@@ -167,7 +167,7 @@ std::string TryCommandWord(Trial& trial) {
   const std::string_view targets[] = {Variable::MoveTargetX, Variable::MoveTargetY,
                                       Variable::MoveTargetZ};
   for (std::size_t axis = 0; axis < std::size(targets); ++axis) {
-    if (!session.Change(targets[axis], Position(session, axis))) return "a target was refused";
+    if (!session.Change(targets[axis], session.Position(axis))) return "a target was refused";
   }
   for (const auto line : {link::CommandLine::StopJog, link::CommandLine::Move}) {
     if (!session.Command(line)) return std::string(line) + " was refused";
@@ -181,12 +181,35 @@ std::string TryCommandWord(Trial& trial) {
   return {};
 }
 
-/// The run; throws NotTried where it cannot be had.
-const RunSeen& Run(Trial& trial) {
+/// Why a machine in this state is left alone; empty at rest.
+std::string BarredBy(int status) {
+  constexpr int Busy = StatusBit::Feedhold | StatusBit::InError | StatusBit::Cycle |
+                       StatusBit::Running | StatusBit::RestartReady | StatusBit::Beam;
+  if ((status & Busy) == 0) return {};
+  return "the machine is not at rest: VR(19) is " + std::to_string(status);
+}
+
+/// A cycle start is asked for only where it can start nothing but the harmless program, and that
+/// from the place where it begins. Throws NotTried.
+void RequireHarmlessStart(Trial& trial) {
+  auto& session = trial.Session;
+  if (!trial.InForce) throw NotTried("slot 2 is not known to hold the program and be in force");
+  if (!session.Notes().Beam.empty()) throw NotTried("the beam was on");
+  const auto barred = BarredBy(session.Status());
+  if (!barred.empty()) throw NotTried(barred);
+  const double away = trial.Program->DistanceTo(session.Position(0), session.Position(1));
+  if (away <= PositionSlack) return;
+  throw NotTried("the head is " + Text(away) + " mm from where the program begins");
+}
+
+/// The run, also one that was stopped because of what it did; throws NotTried where it cannot be
+/// had.
+const RunSeen& AnyRun(Trial& trial) {
   auto& session = trial.Session;
   if (!trial.Seen && trial.RunFault.empty()) {
     trial.RunFault = "the run broke off";
     try {
+      RequireHarmlessStart(trial);
       session.Change(Variable::PartsPerSheet, 1);
       session.Change(Variable::PartsRequired, 1000);
       session.Change(Variable::SheetsRequired, 1000);
@@ -199,6 +222,13 @@ const RunSeen& Run(Trial& trial) {
   }
   if (!trial.Seen) throw NotTried(trial.RunFault);
   return *trial.Seen;
+}
+
+/// The same, of a run that went as it should as far as was seen.
+const RunSeen& Run(Trial& trial) {
+  const RunSeen& seen = AnyRun(trial);
+  if (!seen.Danger.empty()) throw NotTried("the run was stopped: " + seen.Danger);
+  return seen;
 }
 
 const RunSeen& EndedRun(Trial& trial) {
@@ -221,10 +251,9 @@ std::string TryRowsRun(Trial& trial) {
 }
 
 std::string TryStatusWord(Trial& trial) {
-  const RunSeen& seen = Run(trial);
-  if (!seen.RunningSeen) return "bit 16384 was never there while the program ran";
-  if (seen.RunningLeft) return "bit 16384 stays after the end of the program";
-  return {};
+  if (!Run(trial).RunningSeen) return "bit 16384 was never there while the program ran";
+  return EndedRun(trial).RunningLeft ? "bit 16384 stays after the end of the program"
+                                     : std::string();
 }
 
 std::string TryRunningRecord(Trial& trial) {
@@ -238,7 +267,8 @@ std::string TryRunningRecord(Trial& trial) {
 std::string TryRunTime(Trial& trial) {
   const RunSeen& seen = Run(trial);
   if (seen.SecondsFell) return "VR(52) went back while the program ran";
-  if (!seen.Ended) return seen.SecondsRose ? std::string() : "VR(52) stood still in the run";
+  if (!seen.SecondsRose) return "VR(52) stood still in the run";
+  if (!seen.Ended) return {};
   const double least = trial.Program->DwellSeconds * 0.9;
   return seen.SecondsAfter >= least ? std::string()
                                     : Instead("after a run with dwells of that time VR(52)",
@@ -246,12 +276,15 @@ std::string TryRunTime(Trial& trial) {
 }
 
 std::string TryPositions(Trial& trial) {
-  constexpr double Slack = 0.1;  // mm
-  const RunSeen& seen = EndedRun(trial);
-  if (seen.Farthest > 1 + Slack) return "the head was " + Text(seen.Farthest) + " mm away";
-  return seen.EndDistance <= Slack
-             ? std::string()
-             : "the head ended " + Text(seen.EndDistance) + " mm from where it began";
+  constexpr double LeastWay = 0.5;  // mm; what it goes may fall between two looks in part
+  const double farthest = AnyRun(trial).Farthest;
+  if (farthest > FarthestAllowed) return "the head was " + Text(farthest) + " mm away";
+  const double end = EndedRun(trial).EndDistance;
+  if (farthest < LeastWay) {
+    return "MPOS went " + Text(farthest) + " mm at most in a run of a millimetre to and fro";
+  }
+  return end <= PositionSlack ? std::string()
+                              : "the head ended " + Text(end) + " mm from where it began";
 }
 
 std::string TryBatchCount(Trial& trial) {
@@ -270,8 +303,9 @@ std::string TryPrompt(Trial& trial) {
 std::string TryEcho(Trial& trial) { return trial.Session.Notes().Echo; }
 std::string TryReplyTime(Trial& trial) { return trial.Session.Notes().Late; }
 std::string TryBeamOff(Trial& trial) {
-  (void)trial.Session.Status();
-  return trial.Session.Notes().Beam;
+  const auto& note = trial.Session.Notes().Beam;
+  if (note.empty()) (void)trial.Session.Status();
+  return note;
 }
 
 struct Clause {
@@ -279,6 +313,7 @@ struct Clause {
   const char* Says;
   std::string (*Try)(Trial&);  ///< what was seen instead; empty: it holds
   bool NeedsRun;
+  std::string LineNotes::*Note = nullptr;  ///< of any exchange, that it fails by
 };
 
 /// In the order in which they are tried: the last look back over all exchanges.
@@ -291,7 +326,8 @@ constexpr Clause Clauses[] = {
     {"block skips", "VR(92) and VR(93) keep what they are set to", TryBlockSkips, false},
     {"feed override", "VR(68) comes back in VR(98)", TryFeedOverride, false},
     {"table at rest", "table lines are taken while nothing runs", TryTableAtRest, true},
-    {"table in force", "with VR(91) at a slot VR(81) goes to 0", TryTableInForce, true},
+    {"table in force", "VR(91) stays at the slot that is written, VR(81) goes to 0",
+     TryTableInForce, true},
     {"command word", "VR(48) goes back to its rest value after an action", TryCommandWord, true},
     {"rows taken", "table lines are taken while the program runs", TryRowsTaken, true},
     {"rows run", "lines that came while it ran are run", TryRowsRun, true},
@@ -301,10 +337,12 @@ constexpr Clause Clauses[] = {
     {"run time", "VR(52) counts the seconds of the run", TryRunTime, true},
     {"positions", "MPOS follows the head", TryPositions, true},
     {"batch count", "VR(85) counts the sheet", TryBatchCount, true},
-    {"prompt", "every reply ends with >>, an empty line gives nothing else", TryPrompt, false},
-    {"echo", "every line comes back with CR LF in front of its answer", TryEcho, false},
-    {"reply time", "every reply comes in time", TryReplyTime, false},
-    {"beam off", "the beam was never on", TryBeamOff, false},
+    {"prompt", "every reply ends with >>, an empty line gives nothing else", TryPrompt, false,
+     &LineNotes::Prompt},
+    {"echo", "every line comes back with CR LF in front of its answer", TryEcho, false,
+     &LineNotes::Echo},
+    {"reply time", "every reply comes in time", TryReplyTime, false, &LineNotes::Late},
+    {"beam off", "the beam was never on", TryBeamOff, false, &LineNotes::Beam},
 };
 
 void TryClause(const Clause& clause, Trial& trial, ClauseResult& result) {
@@ -316,12 +354,13 @@ void TryClause(const Clause& clause, Trial& trial, ClauseResult& result) {
   }
 }
 
-/// Why a machine in this state is left alone; empty at rest.
-std::string BarredBy(int status) {
-  constexpr int Busy = StatusBit::Feedhold | StatusBit::InError | StatusBit::Cycle |
-                       StatusBit::Running | StatusBit::RestartReady | StatusBit::Beam;
-  if ((status & Busy) == 0) return {};
-  return "the machine is not at rest: VR(19) is " + std::to_string(status);
+/// A clause that has failed keeps its text.
+void Fail(ContractResult& result, std::string_view name, const std::string& text) {
+  for (auto& clause : result.Clauses) {
+    if (clause.Name != name || clause.State == ClauseState::Fails) continue;
+    clause.State = ClauseState::Fails;
+    clause.Text = text;
+  }
 }
 
 void TryAll(Trial& trial, ContractResult& result) {
@@ -338,30 +377,44 @@ void TryAll(Trial& trial, ContractResult& result) {
     }
   } catch (const ControllerSilent& silence) {
     at->Text = silence.what();
-    const auto reply = std::find_if(at, result.Clauses.end(), [](const ClauseResult& clause) {
-      return clause.Name == "reply time";
-    });
-    if (reply != result.Clauses.end()) {
-      reply->State = ClauseState::Fails;
-      reply->Text = silence.what();
-    }
-  } catch (const ContractInterrupted& end) {
+    Fail(result, "reply time", silence.what());
+  } catch (const std::exception& end) {  // an interruption, or what nobody has thought of
     at->Text = end.what();
   }
 }
 
-/// The machine at rest first, then everything that was written.
+/// What was noted of any exchange fails its clause, also one that was not reached.
+void FailByNotes(const LineNotes& notes, ContractResult& result) {
+  for (const auto& clause : Clauses) {
+    if (clause.Note != nullptr && !(notes.*clause.Note).empty()) {
+      Fail(result, clause.Name, notes.*clause.Note);
+    }
+  }
+}
+
+/// Variables that say what runs: written into a running machine they could change its program.
+bool OnlyAtRest(std::string_view variable) {
+  return variable == Variable::TableInForce || variable == Variable::BlockSkip1 ||
+         variable == Variable::BlockSkip2;
+}
+
+/// The machine at rest first, then everything that was written; while it is not known to rest, only
+/// what does no harm to a run.
 void PutAllBack(Trial& trial, ContractResult& result) {
   auto& session = trial.Session;
+  const bool run = session.Settings().Run;
+  bool rests = !run;
   try {
     session.Line().Settle();
-    if (session.Settings().Run && !AwaitRest(session)) {
-      result.NotPutBack.emplace_back("the machine still runs");
-    }
-  } catch (const std::runtime_error& fault) {
+    rests = rests || AwaitRest(session);
+    if (!rests) result.NotPutBack.emplace_back("the machine still runs");
+  } catch (const std::exception& fault) {
     result.NotPutBack.emplace_back(fault.what());
   }
-  const auto lost = session.PutBack();
+  const auto lost = session.PutBack([&](std::string_view variable) {
+    // It may have been started since.
+    return !OnlyAtRest(variable) || (rests && (!run || AtRest(session)));
+  });
   result.NotPutBack.insert(result.NotPutBack.end(), lost.begin(), lost.end());
 }
 
@@ -387,7 +440,11 @@ ContractResult TryContract(const ContractParts& parts, const ContractSettings& s
   if (result.Barred.empty()) {
     Trial trial{session, nullptr, nullptr, {}};
     TryAll(trial, result);
+    FailByNotes(session.Notes(), result);
     PutAllBack(trial, result);
+    LineNotes late;  // an interruption may have left the other ones amiss
+    late.Beam = session.Notes().Beam;
+    FailByNotes(late, result);
   }
   if (interrupt) interrupt({});
   return result;

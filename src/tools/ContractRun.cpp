@@ -17,12 +17,18 @@ namespace StatusBit = core::StatusBit;
 constexpr int FirstIndex = 750;  // of slot 2
 constexpr int Rounds = 6;
 constexpr double StepMm = 1;
-constexpr double DwellSeconds = 0.2;
+/// So long that the head is seen there, however slow the line is.
+constexpr double DwellSeconds = 0.4;
 constexpr int LookMs = 50;
 constexpr int StopSeconds = 60;
 /// The run is through so long after its last line has gone out, and several times so: it takes
-/// three seconds.
+/// six seconds.
 constexpr int SpareMs = 20000;
+
+bool AskForStop(ContractSession& session, const std::string& text) {
+  session.Ask(OperatorWish::Stop, text);
+  return session.Await(StopSeconds * 1000, [&session] { return AtRest(session); });
+}
 
 class RunWatch {
  public:
@@ -34,42 +40,68 @@ class RunWatch {
 
   RunSeen Watch() {
     AwaitStart();
-    seen_.Started = true;
     auto end = session_.Line().NowMs() + SpareMs;
-    while (!seen_.Ended && session_.Line().NowMs() < end) {
-      if (SendNextLine()) end = session_.Line().NowMs() + SpareMs;
-      Look();
-      if (!seen_.Ended) session_.Line().Sleep(LookMs);
+    for (Look(); !Over() && session_.Line().NowMs() < end; Look()) {
+      if (SendLines()) end = session_.Line().NowMs() + SpareMs;
+      session_.Line().Sleep(LookMs);
     }
     Finish();
     return seen_;
   }
 
  private:
+  /// What was in force before is put back after a start that did not come: then one that comes late
+  /// would start a program of the owner's.
   void AwaitStart() {
-    session_.Ask(
-        OperatorWish::CycleStart,
-        "The head goes " + core::NumberText(StepMm, -1) +
-            " mm to and fro with the beam off, for about five seconds. Press cycle start.");
-    const bool started = session_.Await(session_.Settings().StartSeconds * 1000, [this] {
-      return (session_.Status() & StatusBit::Running) != 0 ||
-             session_.Number(Variable::RunningRecord) > recordBefore_ ||
-             session_.Number(Variable::RunTime) != seen_.SecondsBefore;
-    });
-    if (!started) throw NotTried("no cycle start came");
+    session_.Ask(OperatorWish::CycleStart,
+                 "The head goes " + core::NumberText(StepMm, -1) +
+                     " mm to and fro with the beam off, for about six seconds. Press cycle start.");
+    try {
+      const bool started = session_.Await(session_.Settings().StartSeconds * 1000,
+                                          [this] { return SomethingRuns(); });
+      if (!started) throw NotTried("no cycle start came");
+    } catch (const std::exception&) {
+      session_.Ask(OperatorWish::NoCycleStart, "Do not press cycle start any more.");
+      throw;
+    }
   }
 
-  bool SendNextLine() {
-    if (sent_ >= program_.Lines.size() || !seen_.Refused.empty()) return false;
-    const auto& line = program_.Lines[sent_++];
-    if (!session_.Command(line)) seen_.Refused = line;
-    return true;
+  bool SomethingRuns() {
+    return (session_.Status() & (StatusBit::Running | StatusBit::Beam)) != 0 ||
+           session_.Number(Variable::RunningRecord) > recordBefore_ ||
+           session_.Number(Variable::RunTime) != seen_.SecondsBefore || Away() > FarthestAllowed;
+  }
+
+  [[nodiscard]] bool Over() const { return seen_.Ended || !seen_.Danger.empty(); }
+
+  /// One line at least, and so many that the run does not wait for them on a slow line.
+  bool SendLines() {
+    bool any = false;
+    do {
+      if (sent_ >= program_.Lines.size() || !seen_.Refused.empty()) return any;
+      const auto& line = program_.Lines[sent_++];
+      if (!session_.Command(line)) seen_.Refused = line;
+      any = true;
+    } while (static_cast<double>(sent_) < seen_.Record + LinesAhead);
+    return any;
+  }
+
+  /// What shows that it is not the harmless program that runs; empty where nothing does.
+  [[nodiscard]] std::string Danger() const {
+    if (!session_.Notes().Beam.empty()) return "the beam came on";
+    if (seen_.Farthest <= FarthestAllowed) return {};
+    return "the head was " + core::NumberText(seen_.Farthest, 1) + " mm away";
   }
 
   void Look() {
     const int status = session_.Status();
-    const bool running = (status & StatusBit::Running) != 0;
-    seen_.RunningSeen = seen_.RunningSeen || running;
+    seen_.Danger = Danger();
+    if (!seen_.Danger.empty()) return;
+    seen_.Farthest = std::max(seen_.Farthest, Away());
+    seen_.Danger = Danger();
+    if (!seen_.Danger.empty()) return;
+    seen_.RunningSeen = seen_.RunningSeen || (status & StatusBit::Running) != 0;
+    const bool running = (status & (StatusBit::Running | StatusBit::Feedhold)) != 0;
     const double seconds = session_.Number(Variable::RunTime);
     seen_.SecondsFell = seen_.SecondsFell || (lookedAt_ && seconds < seconds_);
     seen_.SecondsRose = seen_.SecondsRose || (lookedAt_ && seconds > seconds_);
@@ -79,21 +111,26 @@ class RunWatch {
                       (!seen_.RunningSeen && record >= static_cast<double>(program_.Lines.size()));
     seen_.RecordFell = seen_.RecordFell || (!over && record < seen_.Record);
     seen_.Record = std::max(seen_.Record, record);
-    seen_.Farthest = std::max(seen_.Farthest, Away());
     lookedAt_ = true;
     seen_.Ended = over;
   }
 
-  /// mm from where the program begins.
-  double Away() {
-    const double stored = session_.Number(Variable::PositionDivisor);
-    const double scale = stored == 0 ? 1 : stored;
-    const double x = session_.Number(link::MeasuredPosition[0]) / scale;
-    const double y = session_.Number(link::MeasuredPosition[1]) / scale;
-    return std::hypot(x - program_.X, y - program_.Y);
+  double Away() { return program_.DistanceTo(session_.Position(0), session_.Position(1)); }
+
+  void StopNow() {
+    try {
+      AskForStop(session_, "This is not as it should be: " + seen_.Danger + ". Press stop.");
+    } catch (const NotTried&) {
+      // What was seen of the run counts. Whether the machine rests is asked again before anything
+      // is put back.
+    }
   }
 
   void Finish() {
+    if (!seen_.Danger.empty()) {
+      StopNow();
+      return;
+    }
     if (!seen_.Ended) {
       AwaitRest(session_);
       return;
@@ -111,13 +148,15 @@ class RunWatch {
   ContractSession& session_;
   const HarmlessProgram& program_;
   RunSeen seen_;
-  std::size_t sent_ = LinesAtRest;
+  std::size_t sent_ = LinesAhead;
   double recordBefore_ = 0;
   double seconds_ = 0;
   bool lookedAt_ = false;
 };
 
 }  // namespace
+
+double HarmlessProgram::DistanceTo(double x, double y) const { return std::hypot(x - X, y - Y); }
 
 HarmlessProgram::HarmlessProgram(double x, double y) : X(x), Y(y) {
   const double away = x >= StepMm ? x - StepMm : x + StepMm;
@@ -144,11 +183,21 @@ RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& prog
   return RunWatch(session, program).Watch();
 }
 
+bool AtRest(ContractSession& session) {
+  constexpr int Busy =
+      StatusBit::Running | StatusBit::Feedhold | StatusBit::Cycle | StatusBit::Beam;
+  return (session.Status() & Busy) == 0;
+}
+
 bool AwaitRest(ContractSession& session) {
-  const auto rests = [&session] { return (session.Status() & StatusBit::Running) == 0; };
-  if (rests()) return true;
-  session.Ask(OperatorWish::Stop, "The run does not come to its end. Press stop.");
-  return session.Await(StopSeconds * 1000, rests);
+  try {
+    if (AtRest(session)) return true;
+  } catch (const std::exception&) {
+    session.Ask(OperatorWish::Stop,
+                "The controller does not say whether the machine rests. Press stop.");
+    throw;
+  }
+  return AskForStop(session, "The run does not come to its end. Press stop.");
 }
 
 }  // namespace torvane::tools

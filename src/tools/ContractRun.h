@@ -13,19 +13,25 @@ namespace torvane::tools {
 struct HarmlessProgram {
   HarmlessProgram(double x, double y);
 
+  /// mm from where it begins.
+  [[nodiscard]] double DistanceTo(double x, double y) const;
+
   std::vector<std::string> Lines;
   double X = 0;  ///< mm, where it begins and ends
   double Y = 0;
   double DwellSeconds = 0;  ///< of all its dwells
 };
 
-/// How many of its lines go out before the run.
-inline constexpr int LinesAtRest = 10;
+/// How many of its lines go out before the run, and are ahead of the running record in it.
+inline constexpr int LinesAhead = 10;
+
+/// mm from where it begins; the head goes no farther in it.
+inline constexpr double FarthestAllowed = 1.1;
 
 /// What was seen of the run.
 struct RunSeen {
-  bool Started = false;
   bool Ended = false;        ///< by itself, after its last line
+  std::string Danger;        ///< why the operator was asked for the stop at once
   std::string Refused;       ///< the table line that was refused while it ran
   bool RunningSeen = false;  ///< bit 16384 while it ran
   bool RunningLeft = false;  ///< the bit still there after its end
@@ -41,12 +47,15 @@ struct RunSeen {
 };
 
 /// Asks for the cycle start, sends the other lines while it runs and looks at everything. A run
-/// that does not end is ended by the operator, who is asked for the stop. Throws NotTried where no
-/// cycle start comes.
+/// that does not end is ended by the operator, who is asked for the stop: at once where the beam is
+/// on or the head leaves the way of the program. Throws NotTried where no cycle start comes.
 [[nodiscard]] RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& program);
 
-/// After a fault in the middle of a run: the operator is asked for the stop where the machine still
-/// runs. False when it then still does.
+/// Nothing runs, is held or stands open, and the beam is off.
+[[nodiscard]] bool AtRest(ContractSession& session);
+
+/// After a fault in the middle of a run: the operator is asked for the stop where the machine is
+/// not at rest, or does not say. False when it then still is not; throws where it does not say.
 bool AwaitRest(ContractSession& session);
 
 }  // namespace torvane::tools

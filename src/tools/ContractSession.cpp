@@ -87,6 +87,16 @@ int ContractSession::Status() {
   return status;
 }
 
+double ContractSession::Position(std::size_t axis) {
+  const double stored = Number(link::MeasuredPosition[axis]);
+  if (axis > 1) return stored;
+  if (!divisor_) {
+    const double divisor = Number(link::Variable::PositionDivisor);
+    divisor_ = divisor == 0 ? 1 : divisor;
+  }
+  return stored / *divisor_;
+}
+
 bool ContractSession::Change(std::string_view variable, double value) {
   const auto known = [&](const Kept& kept) { return kept.Variable == variable; };
   if (std::none_of(kept_.begin(), kept_.end(), known)) {
@@ -99,16 +109,20 @@ bool ContractSession::Write(std::string_view variable, double value) {
   return Command(link::Assignment(variable, core::NumberText(value, -1)));
 }
 
-std::vector<std::string> ContractSession::PutBack() {
+std::vector<std::string> ContractSession::PutBack(
+    const std::function<bool(std::string_view)>& allowed) {
   std::vector<std::string> lost;
   bool silent = false;
   for (; !kept_.empty(); kept_.pop_back()) {
     const Kept& kept = kept_.back();
     std::string text = kept.Variable + " to " + core::NumberText(kept.Value, -1);
     try {
-      if (!silent && Write(kept.Variable, kept.Value)) continue;
+      if (!silent && allowed(kept.Variable) && Write(kept.Variable, kept.Value)) continue;
     } catch (const ControllerSilent&) {
       silent = true;  // each further line would be waited for as long
+    } catch (const std::exception& fault) {
+      text += ": ";
+      text += fault.what();
     }
     lost.push_back(std::move(text));
   }

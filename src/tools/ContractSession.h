@@ -12,7 +12,11 @@
 namespace torvane::tools {
 
 /// What the person at the machine is asked for.
-enum class OperatorWish { CycleStart, Stop };
+enum class OperatorWish {
+  CycleStart,
+  NoCycleStart,  ///< the one asked for before is not wanted any more
+  Stop
+};
 
 struct ContractSettings {
   bool Run = true;         ///< with the table, the command word and a run
@@ -20,16 +24,17 @@ struct ContractSettings {
   int ReplyMs = 10000;     ///< a reply may take
 };
 
-struct ContractParts {
-  platform::EventLoop& Loop;
-  platform::SerialPort& Port;  ///< open
-  std::function<void(OperatorWish, const std::string& text)> Ask;
-};
-
 /// Why a clause could not be tried.
 class NotTried : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+};
+
+struct ContractParts {
+  platform::EventLoop& Loop;
+  platform::SerialPort& Port;  ///< open
+  /// Throws NotTried where a cycle start is wished for and nobody hears of it.
+  std::function<void(OperatorWish, const std::string& text)> Ask;
 };
 
 /// What is wrong with a line whatever it is about: the first case of each.
@@ -56,13 +61,17 @@ class ContractSession {
   double Number(std::string_view expression);
   /// VR(19), which also tells of the beam.
   int Status();
+  /// mm, measured, of the axes X, Y and Z; throws NotTried where it cannot be had.
+  double Position(std::size_t axis);
 
   /// Writes a variable and remembers what it held, for the first time that this is called for it.
   bool Change(std::string_view variable, double value);
   /// Writes a variable that has been changed before; remembers nothing.
   bool Write(std::string_view variable, double value);
-  /// Puts back what was changed, the last first. Gives what could not be put back.
-  [[nodiscard]] std::vector<std::string> PutBack();
+  /// Puts back what was changed, the last first, where `allowed` says of a variable that it may be
+  /// written. Gives what was not put back; throws nothing.
+  [[nodiscard]] std::vector<std::string> PutBack(
+      const std::function<bool(std::string_view variable)>& allowed);
 
   /// Asks every 50 ms until `holds`, or for `ms`. The last answer.
   bool Await(int ms, const std::function<bool()>& holds);
@@ -83,6 +92,7 @@ class ContractSession {
   ContractLine line_;
   LineNotes notes_;
   std::vector<Kept> kept_;
+  std::optional<double> divisor_;  ///< of the positions of X and Y
 };
 
 /// The text between the echo and the prompt of a reply, without the line end in front of it.

@@ -1,6 +1,9 @@
 // torvane-contract against the simulated controller, and against controllers with one fault each.
 #include <algorithm>
+#include <map>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -135,6 +138,8 @@ std::vector<FaultCase> FaultCases() {
                ? WithValue(line, "3")
                : answer;
   });
+  cases.push_back(
+      {"table in force", {[](const Text& line, bool) { return line == "VR(91)=2"; }, {}, {}}});
   spoils("command word", [word = false](const Text& line, Text answer, bool) mutable {
     word = word || line == "VR(48)=15";
     return word && line == "? VR(48)" ? WithValue(line, "15") : answer;
@@ -153,6 +158,12 @@ std::vector<FaultCase> FaultCases() {
   });
   spoils("run time", [](const Text& line, Text answer, bool) {
     return line == "? VR(52)" ? WithValue(line, "0") : answer;
+  });
+  spoils("run time", [](const Text& line, Text answer, bool) {
+    return line == "? VR(52)" ? WithValue(line, "77") : answer;
+  });
+  spoils("positions", [](const Text& line, Text answer, bool) {
+    return line.starts_with("? MPOS") ? WithValue(line, "0") : answer;
   });
   spoils("positions", [](const Text& line, Text answer, bool running) {
     return line == "? MPOS AXIS(0)" && running ? WithValue(line, "500") : answer;
@@ -188,6 +199,190 @@ TEST(Contract, ABeamThatShowsOnceIsTold) {
   };
   FaultyController controller(fault);
   EXPECT_EQ(NamesOf(controller.Try(), ClauseState::Fails), std::vector<std::string>{"beam off"});
+  EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
+}
+
+// ---- controllers that could start a program of the owner's ----
+
+/// The answers of a controller to some lines, in place of its own.
+LineFault Answering(std::map<std::string, std::string> values) {
+  LineFault fault;
+  fault.Spoils = [values = std::move(values)](const std::string& line, std::string answer, bool) {
+    const auto found = values.find(line);
+    return found == values.end() ? answer : line + "\r\n" + found->second + "\r\n>>";
+  };
+  return fault;
+}
+
+bool Sent(const FaultyController& controller, const std::string& line) {
+  return std::find(controller.Lines.begin(), controller.Lines.end(), line) !=
+         controller.Lines.end();
+}
+
+TEST(Contract, WithoutThePositionNoCycleStartIsAskedForAndNoSlotIsPutInForce) {
+  for (const auto* const line : {"? MPOS AXIS(0)", "? MPOS AXIS(1)", "? VR(59)"}) {
+    SCOPED_TRACE(line);
+    FaultyController controller(Answering({{line, "%"}}), Preset());
+    controller.PutOwnersProgram(750);
+    const auto before = ValuesOf(controller);
+    const auto result = controller.Try();
+    EXPECT_TRUE(controller.Asked.empty());
+    EXPECT_FALSE(Sent(controller, "VR(91)=2"));
+    EXPECT_FALSE(controller.Cut);
+    EXPECT_THAT(NamesOf(result, ClauseState::NotTried),
+                ::testing::IsSupersetOf({"table at rest", "table in force", "rows taken"}));
+    EXPECT_EQ(ValuesOf(controller), before);
+  }
+}
+
+TEST(Contract, NoCycleStartIsAskedForWhereSlot2IsNotKnownToBeInForce) {
+  LineFault stays;
+  stays.Loses = [](const std::string& line, bool) { return line == "VR(91)=2"; };
+  const LineFault faults[] = {stays, Answering({{"? VR(91)", "%"}}), Answering({{"VR(91)=2", "%"}}),
+                              Answering({{"? VR(81)", "4"}})};
+  for (const auto& fault : faults) {
+    FaultyController controller(fault, Preset());
+    controller.PutOwnersProgram(500);
+    const auto result = controller.Try();
+    EXPECT_TRUE(controller.Asked.empty()) << ContractText(result);
+    EXPECT_THAT(NamesOf(result, ClauseState::Holds),
+                ::testing::Not(::testing::Contains("table in force")));
+    EXPECT_THAT(NamesOf(result, ClauseState::NotTried), ::testing::Contains("rows run"));
+  }
+}
+
+TEST(Contract, NoCycleStartIsAskedForWhereTheHeadHasLeftItsPlace) {
+  LineFault fault;
+  fault.Loses = [](const std::string& line, bool) { return line.starts_with("VR(23)="); };
+  auto options = Preset();
+  options.Presets.emplace_back(23, 40);
+  FaultyController controller(fault, options);
+  const auto result = controller.Try();
+  EXPECT_TRUE(controller.Asked.empty()) << ContractText(result);
+  EXPECT_THAT(ContractText(result), HasSubstr("mm from where the program begins"));
+}
+
+/// It says that slot 2 is in force and runs slot 1.
+LineFault RunsSlot1() {
+  LineFault fault = Answering({{"? VR(91)", "2"}});
+  fault.Loses = [](const std::string& line, bool) { return line == "VR(91)=2"; };
+  return fault;
+}
+
+TEST(Contract, AHeadOnAnotherWayIsStoppedAtOnceAndGetsNoMoreRows) {
+  FaultyController controller(RunsSlot1(), Preset());
+  controller.PutOwnersProgram(500);
+  const auto result = controller.Try();
+  EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
+  EXPECT_THAT(NamesOf(result, ClauseState::Fails), ::testing::Contains("positions"));
+  EXPECT_THAT(NamesOf(result, ClauseState::NotTried), ::testing::Contains("rows taken"));
+  EXPECT_EQ(std::count_if(controller.Lines.begin(), controller.Lines.end(), Rows), 10);
+  EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
+}
+
+TEST(Contract, ABeamIsStoppedAtOnceAndTheRunGetsNoMoreRows) {
+  auto fault = RunsSlot1();
+  fault.Spoils = [spoils = fault.Spoils](const std::string& line, std::string answer,
+                                         bool running) {
+    if (line.starts_with("? MPOS")) return WithValue(line, "0");
+    return spoils(line, std::move(answer), running);
+  };
+  FaultyController controller(fault, Preset());
+  controller.PutOwnersProgram(500);
+  const auto result = controller.Try();
+  EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
+  EXPECT_THAT(NamesOf(result, ClauseState::Fails), ::testing::Contains("beam off"));
+  EXPECT_LT(controller.Controller.TheMachine().At().X, 40) << "it was stopped in the cut";
+  EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
+}
+
+TEST(Contract, WhatSaysWhatRunsIsNotWrittenIntoAMachineThatNobodyStops) {
+  std::function<void()> end;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool running) {
+    if (line == "? VR(81)" && running) end();
+    return answer;
+  };
+  FaultyController controller(fault, Preset());
+  controller.StopPressed = false;
+  const auto result =
+      controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+  EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
+  EXPECT_THAT(result.NotPutBack,
+              ::testing::UnorderedElementsAre("the machine still runs", "VR(91) to 1",
+                                              "VR(92) to 1", "VR(93) to 1"));
+  EXPECT_FALSE(Sent(controller, "VR(91)=1"));
+  EXPECT_EQ(controller.Variable(91), 2);
+  EXPECT_EQ(controller.Variable(84), 10) << "what does no harm is put back";
+}
+
+TEST(Contract, AMachineThatIsHeldIsNotAtRestAlsoWhereItShowsNoRun) {
+  bool held = false;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool) {
+    return line == "? VR(19)" && held ? WithValue(line, "2048") : answer;
+  };
+  FaultyController controller(fault, Preset());
+  controller.StopPressed = false;
+  controller.Loop.After(3000, [&] {
+    controller.CatchUp();
+    controller.Controller.TheMachine().FeedHold();
+    held = true;
+  });
+  const auto result = controller.Try();
+  EXPECT_EQ(controller.Asked.back(), OperatorWish::Stop);
+  EXPECT_EQ(controller.Variable(91), 2) << ContractText(result);
+}
+
+TEST(Contract, ABeamThatWasSeenIsToldAlsoWhereTheEndIsAskedFor) {
+  int asked = 0;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool running) {
+    return line == "? VR(19)" && running && ++asked == 5 ? WithValue(line, "2121728") : answer;
+  };
+  FaultyController controller(fault);
+  controller.StopPressed = false;
+  std::function<void()> end;
+  controller.Loop.After(8000, [&] { end(); });
+  const auto result =
+      controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+  EXPECT_EQ(NamesOf(result, ClauseState::Fails), std::vector<std::string>{"beam off"});
+  EXPECT_THAT(NamesOf(result, ClauseState::NotTried), ::testing::Contains("echo"));
+}
+
+TEST(Contract, WhatWasSeenOfBeamEchoAndPromptIsToldAlsoWhereTheLineDies) {
+  int asked = 0;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool running) {
+    if (line == "? VR(48)") return line + "\n0\r\n>>";
+    if (line == "? VR(25)") return line + "\r\n0\r\n>";
+    if (line == "? VR(19)" && running) ++asked;
+    if (asked > 5) return std::string();
+    return asked == 5 && line == "? VR(19)" ? WithValue(line, "2121728") : answer;
+  };
+  fault.Loses = [&](const std::string&, bool) { return asked > 5; };
+  FaultyController controller(fault);
+  controller.StopPressed = false;
+  EXPECT_EQ(NamesOf(controller.Try(), ClauseState::Fails),
+            (std::vector<std::string>{"prompt", "echo", "reply time", "beam off"}));
+}
+
+TEST(Contract, TheRunNeverWaitsForARowOnASlowLine) {
+  LineFault fault;
+  int running = 0;
+  int least = 100;
+  fault.DelayMs = [](int) { return 45; };
+  fault.Spoils = [&](const std::string& line, std::string answer, bool runs) {
+    if (line.starts_with("TABLE(") && runs) ++running;
+    if (line == "? VR(81)" && runs && 10 + running < 25) {
+      least = std::min(least, 10 + running - std::stoi(answer.substr(line.size() + 2)));
+    }
+    return answer;
+  };
+  FaultyController controller(fault);
+  EXPECT_TRUE(controller.Try().Holds());
+  EXPECT_EQ(running, 15);
+  EXPECT_GE(least, 3) << "rows ahead of the running record";
 }
 
 TEST(Contract, ARunThatHangsIsStoppedByTheOperator) {
@@ -227,12 +422,13 @@ TEST(Contract, WithoutACycleStartTheRunIsNotTriedAndAllIsPutBack) {
   const auto result = controller.Try();
   EXPECT_TRUE(NamesOf(result, ClauseState::Fails).empty()) << ContractText(result);
   EXPECT_EQ(NamesOf(result, ClauseState::NotTried).size(), 7U);
+  EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::NoCycleStart}));
   EXPECT_FALSE(result.Holds());
   EXPECT_EQ(ValuesOf(controller), before);
 }
 
 TEST(Contract, AnEndAskedForAtAnyMomentPutsEverythingBack) {
-  for (int ms = 100; ms < 4500; ms += 200) {
+  for (int ms = 100; ms < 8000; ms += 200) {
     SCOPED_TRACE(ms);
     FaultyController controller({}, Preset());
     const auto before = ValuesOf(controller);
@@ -251,6 +447,38 @@ TEST(Contract, AnEndAskedForAtAnyMomentPutsEverythingBack) {
   }
 }
 
+TEST(Contract, AReplyThatComesAfterTheEndWasAskedForIsNotTakenForAnother) {
+  for (int ms = 1000; ms < 60000; ms += 4000) {
+    SCOPED_TRACE(ms);
+    LineFault fault;
+    fault.DelayMs = [](int) { return 1500; };
+    FaultyController controller(fault, Preset());
+    const auto before = ValuesOf(controller);
+    std::function<void()> end;
+    controller.Loop.After(ms, [&] {
+      if (end) end();
+    });
+    const auto result =
+        controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+    EXPECT_TRUE(NamesOf(result, ClauseState::Fails).empty()) << ContractText(result);
+    EXPECT_TRUE(result.NotPutBack.empty()) << ContractText(result);
+    EXPECT_EQ(ValuesOf(controller), before);
+  }
+}
+
+TEST(Contract, AFaultOfAnyKindInTheMiddlePutsEverythingBack) {
+  FaultyController controller({}, Preset());
+  const auto before = ValuesOf(controller);
+  const auto ask = [](OperatorWish wish, const std::string&) {
+    if (wish == OperatorWish::CycleStart) throw std::logic_error("the wish was lost");
+  };
+  const auto result = TryContract({controller.Loop, controller.Port, ask}, {});
+  EXPECT_THAT(ContractText(result), HasSubstr("the wish was lost"));
+  EXPECT_FALSE(result.Holds());
+  EXPECT_TRUE(result.NotPutBack.empty());
+  EXPECT_EQ(ValuesOf(controller), before);
+}
+
 TEST(Contract, ALineThatDiesIsTheReplyTimesFaultAndWhatStaysChangedIsNamed) {
   bool dead = false;
   LineFault fault;
@@ -266,6 +494,7 @@ TEST(Contract, ALineThatDiesIsTheReplyTimesFaultAndWhatStaysChangedIsNamed) {
   EXPECT_EQ(NamesOf(result, ClauseState::Fails), std::vector<std::string>{"reply time"});
   EXPECT_FALSE(result.NotPutBack.empty());
   EXPECT_THAT(ContractText(result), HasSubstr("NOT BACK"));
+  EXPECT_EQ(controller.Asked, std::vector{OperatorWish::Stop}) << "nobody knows what runs";
 }
 
 TEST(Contract, AMachineThatIsNotAtRestIsLeftAlone) {

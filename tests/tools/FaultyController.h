@@ -44,6 +44,18 @@ class FaultyController {
     return tools::TryContract({Loop, Port, ask}, settings, interrupt);
   }
 
+  /// A program of the owner's in a slot, whose first row begins at `index`: 10 mm away, then 100 mm
+  /// of a cut.
+  void PutOwnersProgram(int index) {
+    const char* const rows[] = {"0,10,10,0,0,0,0", "1,110,10,0,0,1500,0", "0,30,10,0,0,0,0"};
+    for (const char* const row : rows) {
+      Controller.Receive("TABLE(" + std::to_string(index) + "," + row + ")\r");
+      index += 7;
+    }
+    Controller.Receive("TABLE(" + std::to_string(index) + ",-999)\r");
+    (void)Controller.TakeOutput();
+  }
+
   [[nodiscard]] double Variable(int number) { return Controller.Memory().Variable(number); }
   void CatchUp() {
     Controller.Advance(static_cast<double>(Loop.NowMs() - lastMs_) / 1000);
@@ -56,16 +68,14 @@ class FaultyController {
   std::vector<std::string> Lines;
   std::vector<tools::OperatorWish> Asked;
   bool OperatorThere = true;
-  bool Cut = false;  ///< the machine has cut something
+  bool StopPressed = true;  ///< where it is asked for
+  bool Cut = false;         ///< the machine has cut something
 
  private:
   void Obey(tools::OperatorWish wish) {
     CatchUp();
-    if (wish == tools::OperatorWish::CycleStart) {
-      Controller.TheMachine().CycleStart();
-    } else {
-      Controller.TheMachine().Stop();
-    }
+    if (wish == tools::OperatorWish::CycleStart) Controller.TheMachine().CycleStart();
+    if (wish == tools::OperatorWish::Stop && StopPressed) Controller.TheMachine().Stop();
   }
 
   void Hear(std::string_view bytes) {
