@@ -193,13 +193,16 @@ void RunJournal::OpenRun() {
   Follow(true);
 }
 
-/// What a tick in which the controller was heard says of the run.
+/// What a tick in which the controller was heard says of the run. One that stands and knows of no
+/// line may have been switched off meanwhile: its positions count from where it came up.
 void RunJournal::Follow(bool running) {
   const core::MachineState& state = parts_.System.State;
   table_.Read(RecordsATick);
   run_.End = parts_.Clock.Now();
-  run_.Last.X = state.XPosition;
-  run_.Last.Y = state.YPosition;
+  if (running || state.RunningBlock > 0) {
+    run_.Last.X = state.XPosition;
+    run_.Last.Y = state.YPosition;
+  }
   FollowLine(state.RunningBlock, running);
   if (!parts_.System.Programs[slot_].Selected) return;  // the run time is not asked for then
   secondsSeen_ = std::max(secondsSeen_, double{tick_.RunSeconds});

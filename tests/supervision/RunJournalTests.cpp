@@ -386,6 +386,20 @@ TEST_F(RunJournalTest, ARunThatIsGoneWhenTheLinkComesBackWasLost) {
   EXPECT_EQ(OnlyRun().Ended, RunEnd::LinkLost);
 }
 
+TEST_F(RunJournalTest, AControllerThatIsSwitchedOffLeavesThePlaceWhereTheHeadWas) {
+  for (const bool seen : {true, false}) {
+    Idle();
+    RunAt(5, 20, 50, 100);
+    See([](Seen& at) { at.Blind = true; }, seen ? 0 : 20);
+    See([](Seen& at) { at = {}; }, 3);
+    const RunPlace place = Runs().back().Last;
+    EXPECT_EQ(place.Block, 50) << seen;
+    EXPECT_EQ(place.X, 50) << seen;
+    EXPECT_EQ(place.Y, 100) << seen;
+    EXPECT_NEAR(Runs().back().Length, 150 + 25 * 3.14159265, 0.06) << seen;
+  }
+}
+
 TEST_F(RunJournalTest, ARunThatCameToItsEndMeanwhileHasEnded) {
   Idle();
   RunAt(2, 5, 50, 0);
