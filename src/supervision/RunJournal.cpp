@@ -19,6 +19,7 @@ constexpr std::int64_t CauseMs = 1000;
 /// The run time counts as set back where it has fallen by more than this, s.
 constexpr double SetBackSeconds = 0.5;
 
+constexpr const char* StopText = "stop";
 constexpr const char* LinkLostText = "link lost";
 
 }  // namespace
@@ -28,6 +29,7 @@ RunJournal::Reaction RunJournal::ReactionTo(State from, Sight sight) {
   using enum State;
   constexpr Reaction Idles = {&Journal::Nothing, Idle};
   constexpr Reaction Falls = {&Journal::Fall, Fallen};
+  constexpr Reaction FallsStillHeld = {&Journal::FallStillHeld, Fallen};
   constexpr Reaction Runs = {&Journal::GoOn, Running};
   constexpr Reaction Stands = {&Journal::Stand, Stopped};
   constexpr Reaction Loses = {&Journal::Lose, Blind};
@@ -42,9 +44,9 @@ RunJournal::Reaction RunJournal::ReactionTo(State from, Sight sight) {
   static constexpr std::array<Reactions, 5> Table = {
       Reactions{Idles, Opens, OpensStopped, Idles, Idles},        // Idle
       Reactions{Loses, Runs, Stands, FallsHeld, Falls},           // Running
-      Reactions{Loses, Runs, StaysStopped, Falls, Falls},         // Stopped
+      Reactions{Loses, Runs, StaysStopped, FallsStillHeld, Falls},  // Stopped
       Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes},  // Fallen
-      Reactions{Stays, Runs, Stands, Falls, Falls},               // Blind
+      Reactions{Stays, Runs, Stands, FallsStillHeld, Falls},      // Blind
   };
   return Table[static_cast<std::size_t>(from)][static_cast<std::size_t>(sight)];
 }
@@ -82,6 +84,7 @@ RunJournal::Sight RunJournal::Look() {
 }
 
 bool RunJournal::AnotherRun() const {
+  if (state_ == State::Fallen && restart_) return true;
   const bool doubtful = state_ == State::Fallen || state_ == State::Blind;
   return doubtful && secondsSeen_ > double{tick_.RunSeconds} + SetBackSeconds;
 }
@@ -135,28 +138,61 @@ void RunJournal::StayStopped() {
 
 void RunJournal::Lose() {
   doubtTick_ = ticks_ - 1;
-  AddStop(LinkLostText);
+  ListStop(LinkLostText);
   Note(RunEnd::LinkLost);
 }
 
 void RunJournal::Fall() {
-  unseen_ = state_ == State::Blind;
-  if (!unseen_) doubtTick_ = ticks_ - 2;
-  Follow(false);
+  FollowFall();
   fallCause_ = CauseText();
-  if (unseen_) Note(RunEnd::LinkLost);
+  NoteFallen();
 }
 
+void RunJournal::FallStillHeld() {
+  FollowFall();
+  NoteFallen();
+}
+
+/// A hold is a stop beside the one that ends the run. An open cycle alone is the end of the run
+/// already, or that stop.
 void RunJournal::FallHeld() {
-  Fall();
-  AddStop(fallCause_);
+  FollowFall();
+  const bool held = parts_.System.State.MachineFeedhold;
+  if (held || !EndReached()) {
+    ListStop(CauseText());
+    endListed_ = !held;
+  }
+  NoteFallen();
 }
 
 void RunJournal::CloseFallen() {
-  const bool unseen = unseen_ || state_ == State::Blind;
-  const RunEnd ended = EndReached() ? RunEnd::End : unseen ? RunEnd::LinkLost : RunEnd::Stop;
-  if (ended == RunEnd::Stop) AddStop(fallCause_);
+  const RunEnd ended = EndOfFall();
+  if (ended == RunEnd::Stop && !endListed_) ListStop(fallCause_);
   Close(ended);
+}
+
+// ---- how it fell ----
+
+void RunJournal::FollowFall() {
+  unseen_ = state_ == State::Blind;
+  if (!unseen_) doubtTick_ = ticks_ - 2;
+  Follow(false);
+  fallCause_ = StopText;
+  endListed_ = false;
+}
+
+RunEnd RunJournal::EndOfFall() const {
+  if (EndReached()) return RunEnd::End;
+  return unseen_ || state_ == State::Blind ? RunEnd::LinkLost : RunEnd::Stop;
+}
+
+/// With the stop that closing it would list: it may still go on, and then there was none.
+void RunJournal::NoteFallen() {
+  const RunEnd ended = EndOfFall();
+  const bool lists = ended == RunEnd::Stop && !endListed_;
+  if (lists) ListStop(fallCause_);
+  Note(ended);
+  if (lists) TakeBackStop();
 }
 
 // ---- the run under way ----
@@ -189,7 +225,7 @@ void RunJournal::OpenRun() {
   base_ = {system.State.XPosition, system.State.YPosition};
   secondsSeen_ = 0;
   secondsBefore_ = found ? tick_.RunSeconds : 0;
-  if (restart_) RunContinued(RestartPlace(*restart_));
+  if (restart_) MarkRestart(RestartPlace(*restart_));
   Follow(true);
 }
 
@@ -227,7 +263,7 @@ void RunJournal::FollowLine(int line, bool running) {
 
 std::string RunJournal::CauseText() const {
   const core::MachineState& state = parts_.System.State;
-  std::string cause = "stop";
+  std::string cause = StopText;
   if (programStopTicks_ == 2) cause = "program stop";
   if (state.MachineFeedhold) cause = "feed hold";
   const bool error = inError_ && parts_.Loop.NowMs() - errorMs_ <= CauseMs;
@@ -237,9 +273,18 @@ std::string RunJournal::CauseText() const {
 }
 
 void RunJournal::AddStop(const std::string& cause) {
+  ListStop(cause);
+  Note(RunEnd::ConsoleEnded);
+}
+
+void RunJournal::ListStop(const std::string& cause) {
   ++run_.StopCount;
   if (run_.Stops.size() < MostStops) run_.Stops.push_back({run_.End, run_.Last, cause});
-  Note(RunEnd::ConsoleEnded);
+}
+
+void RunJournal::TakeBackStop() {
+  --run_.StopCount;
+  if (run_.Stops.size() > static_cast<std::size_t>(run_.StopCount)) run_.Stops.pop_back();
 }
 
 double RunJournal::LengthNow() const {
@@ -285,7 +330,12 @@ void RunJournal::BatchRead(const BatchReading& reading) {
 
 void RunJournal::RunContinued(const RestartPlace& place) {
   restart_ = place;
-  if (run_.Number < store_.NextNumber()) return;  // no run is open yet
+  // No run is open yet, or the one that is open stands: it is the next that goes on.
+  if (state_ == State::Idle || state_ == State::Fallen) return;
+  MarkRestart(place);
+}
+
+void RunJournal::MarkRestart(const RestartPlace& place) {
   run_.Begin = RunBegin::Restart;
   run_.FromBlock = place.Block;
   base_ = {place.X, place.Y};
@@ -306,9 +356,12 @@ void RunJournal::ConsoleEnds() {
 }
 
 std::optional<RunPlace> RunJournal::PlaceOfLastRun(core::Slot slot) const {
-  if (state_ != State::Idle) return std::nullopt;
+  if (state_ != State::Idle && state_ != State::Fallen) return std::nullopt;
   const std::string digest = SlotDigest(parts_.Files, parts_.System.Directories, slot);
   if (digest.empty()) return std::nullopt;
+  if (state_ == State::Fallen && slot == slot_ && run_.Digest == digest) {
+    return EndReached() ? std::nullopt : std::optional(run_.Last);
+  }
   const auto run = store_.LastRunOf(slot.Number(), digest);
   if (!run || run->Ended == RunEnd::End) return std::nullopt;
   return run->Last;

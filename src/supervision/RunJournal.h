@@ -44,8 +44,8 @@ struct JournalParts {
 ///   Fallen       Fallen        Running *    Stop: Stopped * Fallen             Close: Idle
 ///   Blind        Blind         Running *    Stop: Stopped * Fall: Fallen       Fall: Fallen
 ///
-/// Where * finds the machine's run time set back, another run has begun: the one before is closed.
-/// A run that falls is closed one tick later, so that a single wrong reply ends none; what is noted
+/// Where * finds the machine's run time set back, or a restart told, another run has begun: the one
+/// before is closed. A run that falls is closed one tick later, so that a single wrong reply ends none; what is noted
 /// of its end is of the tick in which it fell. The end of the console closes what is open.
 class RunJournal final : public PollObserver {
  public:
@@ -59,7 +59,8 @@ class RunJournal final : public PollObserver {
   void ConsoleEnds() override;
 
   /// Where the last run of the very text that stands in the slot ended, if it did not come to its
-  /// end; nothing otherwise, and while a run is open.
+  /// end; nothing otherwise, and while a run goes on or is not heard of. One that has fallen and
+  /// may still go on, as in a feed hold, counts as ended: a restart may begin there.
   [[nodiscard]] std::optional<RunPlace> PlaceOfLastRun(core::Slot slot) const;
 
  private:
@@ -88,12 +89,20 @@ class RunJournal final : public PollObserver {
   void Lose();
   void Fall();
   void FallHeld();
+  void FallStillHeld();
   void CloseFallen();
 
+  void FollowFall();
+  [[nodiscard]] RunEnd EndOfFall() const;
+  void NoteFallen();
+
   void OpenRun();
+  void MarkRestart(const RestartPlace& place);
   void Follow(bool running);
   void FollowLine(int line, bool running);
   void AddStop(const std::string& cause);
+  void ListStop(const std::string& cause);
+  void TakeBackStop();
   [[nodiscard]] std::string CauseText() const;
   void Close(RunEnd ended);
   void Note(RunEnd ended);
@@ -122,7 +131,8 @@ class RunJournal final : public PollObserver {
   bool baseWanted_ = false;      ///< the next line is where the run begins
   double passes_ = 0;            ///< mm of the passes before this one, in a cycle of several
   int programStopTicks_ = 0;     ///< ticks in a row at the line of a program stop
-  std::string fallCause_;        ///< why it fell, in the tick in which it did
+  std::string fallCause_;        ///< the cause of the stop that ends it, if one does
+  bool endListed_ = false;       ///< that stop is in the list
   bool unseen_ = false;          ///< it fell while nothing was heard
   std::uint64_t doubtTick_ = 0;  ///< a sheet counted from here on says that the end was reached
   std::int64_t notedMs_ = 0;

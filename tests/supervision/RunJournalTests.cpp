@@ -456,6 +456,77 @@ TEST_F(RunJournalTest, TheEndOfTheConsoleOnADeadLineIsALostLink) {
   EXPECT_EQ(OnlyRun().Ended, RunEnd::LinkLost);
 }
 
+TEST_F(RunJournalTest, AKilledConsoleTellsTheEndThatItHadSeen) {
+  struct Case {
+    int Line;
+    bool Hold;
+    RunEnd Ended;
+    std::string Causes;
+  };
+  for (const Case& at : {Case{EndLine, false, RunEnd::End, ""}, Case{EndLine, true, RunEnd::End, ""},
+                         Case{4, false, RunEnd::Stop, "[stop]"},
+                         Case{4, true, RunEnd::Stop, "[feed hold][stop]"}}) {
+    const bool listed = !at.Causes.empty();
+    Idle();
+    RunAt(at.Line, 5, 100, 20);
+    See([&](Seen& seen) {
+      seen.Running = false;
+      seen.Hold = at.Hold && listed;
+      seen.Cycle = at.Hold;
+    });
+    Begin();
+    Idle();
+    EXPECT_EQ(Runs().back().Ended, at.Ended) << at.Line << at.Hold;
+    EXPECT_EQ(Causes(Runs().back()), at.Causes) << at.Line << at.Hold;
+  }
+  EXPECT_EQ(Runs().size(), 4U);
+}
+
+TEST_F(RunJournalTest, AStopOutOfAHoldIsListedOnceWithItsOwnCause) {
+  for (const bool stands : {false, true}) {
+    Idle();
+    RunAt(2, 5, 50, 0);
+    if (stands) See([](Seen& at) { at.Hold = true; });
+    See(
+        [](Seen& at) {
+          at.Running = false;
+          at.Hold = at.Cycle = true;
+        },
+        3);
+    Idle();
+    EXPECT_EQ(Causes(Runs().back()), "[feed hold][stop]") << stands;
+    EXPECT_EQ(Runs().back().StopCount, 2) << stands;
+  }
+}
+
+TEST_F(RunJournalTest, AnOpenCycleIsNoStopBesideTheOneThatEndsTheRun) {
+  const auto close = [this] {
+    See([](Seen& at) {
+      at.Running = false;
+      at.Cycle = true;
+    });
+    Idle();
+  };
+  Idle();
+  RunAt(2, 5, 50, 0);
+  close();
+  EXPECT_EQ(Causes(Runs().back()), "[stop]");
+  RunAt(EndLine, 9);
+  close();
+  EXPECT_EQ(Causes(Runs().back()), "") << "it came to its end";
+}
+
+TEST_F(RunJournalTest, ARunThatGoesOnHasNoStopOfAWrongReply) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  See([](Seen& at) { at.Running = false; });
+  RunAt(2, 5.1, 51, 0);
+  Begin();
+  Idle();
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::ConsoleEnded);
+  EXPECT_EQ(OnlyRun().StopCount, 0);
+}
+
 TEST_F(RunJournalTest, AKilledConsoleIsToldAtTheNextStart) {
   Idle();
   RunAt(2, 5, 50, 0);
@@ -524,6 +595,50 @@ TEST_F(RunJournalTest, ThePlaceOfARunThatDidNotEndIsFoundByItsText) {
   RunAt(EndLine, 9);
   Idle();
   EXPECT_FALSE(Journal->PlaceOfLastRun(1)) << "it has come to its end since";
+}
+
+TEST_F(RunJournalTest, ThePlaceOfARunIsKnownWhileTheHoldStaysOn) {
+  const auto hold = [](Seen& at) {
+    at.Running = false;
+    at.Hold = true;
+  };
+  Idle();
+  RunAt(4, 5, 100, 20);
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1)) << "it runs";
+  See([](Seen& at) { at.Hold = true; });
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1)) << "it stands, and may go on";
+  See(hold, 20);
+  ASSERT_TRUE(Journal->PlaceOfLastRun(1));
+  EXPECT_EQ(Journal->PlaceOfLastRun(1)->Block, 40);
+  EXPECT_EQ(Journal->PlaceOfLastRun(1)->Y, 20);
+  EXPECT_FALSE(Journal->PlaceOfLastRun(2)) << "another slot";
+  Files.Put("C:\\Actvprg1.prg", Text + "1 ");
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1)) << "another text";
+  Files.Put("C:\\Actvprg1.prg", Text + "1");
+  RunAt(EndLine, 9);
+  See(hold, 20);
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1)) << "it has come to its end";
+}
+
+TEST_F(RunJournalTest, ARestartOutOfAHoldIsALineOfItsOwn) {
+  Idle();
+  RunAt(4, 5, 100, 20);
+  See(
+      [](Seen& at) {
+        at.Running = false;
+        at.Hold = true;
+      },
+      3);
+  Journal->RunContinued({40, 100, 10});
+  RunAt(4, 5, 100, 10);
+  RunAt(EndLine, 9);
+  Idle();
+  ASSERT_EQ(Runs().size(), 2U);
+  EXPECT_EQ(Runs()[0].Ended, RunEnd::Stop);
+  EXPECT_EQ(Runs()[0].Begin, RunBegin::Start);
+  EXPECT_EQ(Runs()[1].Begin, RunBegin::Restart);
+  EXPECT_EQ(Runs()[1].FromBlock, 40);
+  EXPECT_EQ(Runs()[1].Ended, RunEnd::End);
 }
 
 TEST_F(RunJournalTest, AProgramWithoutFilesRunsAllTheSame) {
