@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "core/General.h"
@@ -98,6 +99,7 @@ class Trio::Impl {
   std::uint64_t Answers = 0;
   std::array<std::uint64_t, 4> Failures{};  ///< by Asker
   bool Ending = false;
+  std::optional<std::int64_t> UnansweredSince;  ///< Loop's time of the first line without a reply
 
  private:
   bool OpenPort();
@@ -129,6 +131,7 @@ void Trio::Impl::Open(bool& linkEnabled) {
     return;
   }
   Ending = false;
+  UnansweredSince.reset();
   Queue.Open();
   LineQueue::Turn turn(Queue);
   if (!turn.Await()) {
@@ -144,9 +147,12 @@ void Trio::Impl::Open(bool& linkEnabled) {
 
 LineReply Trio::Impl::Ask(std::string_view line, Kind kind) {
   if (kind == Kind::Query) Queue.FlushTrioInput();
+  if (!UnansweredSince) UnansweredSince = Loop.NowMs();
   Queue.Send(line);
   if (!line.empty()) Pause(Settings.CommandDelayMs);
-  return Queue.Collect(line.empty());
+  LineReply reply = Queue.Collect(line.empty());
+  if (!reply.TimedOut && !reply.Aborted) UnansweredSince.reset();
+  return reply;
 }
 
 /// What comes of it is dropped, and its failure goes unreported. A stop goes first.
@@ -314,6 +320,10 @@ std::uint64_t Trio::Answers() const { return impl_->Answers; }
 
 std::uint64_t Trio::Failures(Asker asker) const {
   return impl_->Failures[static_cast<std::size_t>(asker)];
+}
+
+std::int64_t Trio::UnansweredMs() const {
+  return impl_->UnansweredSince ? impl_->Loop.NowMs() - *impl_->UnansweredSince : 0;
 }
 
 bool Trio::GetRspnsBln(std::string_view expression, Asker asker) {

@@ -96,6 +96,10 @@ class Trio {
   /// the controller's.
   [[nodiscard]] std::uint64_t Failures(Asker asker) const;
 
+  /// How long the line has been without any reply although one is due, ms; 0 where none is. Giving
+  /// an exchange up does not end it, a reply of any kind does.
+  [[nodiscard]] std::int64_t UnansweredMs() const;
+
   /// Typed queries: zero or false with the link off, after a failure, and where the value does not
   /// fit the type.
   [[nodiscard]] bool GetRspnsBln(std::string_view expression, Asker asker = Asker::Operator);

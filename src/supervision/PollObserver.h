@@ -44,8 +44,9 @@ class PollObserver {
   virtual void BatchRead(const BatchReading& /*reading*/) {}
   /// The run that has just begun is a restart: the controller has taken its start line.
   virtual void RunContinued(const RestartPlace& /*place*/) {}
-  /// The program ends in order; no tick follows.
-  virtual void ConsoleEnds() {}
+  /// The program ends in order; no tick follows. `unheard`: nothing has been heard of the
+  /// controller since the last tick.
+  virtual void ConsoleEnds(bool /*unheard*/) {}
 };
 
 }  // namespace torvane::supervision

@@ -1,5 +1,6 @@
 #include "supervision/PollTrio.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -26,6 +27,11 @@ constexpr std::array<DemandMode, 3> DemandModes = {{
     {2, link::EndOfMove, true},
     {3, link::FollowingError, false},
 }};
+
+/// A line without a reply for so long at the program's end is taken for a dead one, ms, if the
+/// limit of a reply is not shorter: replies come within some hundredths of a second, and the last
+/// readings may be cut short.
+constexpr std::int64_t DeadLineMs = 1000;
 
 }  // namespace
 
@@ -62,12 +68,12 @@ void Poll::PollTrio() {
   trio_.Loop().WaitUntil([this] { return !inTick_; });
   const ScopedFlag tick(inTick_);
   const Watch watch(*this);
-  const std::uint64_t failures = PollFailures();
+  failuresBefore_ = PollFailures();
   for (const Stage stage : Stages) {
     if (watch.Overtaken()) return;
     (this->*stage)();
   }
-  if (!watch.Overtaken()) TellTick(failures);
+  if (!watch.Overtaken()) TellTick(failuresBefore_);
   RotateLog();
 }
 
@@ -97,7 +103,15 @@ void Poll::TellRestart(const RestartPlace& place) {
 }
 
 void Poll::TellEnd() {
-  for (PollObserver* observer : observers_) observer->ConsoleEnds();
+  const bool unheard = Unheard();
+  for (PollObserver* observer : observers_) observer->ConsoleEnds(unheard);
+}
+
+/// A tick over a dead line takes minutes, so that the end does not wait for one to tell of it.
+bool Poll::Unheard() const {
+  const std::int64_t limit = system_.Link.ReplyTimeoutMs;
+  const bool failed = PollFailures() != failuresBefore_;
+  return failed || trio_.UnansweredMs() >= (limit > 0 ? std::min(limit, DeadLineMs) : DeadLineMs);
 }
 
 void Poll::RunMachineStages() {

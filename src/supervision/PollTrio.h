@@ -52,7 +52,8 @@ class Poll {
   void Observe(PollObserver& observer) { observers_.push_back(&observer); }
   /// The run that has just begun is a restart.
   void TellRestart(const RestartPlace& place);
-  /// The program ends in order.
+  /// The program ends in order. Observers are told of a dead line where an exchange of the tick
+  /// under way has failed, or none has been answered for a while.
   void TellEnd();
 
   // ---- the stages, in the order of the tick ----
@@ -103,6 +104,7 @@ class Poll {
   void TellTick(std::uint64_t failuresBefore);
   void TellBatch(const BatchReading& reading);
   [[nodiscard]] std::uint64_t PollFailures() const;
+  [[nodiscard]] bool Unheard() const;
   void RunMachineStages();
   void RefreshTickBatch();
   void RotateLog();
@@ -122,6 +124,7 @@ class Poll {
   float runSeconds_ = 0;           ///< VR(52) as the last tick read it, s
   std::vector<PollObserver*> observers_;
   bool inTick_ = false;
+  std::uint64_t failuresBefore_ = 0;  ///< of the poll, before the last tick that has begun
 };
 
 }  // namespace torvane::supervision

@@ -344,9 +344,15 @@ void RunJournal::MarkRestart(const RestartPlace& place) {
   restart_.reset();
 }
 
-void RunJournal::ConsoleEnds() {
+void RunJournal::ConsoleEnds(bool unheard) {
   if (state_ == State::Idle) return;
-  if (state_ == State::Running || state_ == State::Stopped) {
+  const bool open = state_ == State::Running || state_ == State::Stopped;
+  if (open && unheard) {
+    Lose();
+    doubtTick_ = ticks_;  // the tick under way, or the last readings, may have counted a sheet
+    state_ = State::Blind;
+  }
+  if (open && !unheard) {
     run_.End = parts_.Clock.Now();
     Close(RunEnd::ConsoleEnded);
   } else {

@@ -56,7 +56,7 @@ class RunJournal final : public PollObserver {
   void TickRead(const TickReading& tick) override;
   void BatchRead(const BatchReading& reading) override;
   void RunContinued(const RestartPlace& place) override;
-  void ConsoleEnds() override;
+  void ConsoleEnds(bool unheard) override;
 
   /// Where the last run of the very text that stands in the slot ended, if it did not come to its
   /// end; nothing otherwise, and while a run goes on or is not heard of. One that has fallen and

@@ -416,6 +416,73 @@ TEST_F(PollTrioTest, SheetsToGoNeedsBothWishesAndMayFallBelowZero) {
   EXPECT_EQ(System.Programs[1].BatchCounters.SheetsToGo, std::numeric_limits<std::int32_t>::min());
 }
 
+/// Notes what the end of the program tells.
+class EndObserver final : public PollObserver {
+ public:
+  void TickRead(const TickReading& /*tick*/) override { ++Ticks; }
+  void ConsoleEnds(bool unheard) override { Ends.push_back(unheard); }
+
+  int Ticks = 0;
+  std::vector<bool> Ends;
+};
+
+class PollEnd : public PollTrioTest {
+ protected:
+  PollEnd() {
+    Poll.Observe(Observer);
+    System.TableSent = 5;
+    System.Link.ReplyTimeoutMs = 10000;
+    Tick();
+  }
+  /// The end comes so long after the begin of a tick.
+  bool Unheard(int ms) {
+    Loop.After(ms, [this] {
+      Trio.BeginEnd();
+      Poll.RefreshBatch(link::Asker::End);
+      Poll.TellEnd();
+    });
+    Loop.Post([this] { Poll.PollTrio(); });
+    Loop.RunFor(ms + 20000);
+    EXPECT_EQ(Observer.Ends.size(), 1U);
+    return !Observer.Ends.empty() && Observer.Ends.back();
+  }
+  EndObserver Observer;
+};
+
+TEST_F(PollEnd, InTheMiddleOfAnAnsweredTickTheControllerWasHeard) {
+  Controller.ByteDelayMs = 1;
+  EXPECT_FALSE(Unheard(10));
+  EXPECT_EQ(Observer.Ticks, 1) << "the tick under way is given up";
+}
+
+TEST_F(PollEnd, AnIdleHourIsNoSilence) { EXPECT_FALSE(Unheard(3'600'000)); }
+
+TEST_F(PollEnd, InTheMiddleOfATickOverADeadLineItWasNot) {
+  Controller.Silent = true;
+  EXPECT_TRUE(Unheard(15000)) << "the first query has failed";
+  EXPECT_EQ(Observer.Ticks, 1);
+}
+
+TEST_F(PollEnd, LastReadingsWithoutAReplyAreADeadLineToo) {
+  Loop.After(1000, [this] { Controller.Silent = true; });
+  EXPECT_TRUE(Unheard(2000));
+}
+
+TEST_F(PollEnd, ALineThatIsSilentForASecondIsTakenForDeadWhenTheLastReadingsAreCutShort) {
+  for (const int ms : {900, 1100}) {
+    Observer.Ends.clear();
+    Controller.Silent = true;
+    System.Console.BatchEditing = true;
+    Loop.Post([this] { Poll.PollTrio(); });
+    Loop.RunFor(ms);
+    Poll.TellEnd();
+    EXPECT_EQ(Observer.Ends, std::vector<bool>{ms > 1000}) << ms;
+    Controller.Silent = false;
+    Controller.Send(Controller.Reply("? VR(19)"));
+    Loop.RunFor(30000);
+  }
+}
+
 TEST_F(PollTrioTest, TheStartOfARunDrawsThePlotAfresh) {
   Controller.Values["VR(19)"] = "16384";
   Tick();

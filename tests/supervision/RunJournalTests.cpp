@@ -177,7 +177,7 @@ class RunJournalTest : public ::testing::Test, protected Plant {
 
 TEST_F(RunJournalTest, AnIdleMachineWritesNothing) {
   Idle(100);
-  Journal->ConsoleEnds();
+  Journal->ConsoleEnds(false);
   EXPECT_TRUE(Files.Log.empty());
 }
 
@@ -440,11 +440,11 @@ TEST_F(RunJournalTest, AControllerThatLetsTheBitGoInAHoldStillHasOneRun) {
 TEST_F(RunJournalTest, TheEndOfTheConsoleEndsTheLine) {
   Idle();
   RunAt(2, 5, 50, 0);
-  Journal->ConsoleEnds();
+  Journal->ConsoleEnds(false);
   EXPECT_EQ(OnlyRun().Ended, RunEnd::ConsoleEnded);
   EXPECT_EQ(OnlyRun().StopCount, 0);
   EXPECT_NEAR(OnlyRun().Length, 50, 0.06);
-  Journal->ConsoleEnds();
+  Journal->ConsoleEnds(false);
   EXPECT_EQ(Runs().size(), 1U) << "once";
 }
 
@@ -452,8 +452,31 @@ TEST_F(RunJournalTest, TheEndOfTheConsoleOnADeadLineIsALostLink) {
   Idle();
   RunAt(2, 5, 50, 0);
   See([](Seen& at) { at.Blind = true; });
-  Journal->ConsoleEnds();
+  Journal->ConsoleEnds(false);
   EXPECT_EQ(OnlyRun().Ended, RunEnd::LinkLost);
+}
+
+TEST_F(RunJournalTest, TheEndOfTheConsoleInTheMiddleOfABlindTickIsALostLink) {
+  for (const bool stopped : {false, true}) {
+    Idle();
+    RunAt(2, 5, 50, 0);
+    if (stopped) See([](Seen& at) { at.Hold = true; });
+    const std::string heard = TimeText(Clock.Now());
+    Loop.RunFor(15000);
+    Journal->ConsoleEnds(true);
+    EXPECT_EQ(Runs().back().Ended, RunEnd::LinkLost);
+    EXPECT_EQ(TimeText(Runs().back().End), heard) << "the last thing that was heard";
+    EXPECT_EQ(Causes(Runs().back()), stopped ? "[feed hold][link lost]" : "[link lost]");
+  }
+  EXPECT_EQ(Runs().size(), 2U);
+}
+
+TEST_F(RunJournalTest, ASheetThatTheLastReadingsHaveCountedIsAnEndAllTheSame) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  CountSheet();
+  Journal->ConsoleEnds(true);
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
 }
 
 TEST_F(RunJournalTest, AKilledConsoleTellsTheEndThatItHadSeen) {
@@ -699,7 +722,9 @@ RC_GTEST_PROP(RunJournal, AnyTicksGiveWholeLinesOneARun, ()) {
   for (int i = 0; i < ticks; ++i) {
     const int what = *rc::gen::inRange(0, 20);
     if (what == 0) {
-      if (*rc::gen::arbitrary<bool>()) plant.Journal->ConsoleEnds();
+      if (*rc::gen::arbitrary<bool>()) {
+        plant.Journal->ConsoleEnds(*rc::gen::arbitrary<bool>());
+      }
       plant.Begin();
       running = false;
       continue;
@@ -719,7 +744,7 @@ RC_GTEST_PROP(RunJournal, AnyTicksGiveWholeLinesOneARun, ()) {
     running = seen.Running && !seen.Blind;
     plant.Tick(seen);
   }
-  plant.Journal->ConsoleEnds();
+  plant.Journal->ConsoleEnds(false);
   plant.Begin();
   plant.Idle(1);
   const std::string text = plant.Files.Text(JournalFile);
