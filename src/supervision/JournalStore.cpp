@@ -74,18 +74,32 @@ void JournalStore::ReadKept() {
   std::reverse(kept_.begin(), kept_.end());
 }
 
-/// By the last run that the journal holds. One that is gone or holds no run has been put aside by
-/// somebody: only what was never in it goes into the new one.
+/// By the highest run that the journal holds: somebody may have sorted it. One that is gone or
+/// holds no run has been put aside: only what was never in it goes into the new one.
+///
+/// What was in it once is missing where the disk has lost the end of the file, and then the line
+/// before is the last one, byte for byte; or where somebody has deleted lines and saved the rest.
 void JournalStore::MarkWritten() {
-  const std::string tail = files_.FileExists(JournalPath(directories_)) ? Tail() : std::string();
-  std::int32_t last = 0;
+  if (!files_.FileExists(JournalPath(directories_))) return;
+  std::string tail = Tail();
+  tail.resize(tail.rfind('\n') + 1);  // a rest without an end is no line
+  std::int32_t highest = 0;
   FromTheEnd(tail, [&](std::string_view line) {
-    if (const auto run = ReadJournalLine(line)) last = run->Number;
-    return last == 0;
+    if (const auto run = ReadJournalLine(line)) highest = std::max(highest, run->Number);
+    return true;
   });
-  last_ = std::max(last_, last);
-  if (last == 0) return;
-  for (Kept& kept : kept_) kept.Written = kept.Number <= last;
+  if (highest == 0) return;
+  last_ = std::max(last_, highest);
+  const bool endLost = std::any_of(kept_.begin(), kept_.end(), [&](const Kept& kept) {
+    return kept.Number == highest && tail.ends_with(kept.Line);
+  });
+  for (Kept& kept : kept_) {
+    if (kept.Number <= highest) {
+      kept.Written = true;
+    } else if (endLost) {
+      kept.Written = false;
+    }
+  }
 }
 
 /// Half a line at the end, as a full disk or a power cut leaves it, is cut off.
@@ -158,8 +172,9 @@ std::optional<RunLine> JournalStore::LastRunOf(int slot, std::string_view digest
   std::optional<RunLine> found;
   const auto look = [&](std::string_view line) {
     auto run = ReadJournalLine(line);
-    if (run && run->Slot == slot && run->Digest == digest) found = std::move(run);
-    return !found;
+    const bool its = run && run->Slot == slot && run->Digest == digest;
+    if (its && (!found || run->Number > found->Number)) found = std::move(run);
+    return true;
   };
   FromTheEnd(KeptText(), [&](std::string_view line) {
     return look(line.starts_with(NotYetWritten) ? line.substr(1) : line);

@@ -25,7 +25,8 @@ namespace torvane::supervision {
 ///   the next start       -                                    what it lacks is appended
 ///
 /// So a kill between any two writes loses nothing and writes nothing twice, and a power cut that
-/// takes back what was appended last is made good. A line that is in Journal.run and not yet in
+/// takes back what was appended last is made good. Lines that somebody has sorted or deleted in a
+/// spreadsheet are not. A line that is in Journal.run and not yet in
 /// Journal.csv has a star in front.
 ///
 /// Nothing here throws. The first fault of a session is noted in Errors.txt; lines that could not
@@ -48,8 +49,8 @@ class JournalStore {
   /// The run has ended: its line goes to the journal.
   void EndRun(const RunLine& run);
 
-  /// The last run of that slot and text that the journal tells of, the newest some hundred lines
-  /// being looked through.
+  /// The last run of that slot and text that the journal tells of, by the numbers of the runs; the
+  /// last some hundred lines are looked through.
   [[nodiscard]] std::optional<RunLine> LastRunOf(int slot, std::string_view digest) const;
 
   [[nodiscard]] static std::string JournalPath(const core::DirectorySet& directories);

@@ -134,6 +134,68 @@ TEST_F(JournalStoreTest, WhatAPowerCutTakesBackIsAppendedAgain) {
   }
 }
 
+TEST_F(JournalStoreTest, AJournalThatWasSortedStaysAsItIs) {
+  {
+    JournalStore store = Console(Files);
+    for (int i = 0; i < 20; ++i) RunOnce(store);
+  }
+  std::string sorted = JournalHeader();
+  for (int number = 20; number >= 1; --number) {
+    RunLine run = AnyRun(number);
+    run.Ended = RunEnd::End;
+    sorted += JournalText(run);
+  }
+  Files.Put(Journal, sorted);
+  JournalStore store = Console(Files);
+  EXPECT_EQ(Files.Text(Journal), sorted);
+  EXPECT_EQ(store.NextNumber(), 21);
+  RunOnce(store);
+  EXPECT_EQ(RunsOf(Files.Text(Journal)).size(), 21U);
+}
+
+TEST_F(JournalStoreTest, RowsThatWereDeletedInASpreadsheetStayDeleted) {
+  {
+    JournalStore store = Console(Files);
+    for (int i = 0; i < 9; ++i) RunOnce(store);
+  }
+  std::string saved = Files.Text(Journal);
+  const std::size_t line = (saved.size() - JournalHeader().size()) / 9;
+  saved.resize(saved.size() - 3 * line);
+  // As spreadsheets save numbers.
+  for (auto at = saved.find(",123.40,"); at != std::string::npos; at = saved.find(",123.40,"))
+    saved.replace(at, 8, ",123.4,");
+  Files.Put(Journal, saved);
+  JournalStore store = Console(Files);
+  EXPECT_EQ(Files.Text(Journal), saved);
+  EXPECT_EQ(store.NextNumber(), 10) << "no number is given twice";
+}
+
+TEST_F(JournalStoreTest, ALineThatNeverGotIntoASortedJournalIsAppended) {
+  {
+    JournalStore store = Console(Files);
+    for (int i = 0; i < 3; ++i) RunOnce(store);
+    RunLine run = AnyRun(store.NextNumber());
+    run.Ended = RunEnd::ConsoleEnded;
+    store.NoteRun(run);
+  }
+  std::string sorted = JournalHeader();
+  for (const int number : {2, 3, 1}) {
+    RunLine run = AnyRun(number);
+    run.Ended = RunEnd::End;
+    sorted += JournalText(run);
+  }
+  Files.Put(Journal, sorted);
+  static_cast<void>(Console(Files));
+  EXPECT_EQ(Numbers(Files.Text(Journal)), (std::vector<int>{2, 3, 1, 4}));
+}
+
+TEST_F(JournalStoreTest, TheLastRunOfASortedJournalIsTheOneWithTheHighestNumber) {
+  std::string sorted = JournalHeader();
+  for (const int number : {30, 10, 20}) sorted += JournalText(AnyRun(number));
+  Files.Put(Journal, sorted);
+  EXPECT_EQ(Console(Files).LastRunOf(2, Digest('a'))->Number, 30);
+}
+
 TEST_F(JournalStoreTest, AJournalThatWasPutAsideBeginsANewOne) {
   {
     JournalStore store = Console(Files);
