@@ -40,13 +40,16 @@ RunJournal::Reaction RunJournal::ReactionTo(State from, Sight sight) {
   constexpr Reaction StaysStopped = {&Journal::StayStopped, Stopped};
   constexpr Reaction FallsHeld = {&Journal::FallHeld, Fallen};
   constexpr Reaction Closes = {&Journal::CloseFallen, Idle};
-  using Reactions = std::array<Reaction, 5>;  // to Unknown, Runs, Stands, Held, Away
-  static constexpr std::array<Reactions, 5> Table = {
-      Reactions{Idles, Opens, OpensStopped, Idles, Idles},        // Idle
-      Reactions{Loses, Runs, Stands, FallsHeld, Falls},           // Running
-      Reactions{Loses, Runs, StaysStopped, FallsStillHeld, Falls},  // Stopped
-      Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes},  // Fallen
-      Reactions{Stays, Runs, Stands, FallsStillHeld, Falls},      // Blind
+  constexpr Reaction Waits = {&Journal::Nothing, Uncounted};
+  // to Unknown, Runs, Stands, Held, Away, Editing
+  using Reactions = std::array<Reaction, 6>;
+  static constexpr std::array<Reactions, 6> Table = {
+      Reactions{Idles, Opens, OpensStopped, Idles, Idles, Idles},  // Idle
+      Reactions{Loses, Runs, Stands, FallsHeld, Falls, Falls},  // Running
+      Reactions{Loses, Runs, StaysStopped, FallsStillHeld, Falls, Falls},  // Stopped
+      Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes, Waits},  // Fallen
+      Reactions{Waits, Runs, Stands, Waits, Closes, Waits},  // Uncounted
+      Reactions{Stays, Runs, Stands, FallsStillHeld, Falls, Falls},  // Blind
   };
   return Table[static_cast<std::size_t>(from)][static_cast<std::size_t>(sight)];
 }
@@ -58,7 +61,7 @@ void RunJournal::TickRead(const TickReading& tick) {
   const Reaction reaction = ReactionTo(state_, sight);
   (this->*reaction.Do)();
   state_ = reaction.To;
-  if (sight != Sight::Away) return;
+  if (sight != Sight::Away && sight != Sight::Editing) return;
   seenIdle_ = true;
   lineBefore_ = parts_.System.State.RunningBlock;
   restart_.reset();
@@ -73,7 +76,8 @@ RunJournal::Sight RunJournal::Look() {
   inError_ = inError;
   if (!state.MachineRunning) {
     programStopTicks_ = 0;
-    return state.MachineFeedhold || state.MachineCycleBit ? Sight::Held : Sight::Away;
+    if (state.MachineFeedhold || state.MachineCycleBit) return Sight::Held;
+    return parts_.System.Console.BatchEditing ? Sight::Editing : Sight::Away;
   }
   // A stop that is skipped may be seen once, on the way.
   const bool atStop =
@@ -84,9 +88,14 @@ RunJournal::Sight RunJournal::Look() {
 }
 
 bool RunJournal::AnotherRun() const {
-  if (state_ == State::Fallen && restart_) return true;
+  if (state_ == State::Uncounted || (state_ == State::Fallen && restart_)) return true;
   const bool doubtful = state_ == State::Fallen || state_ == State::Blind;
   return doubtful && secondsSeen_ > double{tick_.RunSeconds} + SetBackSeconds;
+}
+
+/// It stands, and is not closed yet.
+bool RunJournal::HasFallen() const {
+  return state_ == State::Fallen || state_ == State::Uncounted;
 }
 
 bool RunJournal::EndReached() const {
@@ -220,6 +229,7 @@ void RunJournal::OpenRun() {
   passes_ = 0;
   unseen_ = false;
   sheetTick_.reset();
+  readTick_.reset();
   lineIsOld_ = !found && lineBefore_ > 0 && system.State.RunningBlock == lineBefore_;
   baseWanted_ = found;
   base_ = {system.State.XPosition, system.State.YPosition};
@@ -306,6 +316,7 @@ void RunJournal::Close(RunEnd ended) {
   run_.Ended = ended;
   run_.Length = LengthNow();
   store_.EndRun(run_);
+  owed_[slot_] = owed_[slot_] || !readTick_ || *readTick_ < doubtTick_;
   lineBefore_ = line_;
   table_ = {};
 }
@@ -318,20 +329,25 @@ void RunJournal::BatchRead(const BatchReading& reading) {
   // Somebody else has set the counters since: a selection, or the operator.
   if (!counted || reading.Before.SheetsCompleted != shown_[slot]) {
     counted = reading.Before.SheetsCompleted;
+    owed_[slot] = false;
   }
   shown_[slot] = reading.Read.SheetsCompleted;
   if (!reading.Good) return;
   const std::int64_t more = std::int64_t{reading.Read.SheetsCompleted} - *counted;
   counted = reading.Read.SheetsCompleted;
-  if (more <= 0 || state_ == State::Idle || slot != slot_) return;
+  const bool owed = std::exchange(owed_[slot], false);
+  if (state_ == State::Idle || slot != slot_) return;
+  readTick_ = ticks_;
+  if (more <= 0) return;
   run_.Sheets += static_cast<int>(more);
-  sheetTick_ = ticks_;
+  if (!owed) sheetTick_ = ticks_;  // otherwise they may be those of the run before
+  if (HasFallen()) NoteFallen();
 }
 
 void RunJournal::RunContinued(const RestartPlace& place) {
   restart_ = place;
   // No run is open yet, or the one that is open stands: it is the next that goes on.
-  if (state_ == State::Idle || state_ == State::Fallen) return;
+  if (state_ == State::Idle || HasFallen()) return;
   MarkRestart(place);
 }
 
@@ -362,10 +378,10 @@ void RunJournal::ConsoleEnds(bool unheard) {
 }
 
 std::optional<RunPlace> RunJournal::PlaceOfLastRun(core::Slot slot) const {
-  if (state_ != State::Idle && state_ != State::Fallen) return std::nullopt;
+  if (state_ != State::Idle && !HasFallen()) return std::nullopt;
   const std::string digest = SlotDigest(parts_.Files, parts_.System.Directories, slot);
   if (digest.empty()) return std::nullopt;
-  if (state_ == State::Fallen && slot == slot_ && run_.Digest == digest) {
+  if (HasFallen() && slot == slot_ && run_.Digest == digest) {
     return EndReached() ? std::nullopt : std::optional(run_.Last);
   }
   const auto run = store_.LastRunOf(slot.Number(), digest);

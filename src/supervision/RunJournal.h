@@ -36,16 +36,19 @@ struct JournalParts {
 ///   Stands   MachineRunning, and a feed hold or a program stop that waits for the operator
 ///   Held     not MachineRunning, but a feed hold or an open cycle: the run may go on
 ///   Away     none of these
+///   Editing  none of these, while the batch entry keeps the sheets from being read
 ///
-///   from \ sees  Unknown       Runs         Stands          Held               Away
+///   from \ sees  Unknown       Runs         Stands          Held               Away, Editing
 ///   Idle         -             Begin: Runs  Begin: Stopped  -                  -
 ///   Running      Lost: Blind   Running      Stop: Stopped   Fall, Stop: Fallen Fall: Fallen
 ///   Stopped      Lost: Blind   Running      Stopped         Fall: Fallen       Fall: Fallen
-///   Fallen       Fallen        Running *    Stop: Stopped * Fallen             Close: Idle
+///   Fallen       Fallen        Running *    Stop: Stopped * Fallen             Close: Idle **
+///   Uncounted    Uncounted     Running *    Stop: Stopped * Uncounted          Close: Idle **
 ///   Blind        Blind         Running *    Stop: Stopped * Fall: Fallen       Fall: Fallen
 ///
-/// Where * finds the machine's run time set back, or a restart told, another run has begun: the one
-/// before is closed. A run that falls is closed one tick later, so that a single wrong reply ends none; what is noted
+/// Where * finds the machine's run time set back, or a restart told, another run has begun, and in
+/// Uncounted it always has: the one before is closed. Where ** sees Editing, the run is Uncounted
+/// until the entry is left. A run that falls is closed one tick later, so that a single wrong reply ends none; what is noted
 /// of its end is of the tick in which it fell. The end of the console closes what is open.
 class RunJournal final : public PollObserver {
  public:
@@ -64,8 +67,8 @@ class RunJournal final : public PollObserver {
   [[nodiscard]] std::optional<RunPlace> PlaceOfLastRun(core::Slot slot) const;
 
  private:
-  enum class State : std::uint8_t { Idle, Running, Stopped, Fallen, Blind };
-  enum class Sight : std::uint8_t { Unknown, Runs, Stands, Held, Away };
+  enum class State : std::uint8_t { Idle, Running, Stopped, Fallen, Uncounted, Blind };
+  enum class Sight : std::uint8_t { Unknown, Runs, Stands, Held, Away, Editing };
   using Step = void (RunJournal::*)();
   /// What a sight leads to: the work of it, and the next state.
   struct Reaction {
@@ -77,6 +80,7 @@ class RunJournal final : public PollObserver {
 
   [[nodiscard]] Sight Look();
   [[nodiscard]] bool AnotherRun() const;
+  [[nodiscard]] bool HasFallen() const;
   [[nodiscard]] bool EndReached() const;
 
   // the work of the table
@@ -141,6 +145,8 @@ class RunJournal final : public PollObserver {
 
   core::BySlot<std::optional<std::int32_t>> counted_;  ///< sheets completed, as last known
   core::BySlot<std::int32_t> shown_;                   ///< the same in the shared record
+  core::BySlot<bool> owed_;           ///< a run has ended since, and nobody knows if it was counted
+  std::optional<std::uint64_t> readTick_;  ///< ticks_ at the last good reading of the run
   std::optional<std::uint64_t> sheetTick_;             ///< ticks_ at the last sheet of the run
 };
 

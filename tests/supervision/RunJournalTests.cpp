@@ -143,10 +143,10 @@ struct Plant {
       at = {.Running = true, .Line = line, .Seconds = seconds, .X = x, .Y = y};
     });
   }
-  void CountSheet(bool good = true) {
+  void CountSheet(bool good = true, int sheets = 1) {
     auto& batch = System.Programs[System.ActiveSlot].BatchCounters;
     core::Batch read = batch;
-    if (good) ++read.SheetsCompleted;
+    if (good) read.SheetsCompleted += sheets;
     if (!good) read = {};
     const core::Batch before = std::exchange(batch, read);
     Journal->BatchRead({System.ActiveSlot, before, read, good});
@@ -601,6 +601,72 @@ TEST_F(RunJournalTest, CountersThatCouldNotBeReadCountNothing) {
   Journal->BatchRead({1, zeros, read, true});
   Idle();
   EXPECT_EQ(OnlyRun().Sheets, 1);
+}
+
+TEST_F(RunJournalTest, ARunThatEndsOverTheBatchEntryIsCountedWhenTheEntryIsLeft) {
+  Idle();
+  RunAt(4, 5);
+  CountSheet(true, 0);
+  System.Console.BatchEditing = true;
+  RunAt(4, 9, 100, 20);
+  Idle(50);
+  EXPECT_TRUE(Runs().empty()) << "nobody has read the sheets yet";
+  EXPECT_TRUE(Journal->PlaceOfLastRun(1));
+  System.Console.BatchEditing = false;
+  CountSheet();
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1));
+  Idle(1);
+  EXPECT_EQ(OnlyRun().Sheets, 1);
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
+  EXPECT_EQ(TimeText(OnlyRun().End), "2026-03-04 00:00:00") << "when it fell";
+}
+
+TEST_F(RunJournalTest, ARunThatBeginsOverTheBatchEntryEndsTheOneBefore) {
+  System.Console.BatchEditing = true;
+  for (int i = 0; i < 2; ++i) {
+    Idle();
+    RunAt(2, 5);
+    RunAt(EndLine, 9);
+  }
+  Idle();
+  Journal->ConsoleEnds(false);
+  ASSERT_EQ(Runs().size(), 2U);
+  for (const RunLine& run : Runs()) EXPECT_EQ(run.Ended, RunEnd::End);
+  EXPECT_EQ(Runs()[1].Begin, RunBegin::Start);
+}
+
+TEST_F(RunJournalTest, ASheetOfTheRunBeforeThatNobodyCouldReadMakesNoEndOfAStop) {
+  System.Programs[1].TableLines = 0;  // the sheets alone tell of an end
+  Idle();
+  RunAt(4, 5);
+  CountSheet(true, 0);
+  See([](Seen& at) { at.Blind = true; });  // the reading of its end fails
+  Idle();
+  EXPECT_EQ(Runs()[0].Ended, RunEnd::LinkLost);
+  for (const int sheets : {1, 0, 1}) {
+    RunAt(2, 1);
+    CountSheet(true, sheets);
+    Idle();
+  }
+  ASSERT_EQ(Runs().size(), 4U);
+  EXPECT_EQ(Runs()[1].Sheets, 1);
+  EXPECT_EQ(Runs()[1].Ended, RunEnd::Stop);
+  EXPECT_EQ(Runs()[2].Ended, RunEnd::Stop);
+  EXPECT_EQ(Runs()[3].Ended, RunEnd::End) << "its own";
+}
+
+TEST_F(RunJournalTest, ASheetThatIsCountedInTheRunItselfIsAnEndWhateverWasBefore) {
+  System.Programs[1].TableLines = 0;
+  Idle();
+  RunAt(4, 5);
+  Idle();  // nobody has read its sheets
+  RunAt(2, 1);
+  CountSheet();
+  RunAt(4, 5);
+  CountSheet();
+  Idle();
+  EXPECT_EQ(Runs()[1].Sheets, 2);
+  EXPECT_EQ(Runs()[1].Ended, RunEnd::End);
 }
 
 TEST_F(RunJournalTest, ThePlaceOfARunThatDidNotEndIsFoundByItsText) {
