@@ -64,6 +64,7 @@ void RunJournal::TickRead(const TickReading& tick) {
   if (sight != Sight::Away && sight != Sight::Editing) return;
   seenIdle_ = true;
   lineBefore_ = parts_.System.State.RunningBlock;
+  secondsAtRest_ = tick_.RunSeconds;
   restart_.reset();
 }
 
@@ -234,6 +235,8 @@ void RunJournal::OpenRun() {
   baseWanted_ = found;
   base_ = {system.State.XPosition, system.State.YPosition};
   secondsSeen_ = 0;
+  setBackSeen_ = false;
+  secondsAreOld_ = !found && tick_.RunSeconds > 0 && tick_.RunSeconds == secondsAtRest_;
   secondsBefore_ = found ? tick_.RunSeconds : 0;
   if (restart_) MarkRestart(RestartPlace(*restart_));
   Follow(true);
@@ -251,7 +254,20 @@ void RunJournal::Follow(bool running) {
   }
   FollowLine(state.RunningBlock, running);
   if (!parts_.System.Programs[slot_].Selected) return;  // the run time is not asked for then
-  secondsSeen_ = std::max(secondsSeen_, double{tick_.RunSeconds});
+  FollowSeconds(tick_.RunSeconds, running);
+}
+
+/// A controller may clear the run time a moment after the bit, and again when a run has ended. Where
+/// it is set back while the machine runs, two ticks in a row, no tick has seen the run before end.
+void RunJournal::FollowSeconds(double seconds, bool running) {
+  if (secondsAreOld_ && seconds == secondsAtRest_) return;
+  secondsAreOld_ = false;
+  const bool setBack = running && secondsSeen_ > seconds + SetBackSeconds;
+  if (std::exchange(setBackSeen_, setBack) && setBack) {
+    secondsBefore_ -= std::exchange(secondsSeen_, 0);
+    setBackSeen_ = false;
+  }
+  secondsSeen_ = std::max(secondsSeen_, seconds);
   run_.Seconds = std::max(0.0, secondsSeen_ - secondsBefore_);
 }
 

@@ -104,6 +104,7 @@ class RunJournal final : public PollObserver {
   void MarkRestart(const RestartPlace& place);
   void Follow(bool running);
   void FollowLine(int line, bool running);
+  void FollowSeconds(double seconds, bool running);
   void AddStop(const std::string& cause);
   void ListStop(const std::string& cause);
   void TakeBackStop();
@@ -119,6 +120,7 @@ class RunJournal final : public PollObserver {
   std::uint64_t ticks_ = 0;   ///< so many have been read
   bool seenIdle_ = false;     ///< one of them has seen the machine idle
   int lineBefore_ = 0;        ///< VR(81) before the run
+  double secondsAtRest_ = 0;  ///< the machine's run time before the run
   bool inError_ = false;      ///< as the last tick saw it
   std::int64_t errorMs_ = 0;  ///< when the message in force came up
 
@@ -126,8 +128,11 @@ class RunJournal final : public PollObserver {
   RunLine run_;
   core::Slot slot_;
   CutTable table_;
-  double secondsBefore_ = 0;     ///< of the machine's run time, before the run was found
+  double secondsBefore_ = 0;     ///< of the machine's run time, before the run was found; less what
+                                 ///< the run took before that was set back
   double secondsSeen_ = 0;       ///< the machine's run time
+  bool secondsAreOld_ = false;   ///< it is still that of the run before
+  bool setBackSeen_ = false;     ///< the last tick has found it set back
   int line_ = 0;                 ///< VR(81); 0 not known yet
   bool lineIsOld_ = false;       ///< VR(81) is still that of the run before
   int baseLine_ = 0;             ///< where the run began; 0 the program's begin

@@ -217,6 +217,39 @@ TEST_F(RunJournalTest, TheRunTimeThatTheControllerClearsAtTheEndIsKept) {
   EXPECT_EQ(OnlyRun().Ended, RunEnd::End) << "the end line was reached before the counter went";
 }
 
+TEST_F(RunJournalTest, TheRunTimesOfRunsWhoseGapNobodySawAddUp) {
+  Idle();
+  RunAt(2, 5);
+  RunAt(EndLine, 40);
+  RunAt(2, 0.05);
+  RunAt(4, 10);
+  RunAt(EndLine, 38);
+  Idle();
+  EXPECT_DOUBLE_EQ(OnlyRun().Seconds, 78);
+}
+
+TEST_F(RunJournalTest, OneWrongRunTimeAddsNothing) {
+  Idle();
+  RunAt(2, 5);
+  RunAt(4, 0);
+  RunAt(4, 6);
+  RunAt(EndLine, 9);
+  Idle();
+  EXPECT_DOUBLE_EQ(OnlyRun().Seconds, 9);
+}
+
+TEST_F(RunJournalTest, ARunTimeThatIsStillThatOfTheRunBeforeCountsNothing) {
+  Idle();
+  for (const double seconds : {40.0, 12.0}) {
+    See([](Seen& at) { at.Running = true; });
+    RunAt(2, 0.05);
+    RunAt(EndLine, seconds);
+    Idle();
+    EXPECT_DOUBLE_EQ(Runs().back().Seconds, seconds);
+  }
+  EXPECT_EQ(Runs().size(), 2U);
+}
+
 TEST_F(RunJournalTest, AFeedHoldIsAStopWithItsPlace) {
   Idle();
   RunAt(2, 5, 30, 0);
