@@ -40,8 +40,10 @@ void RunOnce(const std::string& journal, const std::string& kept) {
   run.Digest = std::string(64, 'd');
   store.NoteRun(run);
   store.EndRun(run);
+  // Only a journal that goes on behind the highest number has lines that are not read again.
+  if (run.Number < 1 || run.Number > MostRuns + 1) __builtin_trap();
   const auto found = store.LastRunOf(1, run.Digest);
-  if (!found || found->Number != run.Number) __builtin_trap();
+  if (run.Number <= MostRuns && (!found || found->Number != run.Number)) __builtin_trap();
   const std::string& after = files.Files[JournalStore::JournalPath(directories)];
   if (!after.ends_with(JournalText(run))) __builtin_trap();
   const auto whole = journal.substr(0, journal.rfind('\n') + 1);

@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 #include "core/General.h"
@@ -18,8 +17,6 @@ using platform::LocalTime;
 
 constexpr std::string_view BetweenStops = "; ";
 constexpr int DigestDigits = 64;
-/// There is always a next number.
-constexpr std::int32_t MostRuns = std::numeric_limits<std::int32_t>::max();
 
 constexpr std::array<std::pair<RunBegin, std::string_view>, 3> BeginWords = {{
     {RunBegin::Start, "start"},
@@ -58,6 +55,17 @@ bool ReadNumber(std::string_view text, Number& value) {
   if (fault != std::errc() || stopped != end || text.empty()) return false;
   if constexpr (std::is_floating_point_v<Number>) return std::isfinite(value);
   return true;
+}
+
+/// A number that cannot be below 0.
+bool ReadCount(std::string_view text, std::int32_t& value) {
+  return ReadNumber(text, value) && value >= 0;
+}
+
+/// A number within what a line can hold.
+template <typename Number>
+bool ReadFigure(std::string_view text, Number& value) {
+  return ReadNumber(text, value) && value >= 0 && value <= MostOfAFigure;
 }
 
 // ---- times ----
@@ -159,7 +167,7 @@ bool IsDigest(std::string_view text) {
 constexpr std::array<Column, 20> Columns = {{
     {"Run", [](CsvLine& line, const RunLine& run) { line.Number(run.Number); },
      [](std::string_view field, RunLine& run) {
-       return ReadNumber(field, run.Number) && run.Number > 0 && run.Number < MostRuns;
+       return ReadNumber(field, run.Number) && run.Number > 0 && run.Number <= MostRuns;
      }},
     {"Start", [](CsvLine& line, const RunLine& run) { line.Field(TimeText(run.Start)); },
      [](std::string_view field, RunLine& run) { return ReadTime(field, run.Start); }},
@@ -168,7 +176,7 @@ constexpr std::array<Column, 20> Columns = {{
     {"Begin", [](CsvLine& line, const RunLine& run) { line.Field(BeginWord(run.Begin)); },
      [](std::string_view field, RunLine& run) { return ReadWord(BeginWords, field, run.Begin); }},
     {"From block", [](CsvLine& line, const RunLine& run) { line.Number(run.FromBlock); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.FromBlock); }},
+     [](std::string_view field, RunLine& run) { return ReadCount(field, run.FromBlock); }},
     {"Directory", [](CsvLine& line, const RunLine& run) { line.Text(run.Directory); },
      [](std::string_view field, RunLine& run) {
        run.Directory = TextOfField(field);
@@ -185,33 +193,38 @@ constexpr std::array<Column, 20> Columns = {{
        return IsDigest(field);
      }},
     {"Slot", [](CsvLine& line, const RunLine& run) { line.Number(run.Slot); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Slot); }},
+     [](std::string_view field, RunLine& run) { return ReadCount(field, run.Slot); }},
     {"Material", [](CsvLine& line, const RunLine& run) { line.Text(run.Material); },
      [](std::string_view field, RunLine& run) {
        run.Material = TextOfField(field);
        return true;
      }},
     {"Sheets", [](CsvLine& line, const RunLine& run) { line.Number(run.Sheets); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Sheets); }},
+     [](std::string_view field, RunLine& run) { return ReadFigure(field, run.Sheets); }},
     {"Seconds", [](CsvLine& line, const RunLine& run) { line.Number(run.Seconds, 2); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Seconds); }},
+     [](std::string_view field, RunLine& run) { return ReadFigure(field, run.Seconds); }},
     {"Length mm", [](CsvLine& line, const RunLine& run) { line.Number(run.Length, 1); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Length); }},
+     [](std::string_view field, RunLine& run) { return ReadFigure(field, run.Length); }},
     {"Ended", [](CsvLine& line, const RunLine& run) { line.Field(EndWord(run.Ended)); },
      [](std::string_view field, RunLine& run) { return ReadWord(EndWords, field, run.Ended); }},
     {"Block", [](CsvLine& line, const RunLine& run) { line.Number(run.Last.Block); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Last.Block); }},
+     [](std::string_view field, RunLine& run) { return ReadCount(field, run.Last.Block); }},
     {"Record", [](CsvLine& line, const RunLine& run) { line.Number(run.Last.Record); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Last.Record); }},
+     [](std::string_view field, RunLine& run) { return ReadCount(field, run.Last.Record); }},
     {"X", [](CsvLine& line, const RunLine& run) { line.Number(run.Last.X, 2); },
      [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Last.X); }},
     {"Y", [](CsvLine& line, const RunLine& run) { line.Number(run.Last.Y, 2); },
      [](std::string_view field, RunLine& run) { return ReadNumber(field, run.Last.Y); }},
     {"Stops", [](CsvLine& line, const RunLine& run) { line.Number(run.StopCount); },
-     [](std::string_view field, RunLine& run) { return ReadNumber(field, run.StopCount); }},
+     [](std::string_view field, RunLine& run) { return ReadCount(field, run.StopCount); }},
     {"Stop list", [](CsvLine& line, const RunLine& run) { line.Text(StopsText(run.Stops)); },
      [](std::string_view field, RunLine& run) { return ReadStops(field, run.Stops); }},
 }};
+
+std::string_view WithoutCr(std::string_view line) {
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
 
 }  // namespace
 
@@ -236,6 +249,14 @@ const std::string& JournalHeader() {
   return header;
 }
 
+bool IsJournalHeader(std::string_view line) {
+  const auto fields = SplitFields(WithoutCr(line));
+  return fields && std::equal(fields->begin(), fields->end(), Columns.begin(), Columns.end(),
+                              [](const std::string& field, const Column& column) {
+                                return field == column.Name;
+                              });
+}
+
 std::string JournalText(const RunLine& run) {
   CsvLine line;
   for (const Column& column : Columns) column.Write(line, run);
@@ -243,14 +264,13 @@ std::string JournalText(const RunLine& run) {
 }
 
 std::optional<RunLine> ReadJournalLine(std::string_view line) {
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  const auto fields = SplitFields(line);
+  const auto fields = SplitFields(WithoutCr(line));
   if (!fields || fields->size() != Columns.size()) return std::nullopt;
   RunLine run;
   for (std::size_t i = 0; i < Columns.size(); ++i) {
     if (!Columns[i].Read((*fields)[i], run)) return std::nullopt;
   }
-  const auto listed = std::min(static_cast<std::size_t>(std::max(run.StopCount, 0)), MostStops);
+  const auto listed = std::min(static_cast<std::size_t>(run.StopCount), MostStops);
   if (run.Stops.size() != listed) return std::nullopt;
   return run;
 }

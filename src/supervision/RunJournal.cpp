@@ -19,6 +19,9 @@ constexpr std::int64_t CauseMs = 1000;
 /// The run time counts as set back where it has fallen by more than this, s.
 constexpr double SetBackSeconds = 0.5;
 
+/// What a line can hold of it; 0 of what is no number. A reply or a file may hold anything.
+double Bounded(double figure) { return std::min(std::max(0.0, figure), double{MostOfAFigure}); }
+
 constexpr const char* StopText = "stop";
 constexpr const char* LinkLostText = "link lost";
 
@@ -44,12 +47,12 @@ RunJournal::Reaction RunJournal::ReactionTo(State from, Sight sight) {
   // to Unknown, Runs, Stands, Held, Away, Editing
   using Reactions = std::array<Reaction, 6>;
   static constexpr std::array<Reactions, 6> Table = {
-      Reactions{Idles, Opens, OpensStopped, Idles, Idles, Idles},  // Idle
-      Reactions{Loses, Runs, Stands, FallsHeld, Falls, Falls},  // Running
+      Reactions{Idles, Opens, OpensStopped, Idles, Idles, Idles},          // Idle
+      Reactions{Loses, Runs, Stands, FallsHeld, Falls, Falls},             // Running
       Reactions{Loses, Runs, StaysStopped, FallsStillHeld, Falls, Falls},  // Stopped
-      Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes, Waits},  // Fallen
-      Reactions{Waits, Runs, Stands, Waits, Closes, Waits},  // Uncounted
-      Reactions{Stays, Runs, Stands, FallsStillHeld, Falls, Falls},  // Blind
+      Reactions{StaysFallen, Runs, Stands, StaysFallen, Closes, Waits},    // Fallen
+      Reactions{Waits, Runs, Stands, Waits, Closes, Waits},                // Uncounted
+      Reactions{Stays, Runs, Stands, FallsStillHeld, Falls, Falls},        // Blind
   };
   return Table[static_cast<std::size_t>(from)][static_cast<std::size_t>(sight)];
 }
@@ -95,9 +98,7 @@ bool RunJournal::AnotherRun() const {
 }
 
 /// It stands, and is not closed yet.
-bool RunJournal::HasFallen() const {
-  return state_ == State::Fallen || state_ == State::Uncounted;
-}
+bool RunJournal::HasFallen() const { return state_ == State::Fallen || state_ == State::Uncounted; }
 
 bool RunJournal::EndReached() const {
   const int lines = parts_.System.Programs[slot_].TableLines;
@@ -257,8 +258,9 @@ void RunJournal::Follow(bool running) {
   FollowSeconds(tick_.RunSeconds, running);
 }
 
-/// A controller may clear the run time a moment after the bit, and again when a run has ended. Where
-/// it is set back while the machine runs, two ticks in a row, no tick has seen the run before end.
+/// A controller may clear the run time a moment after the bit, and again when a run has ended.
+/// Where it is set back while the machine runs, two ticks in a row, no tick has seen the run before
+/// end.
 void RunJournal::FollowSeconds(double seconds, bool running) {
   if (secondsAreOld_ && seconds == secondsAtRest_) return;
   secondsAreOld_ = false;
@@ -268,7 +270,7 @@ void RunJournal::FollowSeconds(double seconds, bool running) {
     setBackSeen_ = false;
   }
   secondsSeen_ = std::max(secondsSeen_, seconds);
-  run_.Seconds = std::max(0.0, secondsSeen_ - secondsBefore_);
+  run_.Seconds = Bounded(secondsSeen_ - secondsBefore_);
 }
 
 /// A controller may set its counter a moment after the bit, and back to 0 when a run has ended.
@@ -317,7 +319,7 @@ double RunJournal::LengthNow() const {
   const double before = baseLine_ > 0 ? table_.CutUpTo(baseLine_, base_.X, base_.Y) : 0;
   const double upTo =
       run_.Ended == RunEnd::End ? table_.Whole() : table_.CutUpTo(line_, run_.Last.X, run_.Last.Y);
-  return std::max(0.0, passes_ + upTo - before);
+  return Bounded(passes_ + upTo - before);
 }
 
 void RunJournal::Note(RunEnd ended) {
@@ -355,7 +357,7 @@ void RunJournal::BatchRead(const BatchReading& reading) {
   if (state_ == State::Idle || slot != slot_) return;
   readTick_ = ticks_;
   if (more <= 0) return;
-  run_.Sheets += static_cast<int>(more);
+  run_.Sheets = static_cast<int>(std::min<std::int64_t>(run_.Sheets + more, MostOfAFigure));
   if (!owed) sheetTick_ = ticks_;  // otherwise they may be those of the run before
   if (HasFallen()) NoteFallen();
 }

@@ -48,8 +48,9 @@ struct JournalParts {
 ///
 /// Where * finds the machine's run time set back, or a restart told, another run has begun, and in
 /// Uncounted it always has: the one before is closed. Where ** sees Editing, the run is Uncounted
-/// until the entry is left. A run that falls is closed one tick later, so that a single wrong reply ends none; what is noted
-/// of its end is of the tick in which it fell. The end of the console closes what is open.
+/// until the entry is left. A run that falls is closed one tick later, so that a single wrong reply
+/// ends none; what is noted of its end is of the tick in which it fell. The end of the console
+/// closes what is open.
 class RunJournal final : public PollObserver {
  public:
   explicit RunJournal(const JournalParts& parts)
@@ -150,9 +151,9 @@ class RunJournal final : public PollObserver {
 
   core::BySlot<std::optional<std::int32_t>> counted_;  ///< sheets completed, as last known
   core::BySlot<std::int32_t> shown_;                   ///< the same in the shared record
-  core::BySlot<bool> owed_;           ///< a run has ended since, and nobody knows if it was counted
-  std::optional<std::uint64_t> readTick_;  ///< ticks_ at the last good reading of the run
-  std::optional<std::uint64_t> sheetTick_;             ///< ticks_ at the last sheet of the run
+  core::BySlot<bool> owed_;  ///< a run has ended since, and nobody knows if it was counted
+  std::optional<std::uint64_t> readTick_;   ///< ticks_ at the last good reading of the run
+  std::optional<std::uint64_t> sheetTick_;  ///< ticks_ at the last sheet of the run
 };
 
 }  // namespace torvane::supervision

@@ -42,6 +42,11 @@ struct RunStop {
 /// A line lists so many stops; RunLine::StopCount goes on counting.
 inline constexpr std::size_t MostStops = 100;
 
+/// No line holds more seconds, mm or sheets than this.
+inline constexpr std::int32_t MostOfAFigure = 1'000'000'000;
+/// Numbers of runs that are read again; a higher one is damage, so that there is always a next.
+inline constexpr std::int32_t MostRuns = 1'000'000'000;
+
 struct RunLine {
   std::int32_t Number = 0;  ///< from 1 on, one more with each run
   platform::LocalTime Start;

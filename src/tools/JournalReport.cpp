@@ -22,10 +22,12 @@ struct TextColumn {
   std::vector<std::string> Cells;
 };
 
-/// Hours, minutes and seconds, "12:34:56".
+/// Hours, minutes and seconds, "12:34:56"; of more than any journal can sum up to, that much.
 std::string Duration(double seconds) {
   constexpr std::int64_t Minute = 60;
-  const auto whole = static_cast<std::int64_t>(core::RoundPlaces(seconds, 0));
+  constexpr double Most = 1e15;
+  const auto whole =
+      static_cast<std::int64_t>(core::RoundPlaces(std::min(std::max(0.0, seconds), Most), 0));
   const auto two = [](std::int64_t value) {
     return core::PadInteger(static_cast<std::int32_t>(value), 2);
   };

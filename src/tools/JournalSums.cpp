@@ -20,17 +20,21 @@ void Add(JournalSum& sum, const RunLine& run) {
   sum.Length += run.Length;
 }
 
+/// A program that saves a text may put it in front.
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
 }  // namespace
 
 JournalRuns ReadJournal(std::string_view text) {
+  if (text.starts_with(ByteOrderMark)) text.remove_prefix(ByteOrderMark.size());
   JournalRuns read;
   int number = 0;
   for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
-    const std::string_view line = text.substr(0, end + 1);
+    const std::string_view line = text.substr(0, end);
     text.remove_prefix(end + 1);
     ++number;
-    if (line == supervision::JournalHeader()) continue;
-    if (auto run = supervision::ReadJournalLine(line.substr(0, end))) {
+    if (line.empty() || line == "\r" || supervision::IsJournalHeader(line)) continue;
+    if (auto run = supervision::ReadJournalLine(line)) {
       read.Runs.push_back(std::move(*run));
     } else {
       read.Damaged.push_back(number);

@@ -35,7 +35,7 @@ struct JournalRuns {
 };
 
 /// A last line without an end is one that is just being written, or was never finished: it counts
-/// for nothing.
+/// for nothing, and neither do an empty line and the marks that other programs save with a text.
 [[nodiscard]] JournalRuns ReadJournal(std::string_view text);
 
 /// "2026-03-04".

@@ -281,6 +281,17 @@ TEST_F(JournalStoreTest, ARootThatCannotBeWrittenIsBorneInSilence) {
   EXPECT_LE(numbers.size(), 201U) << "memory is not filled with lines that no disk takes";
 }
 
+TEST_F(JournalStoreTest, ThereIsANextNumberWhateverTheJournalHolds) {
+  for (const std::int32_t number : {MostRuns, MostRuns + 1, 2147483646, 2147483647}) {
+    FillingFiles files;
+    files.Put(Journal, JournalHeader() + JournalText(AnyRun(3)) + JournalText(AnyRun(number)));
+    JournalStore store = Console(files);
+    EXPECT_EQ(store.NextNumber(), number == MostRuns ? MostRuns + 1 : 4) << number;
+    for (int i = 0; i < 2; ++i) RunOnce(store);
+    EXPECT_GT(Console(files).NextNumber(), 0) << number;
+  }
+}
+
 TEST_F(JournalStoreTest, AJournalOfYearsIsTakenUpByItsEnd) {
   std::string years = JournalHeader();
   int number = 0;

@@ -88,7 +88,9 @@ TEST(JournalText, WhatIsNoLineOfTheJournalIsNotRead) {
   EXPECT_FALSE(ReadJournalLine(good + ",1"));
   for (const auto& [part, by] :
        std::vector<std::pair<std::string, std::string>>{{"7,2026", "0,2026"},
+                                                        {"7,2026", "1000000001,2026"},
                                                         {"7,2026", "2147483647,2026"},
+                                                        {"7,2026", "2147483648,2026"},
                                                         {"7,2026", "x,2026"},
                                                         {"05:06:07", "05:66:07"},
                                                         {"2026-03-04 05:06", "2026-13-04 05:06"},
@@ -104,6 +106,50 @@ TEST(JournalText, WhatIsNoLineOfTheJournalIsNotRead) {
     damaged.replace(damaged.find(part), part.size(), by);
     EXPECT_FALSE(ReadJournalLine(damaged)) << damaged;
   }
+}
+
+TEST(JournalText, FiguresThatCannotBeAreDamage) {
+  const std::string good = JournalText(AnyRun()).substr(0, JournalText(AnyRun()).size() - 2);
+  for (const auto& [part, by] :
+       std::vector<std::pair<std::string, std::string>>{{",12,SHOP", ",-12,SHOP"},
+                                                        {",2,Brass", ",-2,Brass"},
+                                                        {",1,1793.05", ",-1,1793.05"},
+                                                        {",1,1793.05", ",1000000001,1793.05"},
+                                                        {",1,1793.05", ",-2147483648,1793.05"},
+                                                        {"1793.05", "-3.5"},
+                                                        {"1793.05", "1e25"},
+                                                        {"1793.05", "1e308"},
+                                                        {"1793.05", "1000000000.01"},
+                                                        {"20417.5", "-0.1"},
+                                                        {"20417.5", "1e10"},
+                                                        {",31,88,", ",-31,88,"},
+                                                        {",31,88,", ",31,-88,"},
+                                                        {",-5.00,2,", ",-5.00,-5,"}}) {
+    std::string damaged = good;
+    damaged.replace(damaged.find(part), part.size(), by);
+    EXPECT_FALSE(ReadJournalLine(damaged)) << damaged;
+  }
+}
+
+TEST(JournalText, TheLargestFiguresAreRead) {
+  RunLine run = AnyRun();
+  run.Number = MostRuns;
+  run.Sheets = MostOfAFigure;
+  run.Seconds = run.Length = MostOfAFigure;
+  const std::string line = JournalText(run);
+  const auto read = ReadJournalLine(line.substr(0, line.size() - 2));
+  ASSERT_TRUE(read);
+  EXPECT_EQ(JournalText(*read), line);
+}
+
+TEST(JournalText, AHeaderIsOneHoweverASpreadsheetHasSavedIt) {
+  const std::string header = JournalHeader().substr(0, JournalHeader().size() - 2);
+  EXPECT_TRUE(IsJournalHeader(header));
+  EXPECT_TRUE(IsJournalHeader(header + "\r"));
+  EXPECT_TRUE(IsJournalHeader("\"Run\"" + header.substr(3)));
+  EXPECT_FALSE(IsJournalHeader(header + ",More"));
+  EXPECT_FALSE(IsJournalHeader(header.substr(0, header.size() - 1)));
+  EXPECT_FALSE(IsJournalHeader(""));
 }
 
 TEST(JournalText, EveryPieceOfALineIsNoLine) {
@@ -126,7 +172,7 @@ rc::Gen<std::string> Names() {
 
 RC_GTEST_PROP(JournalText, WhatIsWrittenIsReadAgain, ()) {
   RunLine run = AnyRun();
-  run.Number = *rc::gen::inRange(1, 2000000000);
+  run.Number = *rc::gen::inRange(1, MostRuns + 1);
   run.Directory = *Names();
   run.Program = *Names();
   run.Material = *Names();

@@ -250,6 +250,23 @@ TEST_F(RunJournalTest, ARunTimeThatIsStillThatOfTheRunBeforeCountsNothing) {
   EXPECT_EQ(Runs().size(), 2U);
 }
 
+TEST_F(RunJournalTest, FiguresBeyondAllMeasureLeaveALineThatCanBeRead) {
+  System.Programs[1].BatchCounters.SheetsCompleted = -2147483647;
+  Idle();
+  RunAt(2, 1e30);
+  auto& batch = System.Programs[1].BatchCounters;
+  core::Batch read = batch;
+  for (const int sheets : {-2147483647, 2147483647, -2147483647, 2147483647}) {
+    read.SheetsCompleted = sheets;
+    const core::Batch before = std::exchange(batch, read);
+    Journal->BatchRead({1, before, read, true});
+  }
+  RunAt(EndLine, 1e30);
+  Idle();
+  EXPECT_EQ(OnlyRun().Sheets, MostOfAFigure);
+  EXPECT_EQ(OnlyRun().Seconds, MostOfAFigure);
+}
+
 TEST_F(RunJournalTest, AFeedHoldIsAStopWithItsPlace) {
   Idle();
   RunAt(2, 5, 30, 0);
@@ -519,9 +536,9 @@ TEST_F(RunJournalTest, AKilledConsoleTellsTheEndThatItHadSeen) {
     RunEnd Ended;
     std::string Causes;
   };
-  for (const Case& at : {Case{EndLine, false, RunEnd::End, ""}, Case{EndLine, true, RunEnd::End, ""},
-                         Case{4, false, RunEnd::Stop, "[stop]"},
-                         Case{4, true, RunEnd::Stop, "[feed hold][stop]"}}) {
+  for (const Case& at :
+       {Case{EndLine, false, RunEnd::End, ""}, Case{EndLine, true, RunEnd::End, ""},
+        Case{4, false, RunEnd::Stop, "[stop]"}, Case{4, true, RunEnd::Stop, "[feed hold][stop]"}}) {
     const bool listed = !at.Causes.empty();
     Idle();
     RunAt(at.Line, 5, 100, 20);
@@ -671,8 +688,9 @@ TEST_F(RunJournalTest, ARunThatBeginsOverTheBatchEntryEndsTheOneBefore) {
 TEST_F(RunJournalTest, ASheetOfTheRunBeforeThatNobodyCouldReadMakesNoEndOfAStop) {
   System.Programs[1].TableLines = 0;  // the sheets alone tell of an end
   Idle();
-  RunAt(4, 5);
+  RunAt(2, 1);
   CountSheet(true, 0);
+  RunAt(4, 5);
   See([](Seen& at) { at.Blind = true; });  // the reading of its end fails
   Idle();
   EXPECT_EQ(Runs()[0].Ended, RunEnd::LinkLost);

@@ -147,6 +147,55 @@ TEST_F(JournalCommand, DamagedLinesAreNamedAndLeftOut) {
   EXPECT_EQ(told.Errors, "torvane-journal: 2 damaged lines are left out: lines 3, 7\n");
 }
 
+TEST_F(JournalCommand, AJournalThatAnotherProgramHasSavedIsNotDamaged) {
+  const std::string whole = Sums({}).Out;
+  std::string unix = Text;
+  std::erase(unix, '\r');
+  for (const std::string& saved : {unix, "\xEF\xBB\xBF" + Text, "\xEF\xBB\xBF" + unix,
+                                   Text + "\r\n\n", "\r\n" + Text, "\"Run\"" + Text.substr(3)}) {
+    Text = saved;
+    Put();
+    const Told told = Sums({});
+    EXPECT_EQ(told.Status, 0) << told.Errors;
+    EXPECT_EQ(told.Out, whole);
+  }
+}
+
+TEST_F(JournalCommand, LinesOfImpossibleFiguresAreDamaged) {
+  const std::string whole = Sums({}).Out;
+  const auto add = [this](int stops, int sheets, double seconds) {
+    RunLine run = RunOn(9, 4, "STAR", RunEnd::End);
+    run.StopCount = stops;
+    run.Sheets = sheets;
+    run.Seconds = seconds;
+    Text += supervision::JournalText(run);
+  };
+  add(-5, 1, 1);
+  add(0, -2147483647, 1);
+  add(0, 1, -3.5);
+  add(0, 1, 1e15);
+  Put();
+  const Told told = Sums({});
+  EXPECT_EQ(told.Out, whole);
+  EXPECT_EQ(told.Errors, "torvane-journal: 4 damaged lines are left out: lines 6, 7, 8, 9\n");
+}
+
+TEST_F(JournalCommand, TheLargestFiguresSumUpToNumbers) {
+  Text = supervision::JournalHeader();
+  for (int number = 1; number <= 200; ++number) {
+    RunLine run = RunOn(number, 4, "STAR", RunEnd::End);
+    run.Seconds = run.Length = supervision::MostOfAFigure;
+    run.Sheets = supervision::MostOfAFigure;
+    Text += supervision::JournalText(run);
+  }
+  Put();
+  EXPECT_EQ(Sums({"--by", "day", "--format", "csv"}).Out,
+            "Day,Runs,Ended,Stops,Sheets,Seconds,Length mm\r\n"
+            "2026-03-04,200,200,0,200000000000,200000000000.00,200000000000.0\r\n");
+  EXPECT_NE(Sums({}).Out.find(" 55555555:33:20 "), std::string::npos) << Sums({}).Out;
+  EXPECT_EQ(Sums({"--format", "json"}).Out.find("null"), std::string::npos);
+}
+
 TEST_F(JournalCommand, ALineThatIsJustBeingWrittenIsNoDamage) {
   const std::string whole = Sums({}).Out;
   const std::string next = supervision::JournalText(RunOn(5, 6, "STAR", RunEnd::End));
