@@ -157,6 +157,19 @@ TEST_F(JournalOfAConsole, AShutdownInARunIsTold) {
   EXPECT_EQ(Journal()[0].Ended, RunEnd::ConsoleEnded);
 }
 
+TEST_F(JournalOfAConsole, AShutdownOverADeadLineIsALostLink) {
+  SelectAndStart();
+  RunFor(1000);
+  simulator::FaultSettings faults;
+  faults.Rate(simulator::FaultKind::Silence) = 1;
+  Controller->SetFaults(faults);
+  RunFor(5000);
+  EXPECT_TRUE(System.State.MachineRunning) << "no tick has told of it yet";
+  End->ShutdownSystem(false);
+  ASSERT_EQ(Journal().size(), 1U);
+  EXPECT_EQ(Journal()[0].Ended, RunEnd::LinkLost);
+}
+
 TEST_F(JournalOfAConsole, AShutdownWhileIdleTellsNothing) {
   Start();
   RunFor(500);
@@ -213,6 +226,25 @@ void ExpectCross(ConsoleSession& session, const supervision::RunPlace& place) {
   session.Type(Key::C);
   session.RunFor(50);
   EXPECT_FALSE(cross().Visible);
+}
+
+TEST(JournalOfConsoles, AfterAControllerLostItsPowerInARunTheCrossIsWhereTheHeadWas) {
+  const auto plant = std::make_shared<Plant>();
+  ConsoleSession session(plant);
+  session.Start();
+  session.Select("STAR");
+  session.Machine().CycleStart();
+  session.RunFor(4000);
+  const core::Vector2 head = {session.System.State.XPosition, session.System.State.YPosition};
+  ASSERT_GT(std::hypot(head.X, head.Y), 50);
+  plant->Controller->PowerCycle();
+  session.RunFor(500);
+  ASSERT_FALSE(session.System.State.MachineRunning);
+  const auto runs = JournalOf(plant->Directory);
+  ASSERT_EQ(runs.size(), 1U);
+  EXPECT_NEAR(runs[0].Last.X, head.X, 50);
+  EXPECT_NEAR(runs[0].Last.Y, head.Y, 50);
+  ExpectCross(session, runs[0].Last);
 }
 
 TEST(JournalOfConsoles, AfterAKillTheNextStartTellsItAndTheListMarksThePlace) {
