@@ -48,7 +48,7 @@ void Monitor::Serve() {
   adapter_.Serve(loop_.NowMs());
 }
 
-void Monitor::ConsoleEnds() {
+void Monitor::ConsoleEnds(bool /*unheard*/) {
   ended_ = true;
   adapter_.Publish({});
 }

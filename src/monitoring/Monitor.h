@@ -41,7 +41,7 @@ class Monitor final : public supervision::PollObserver {
   /// A tick with a failed exchange is passed over, as its values read as zero, which they are not.
   void TickRead(const supervision::TickReading& tick) override;
   /// Nothing is known from here on.
-  void ConsoleEnds() override;
+  void ConsoleEnds(bool unheard) override;
 
   [[nodiscard]] std::size_t Clients() const { return adapter_.Clients(); }
 

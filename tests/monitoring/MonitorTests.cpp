@@ -129,7 +129,7 @@ TEST_F(MonitorOnVirtualTime, APollThatPausesWhileALongTableGoesOutIsNoLostLink) 
 
 TEST_F(MonitorOnVirtualTime, WhenTheConsoleEndsNothingIsKnown) {
   Tick(1);
-  TheMonitor.ConsoleEnds();
+  TheMonitor.ConsoleEnds(false);
   for (const auto& [key, value] : Client->State()) EXPECT_EQ(value, "UNAVAILABLE") << key;
   const std::string told = Client->Taken;
   Tick(2);
