@@ -247,7 +247,7 @@ void KeyScriptRun::Next() {
   const auto& row = Actions::Of(step.Word);
   if (!row.Do(*this, step)) {
     const bool inVain = row.InVain && stage_.Loop.NowMs() - since_ > patienceMs_;
-    if (inVain) Fail(step, row.InVain(step));
+    if (inVain) Fail(step, row.InVain(step) + OnShow());
     return;
   }
   if (!failure_.empty()) return Fail(step, failure_);
@@ -264,6 +264,23 @@ std::string KeyScriptRun::LabelText(const std::string& form, const std::string& 
 
 std::string KeyScriptRun::WarningText() const {
   return LabelText(core::ScreenNames::WarningForm, "WarningLabel");
+}
+
+/// What stands in the way of a wait, in one line: the screens from the back to the front.
+std::string KeyScriptRun::OnShow() const {
+  std::string text;
+  for (const toolkit::Desk* desk : stage_.Desks()) {
+    for (const toolkit::Form* form : desk->Forms()) {
+      if (Shown(form->Name()) == nullptr) continue;
+      text += text.empty() ? "; on show: " : ", ";
+      text += form->Name();
+    }
+  }
+  std::string warning = WarningText();
+  if (warning.empty()) return text;
+  std::replace_if(
+      warning.begin(), warning.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  return text + ", \"" + warning + "\"";
 }
 
 void KeyScriptRun::Fail(const KeyStep& step, const std::string& what) {

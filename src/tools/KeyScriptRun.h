@@ -42,6 +42,7 @@ class KeyScriptRun {
   }
   [[nodiscard]] std::string LabelText(const std::string& form, const std::string& label) const;
   [[nodiscard]] std::string WarningText() const;
+  [[nodiscard]] std::string OnShow() const;
   void Fail(const KeyStep& step, const std::string& what);
 
   ScriptStage stage_;

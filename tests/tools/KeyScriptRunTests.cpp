@@ -300,6 +300,10 @@ TEST_F(Hands, AWaitThatIsInVainFailsWithItsLine) {
   EXPECT_EQ(Play("wait-label TrialForm TextLabel line\nwait-stopped\nno-warning\n"), "");
 }
 
+TEST_F(Hands, AWaitThatIsInVainTellsWhatStandsInItsWay) {
+  EXPECT_THAT(Play("patience 100\nwait-form SetupForm\n"), HasSubstr("; on show: TrialForm"));
+}
+
 TEST_F(Hands, EndShutsDownAsTheOperatorDoes) {
   EXPECT_EQ(Play("end\n"), "");
   EXPECT_EQ(Ends, std::vector<int>{0});
