@@ -54,7 +54,8 @@ Exchange ContractLine::Send(std::string_view line) {
   const auto start = loop_.NowMs();
   owed_ = true;
   port_.Write(exchange.Line + "\r");
-  while (WaitForBytes(exchange.Reply.empty() ? 2 * replyMs_ : QuietMs)) {
+  const auto end = start + 2 * replyMs_ + QuietMs;  // a controller may chatter without an end
+  while (loop_.NowMs() <= end && WaitForBytes(exchange.Reply.empty() ? 2 * replyMs_ : QuietMs)) {
     owed_ = false;
     exchange.Reply += port_.ReadAll();
     exchange.Ms = loop_.NowMs() - start;

@@ -32,9 +32,9 @@ class ContractInterrupted : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Unlike the console's link it does not count on a prompt: a reply is over with its prompt, or
-/// when nothing more has come for half a second. So a controller whose prompt is wrong can still be
-/// asked about everything else.
+/// Unlike the console's link it does not count on a prompt: a reply is over with its prompt, when
+/// nothing more has come for half a second, or when its time is long up though more comes. So a
+/// controller whose prompt is wrong can still be asked about everything else.
 class ContractLine {
  public:
   /// `replyMs`: the longest a reply may take; twice as long is waited for.

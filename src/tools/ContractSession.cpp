@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 
 #include "core/General.h"
 #include "core/MachineState.h"
@@ -66,11 +67,19 @@ bool ContractSession::Command(std::string_view line) {
   return Send(line).Reply.find('%') == std::string::npos;
 }
 
-std::optional<double> ContractSession::Value(std::string_view expression) {
-  const Exchange exchange = Send("? " + std::string(expression));
+namespace {
+
+/// Nothing where the reply holds a "%" or no number.
+std::optional<double> ValueOf(const Exchange& exchange) {
   const std::string_view answer = AnswerOf(exchange);
   if (exchange.Reply.find('%') != std::string::npos || !StartsNumber(answer)) return std::nullopt;
   return core::LeadingNumber(answer);
+}
+
+}  // namespace
+
+std::optional<double> ContractSession::Value(std::string_view expression) {
+  return ValueOf(Send("? " + std::string(expression)));
 }
 
 double ContractSession::Number(std::string_view expression) {
@@ -80,7 +89,14 @@ double ContractSession::Number(std::string_view expression) {
 }
 
 int ContractSession::Status() {
-  const int status = core::TruncateToInt32(Number(link::Variable::Status));
+  const Exchange exchange = Send("? " + std::string(link::Variable::Status));
+  const auto value = ValueOf(exchange);
+  if (!value) throw NotTried(std::string(link::Variable::Status) + " gives no number");
+  // A reply that is cut by a pause may hold the first digits only.
+  const bool whole =
+      exchange.Prompt || AnswerOf(exchange).find_first_of("\r\n") != std::string_view::npos;
+  if (!whole) throw NotTried("the number of VR(19) has no end");
+  const int status = core::TruncateToInt32(*value);
   if ((status & core::StatusBit::Beam) != 0 && notes_.Beam.empty()) {
     notes_.Beam = "the status word was " + std::to_string(status);
   }
@@ -109,6 +125,14 @@ bool ContractSession::Write(std::string_view variable, double value) {
   return Command(link::Assignment(variable, core::NumberText(value, -1)));
 }
 
+std::string ContractSession::WriteBack(const Kept& kept) {
+  constexpr double Slack = 1e-6;  // relative
+  if (!Write(kept.Variable, kept.Value)) return "it was refused";
+  const double found = Number(kept.Variable);
+  if (std::abs(found - kept.Value) <= Slack * std::max(1.0, std::abs(kept.Value))) return {};
+  return "it is " + core::NumberText(found, -1);
+}
+
 std::vector<std::string> ContractSession::PutBack(
     const std::function<bool(std::string_view)>& allowed) {
   std::vector<std::string> lost;
@@ -117,7 +141,11 @@ std::vector<std::string> ContractSession::PutBack(
     const Kept& kept = kept_.back();
     std::string text = kept.Variable + " to " + core::NumberText(kept.Value, -1);
     try {
-      if (!silent && allowed(kept.Variable) && Write(kept.Variable, kept.Value)) continue;
+      if (!silent && allowed(kept.Variable)) {
+        const auto wrong = WriteBack(kept);
+        if (wrong.empty()) continue;
+        text += ": " + wrong;
+      }
     } catch (const ControllerSilent&) {
       silent = true;  // each further line would be waited for as long
     } catch (const std::exception& fault) {

@@ -15,7 +15,8 @@ namespace torvane::tools {
 enum class OperatorWish {
   CycleStart,
   NoCycleStart,  ///< the one asked for before is not wanted any more
-  Stop
+  Stop,
+  Release  ///< the stop, and then the end of the feed hold
 };
 
 struct ContractSettings {
@@ -59,7 +60,7 @@ class ContractSession {
   std::optional<double> Value(std::string_view expression);
   /// The same; throws NotTried where there is none.
   double Number(std::string_view expression);
-  /// VR(19), which also tells of the beam.
+  /// VR(19), which also tells of the beam. Throws NotTried where it may have come in part only.
   int Status();
   /// mm, measured, of the axes X, Y and Z; throws NotTried where it cannot be had.
   double Position(std::size_t axis);
@@ -69,7 +70,7 @@ class ContractSession {
   /// Writes a variable that has been changed before; remembers nothing.
   bool Write(std::string_view variable, double value);
   /// Puts back what was changed, the last first, where `allowed` says of a variable that it may be
-  /// written. Gives what was not put back; throws nothing.
+  /// written, and reads it again. Gives what was not put back; throws nothing.
   [[nodiscard]] std::vector<std::string> PutBack(
       const std::function<bool(std::string_view variable)>& allowed);
 
@@ -86,6 +87,9 @@ class ContractSession {
     std::string Variable;
     double Value = 0;
   };
+
+  /// What is wrong with a variable that has been put back; empty where nothing is.
+  [[nodiscard]] std::string WriteBack(const Kept& kept);
 
   ContractSettings settings_;
   std::function<void(OperatorWish, const std::string&)> ask_;

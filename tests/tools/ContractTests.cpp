@@ -497,6 +497,55 @@ TEST(Contract, ALineThatDiesIsTheReplyTimesFaultAndWhatStaysChangedIsNamed) {
   EXPECT_EQ(controller.Asked, std::vector{OperatorWish::Stop}) << "nobody knows what runs";
 }
 
+TEST(Contract, WhatAControllerDoesNotTakeBackIsNamed) {
+  LineFault fault;
+  fault.Loses = [](const std::string& line, bool) { return line == "VR(84)=10"; };
+  FaultyController controller(fault, Preset());
+  EXPECT_THAT(controller.Try().NotPutBack, ::testing::ElementsAre("VR(84) to 10: it is 1000"));
+}
+
+TEST(Contract, AControllerThatChattersWithoutAnEndIsNotWaitedFor) {
+  constexpr std::int64_t ChatterMs = 3600000;
+  bool begun = false;
+  LineFault fault;
+  fault.Spoils = [&](const std::string&, std::string answer, bool) {
+    return begun ? std::string() : answer;
+  };
+  FaultyController controller(fault, Preset());
+  std::function<void()> end;
+  std::function<void()> chatter = [&] {
+    controller.Port.Deliver("x");
+    if (controller.Loop.NowMs() < ChatterMs) controller.Loop.After(100, chatter);
+  };
+  controller.Heard = [&](const std::string& line) {
+    if (line != "VR(92)=1" || std::exchange(begun, true)) return;
+    chatter();
+    controller.Loop.After(5000, [&] { end(); });
+  };
+  const auto result =
+      controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+  EXPECT_LT(controller.Loop.NowMs(), ChatterMs / 10);
+  EXPECT_EQ(controller.Asked, std::vector{OperatorWish::Stop}) << "nobody knows what runs";
+  EXPECT_FALSE(result.NotPutBack.empty());
+}
+
+TEST(Contract, AStatusThatIsCutByAPauseIsNone) {
+  std::function<void()> end;
+  bool cut = false;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool running) {
+    if (line == "? VR(81)" && running && !std::exchange(cut, true)) end();
+    return cut && line == "? VR(19)" ? line + "\r\n1" : answer;
+  };
+  FaultyController controller(fault, Preset());
+  controller.StopPressed = false;
+  const auto result =
+      controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+  EXPECT_FALSE(Sent(controller, "VR(91)=1")) << "1 of 16384";
+  EXPECT_THAT(result.NotPutBack, ::testing::Contains("the number of VR(19) has no end"));
+  EXPECT_EQ(controller.Asked.back(), OperatorWish::Stop);
+}
+
 TEST(Contract, AMachineThatIsNotAtRestIsLeftAlone) {
   FaultyController controller;
   controller.Controller.TheMachine().FeedHold();

@@ -67,6 +67,7 @@ class FaultyController {
   platform::ScriptedPort Port;
   std::vector<std::string> Lines;
   std::vector<tools::OperatorWish> Asked;
+  std::function<void(const std::string& line)> Heard;  ///< before a line is carried out
   bool OperatorThere = true;
   bool StopPressed = true;  ///< where it is asked for
   bool Cut = false;         ///< the machine has cut something
@@ -76,6 +77,10 @@ class FaultyController {
     CatchUp();
     if (wish == tools::OperatorWish::CycleStart) Controller.TheMachine().CycleStart();
     if (wish == tools::OperatorWish::Stop && StopPressed) Controller.TheMachine().Stop();
+    if (wish == tools::OperatorWish::Release && StopPressed) {
+      Controller.TheMachine().Stop();
+      Controller.TheMachine().Release();
+    }
   }
 
   void Hear(std::string_view bytes) {
@@ -91,6 +96,7 @@ class FaultyController {
   void Answer(const std::string& line) {
     CatchUp();
     Lines.push_back(line);
+    if (Heard) Heard(line);
     const bool running = Controller.TheMachine().Mode() == simulator::MachineMode::Running;
     std::string answer = line + "\r\n>>";
     if (!fault_.Loses || !fault_.Loses(line, running)) {
