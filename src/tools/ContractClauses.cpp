@@ -166,8 +166,17 @@ std::string TryCommandWord(Trial& trial) {
   const double rest = session.Number(Variable::Command);
   const std::string_view targets[] = {Variable::MoveTargetX, Variable::MoveTargetY,
                                       Variable::MoveTargetZ};
+  double at[std::size(targets)] = {};
   for (std::size_t axis = 0; axis < std::size(targets); ++axis) {
-    if (!session.Change(targets[axis], session.Position(axis))) return "a target was refused";
+    at[axis] = session.Position(axis);
+    if (!session.Change(targets[axis], at[axis])) return "a target was refused";
+  }
+  // A target that was not taken would send the head to the owner's last one, without a cycle start.
+  for (std::size_t axis = 0; axis < std::size(targets); ++axis) {
+    const double found = session.Number(targets[axis]);
+    if (!(std::abs(found - at[axis]) <= PositionSlack)) {
+      return Instead(targets[axis], found, at[axis]);
+    }
   }
   for (const auto line : {link::CommandLine::StopJog, link::CommandLine::Move}) {
     if (!session.Command(line)) return std::string(line) + " was refused";
@@ -181,12 +190,30 @@ std::string TryCommandWord(Trial& trial) {
   return {};
 }
 
-/// Why a machine in this state is left alone; empty at rest.
+/// Why a machine with this status is left alone; empty at rest.
 std::string BarredBy(int status) {
   constexpr int Busy = StatusBit::Feedhold | StatusBit::InError | StatusBit::Cycle |
                        StatusBit::Running | StatusBit::RestartReady | StatusBit::Beam;
   if ((status & Busy) == 0) return {};
   return "the machine is not at rest: VR(19) is " + std::to_string(status);
+}
+
+/// The beam is on though nothing of this was to run: nothing more is tried.
+class BeamSeen : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A cycle start may have been pressed that nobody asked for. Throws NotTried where the machine is
+/// not at rest, and BeamSeen, with the stop asked for.
+void RequireRest(ContractSession& session) {
+  const int status = session.Status();
+  const auto barred = BarredBy(status);
+  if (barred.empty()) return;
+  if ((status & StatusBit::Beam) == 0) throw NotTried(barred);
+  constexpr const char* Danger = "the beam came on";
+  StopAtOnce(session, Danger);
+  throw BeamSeen(Danger);
 }
 
 /// A cycle start is asked for only where it can start nothing but the harmless program, and that
@@ -195,8 +222,7 @@ void RequireHarmlessStart(Trial& trial) {
   auto& session = trial.Session;
   if (!trial.InForce) throw NotTried("slot 2 is not known to hold the program and be in force");
   if (!session.Notes().Beam.empty()) throw NotTried("the beam was on");
-  const auto barred = BarredBy(session.Status());
-  if (!barred.empty()) throw NotTried(barred);
+  RequireRest(session);
   const double away = trial.Program->DistanceTo(session.Position(0), session.Position(1));
   if (away <= PositionSlack) return;
   throw NotTried("the head is " + Text(away) + " mm from where the program begins");
@@ -242,10 +268,17 @@ std::string TryRowsTaken(Trial& trial) {
   return refused.empty() ? std::string() : refused + " was refused while the program ran";
 }
 
+/// VR(81) of a run to its end: between two looks the last line may have come and gone.
+double LeastRecord(const Trial& trial) {
+  return static_cast<double>(trial.Program->Lines.size()) - 2;
+}
+
 std::string TryRowsRun(Trial& trial) {
   const RunSeen& seen = Run(trial);
   if (!seen.Refused.empty()) throw NotTried("they were refused");
-  if (seen.Ended) return {};
+  // A controller may end a run early, as if its last line had come.
+  if (seen.Ended && seen.Record >= LeastRecord(trial)) return {};
+  if (seen.Ended && seen.Record == 0) throw NotTried("VR(81) does not tell how far it came");
   return "the run came to line " + Text(seen.Record) + " of " +
          std::to_string(trial.Program->Lines.size()) + " and no further";
 }
@@ -259,8 +292,7 @@ std::string TryStatusWord(Trial& trial) {
 std::string TryRunningRecord(Trial& trial) {
   const RunSeen& seen = Run(trial);
   if (seen.RecordFell) return "VR(81) went back while the program ran";
-  // Between two looks the last line may have come and gone.
-  const double least = seen.Ended ? static_cast<double>(trial.Program->Lines.size()) - 2 : 1;
+  const double least = seen.Ended ? LeastRecord(trial) : 1;
   return seen.Record >= least ? std::string() : Instead("VR(81)", seen.Record, least);
 }
 
@@ -313,6 +345,7 @@ struct Clause {
   const char* Says;
   std::string (*Try)(Trial&);  ///< what was seen instead; empty: it holds
   bool NeedsRun;
+  bool OnlyAtRest = false;                 ///< what it writes could change a program that runs
   std::string LineNotes::*Note = nullptr;  ///< of any exchange, that it fails by
 };
 
@@ -323,12 +356,13 @@ constexpr Clause Clauses[] = {
     {"values", "a number that was written is read as it was, CR LF after it", TryValues, false},
     {"queries", "every variable and position of the contract gives a number", TryQueries, false},
     {"expressions", "OR and - on a right side", TryExpressions, false},
-    {"block skips", "VR(92) and VR(93) keep what they are set to", TryBlockSkips, false},
-    {"feed override", "VR(68) comes back in VR(98)", TryFeedOverride, false},
-    {"table at rest", "table lines are taken while nothing runs", TryTableAtRest, true},
+    {"block skips", "VR(92) and VR(93) keep what they are set to", TryBlockSkips, false, true},
+    {"feed override", "VR(68) comes back in VR(98)", TryFeedOverride, false, true},
+    {"table at rest", "table lines are taken while nothing runs", TryTableAtRest, true, true},
     {"table in force", "VR(91) stays at the slot that is written, VR(81) goes to 0",
-     TryTableInForce, true},
-    {"command word", "VR(48) goes back to its rest value after an action", TryCommandWord, true},
+     TryTableInForce, true, true},
+    {"command word", "VR(48) goes back to its rest value after an action", TryCommandWord, true,
+     true},
     {"rows taken", "table lines are taken while the program runs", TryRowsTaken, true},
     {"rows run", "lines that came while it ran are run", TryRowsRun, true},
     {"status word", "bit 16384 of VR(19) is there in the run and gone after it", TryStatusWord,
@@ -338,15 +372,16 @@ constexpr Clause Clauses[] = {
     {"positions", "MPOS follows the head", TryPositions, true},
     {"batch count", "VR(85) counts the sheet", TryBatchCount, true},
     {"prompt", "every reply ends with >>, an empty line gives nothing else", TryPrompt, false,
-     &LineNotes::Prompt},
-    {"echo", "every line comes back with CR LF in front of its answer", TryEcho, false,
+     false, &LineNotes::Prompt},
+    {"echo", "every line comes back with CR LF in front of its answer", TryEcho, false, false,
      &LineNotes::Echo},
-    {"reply time", "every reply comes in time", TryReplyTime, false, &LineNotes::Late},
-    {"beam off", "the beam was never on", TryBeamOff, false, &LineNotes::Beam},
+    {"reply time", "every reply comes in time", TryReplyTime, false, false, &LineNotes::Late},
+    {"beam off", "the beam was never on", TryBeamOff, false, false, &LineNotes::Beam},
 };
 
 void TryClause(const Clause& clause, Trial& trial, ClauseResult& result) {
   try {
+    if (clause.OnlyAtRest) RequireRest(trial.Session);
     result.Text = clause.Try(trial);
     result.State = result.Text.empty() ? ClauseState::Holds : ClauseState::Fails;
   } catch (const NotTried& fault) {
@@ -398,24 +433,47 @@ bool OnlyAtRest(std::string_view variable) {
          variable == Variable::BlockSkip2;
 }
 
+/// Why the machine is left alone; empty at rest.
+std::string BarredNow(ContractSession& session) {
+  constexpr double RestartTable = 3;
+  auto barred = BarredBy(session.Status());
+  // The lamp of a restart blinks: half of the time the status does not show it.
+  if (barred.empty() && session.Value(Variable::TableInForce) == RestartTable) {
+    barred = "the machine is not at rest: a restart waits for its cycle start, VR(91) is 3";
+  }
+  return barred;
+}
+
+/// What the machine still does; empty at rest. Without a run nobody is asked for anything.
+std::string RestFault(ContractSession& session) {
+  return session.Settings().Run ? AwaitRest(session) : NotAtRest(session.Status());
+}
+
 /// The machine at rest first, then everything that was written; while it is not known to rest, only
 /// what does no harm to a run.
 void PutAllBack(Trial& trial, ContractResult& result) {
   auto& session = trial.Session;
-  const bool run = session.Settings().Run;
-  bool rests = !run;
-  try {
-    session.Line().Settle();
-    rests = rests || AwaitRest(session);
-    if (!rests) result.NotPutBack.emplace_back("the machine still runs");
-  } catch (const std::exception& fault) {
-    result.NotPutBack.emplace_back(fault.what());
-  }
+  const auto rested = [&] {
+    try {
+      session.Line().Settle();
+      const auto fault = RestFault(session);
+      if (!fault.empty()) result.NotPutBack.push_back(fault);
+      return fault.empty();
+    } catch (const std::exception& fault) {
+      result.NotPutBack.emplace_back(fault.what());
+      return false;
+    }
+  };
+  const bool rests = rested();
+  bool started = false;
   const auto lost = session.PutBack([&](std::string_view variable) {
-    // It may have been started since.
-    return !OnlyAtRest(variable) || (rests && (!run || AtRest(session)));
+    if (!OnlyAtRest(variable)) return true;
+    if (!rests) return false;
+    started = started || !AtRest(session);
+    return !started;
   });
   result.NotPutBack.insert(result.NotPutBack.end(), lost.begin(), lost.end());
+  if (started) (void)rested();  // nobody leaves it running
 }
 
 }  // namespace
@@ -433,7 +491,7 @@ ContractResult TryContract(const ContractParts& parts, const ContractSettings& s
   if (interrupt) interrupt([&session] { session.Line().Interrupt(); });
   try {
     (void)session.Send("");
-    result.Barred = BarredBy(session.Status());
+    result.Barred = BarredNow(session);
   } catch (const std::runtime_error& fault) {
     result.Barred = fault.what();
   }

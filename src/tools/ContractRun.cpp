@@ -25,10 +25,60 @@ constexpr int StopSeconds = 60;
 /// six seconds.
 constexpr int SpareMs = 20000;
 
-bool AskForStop(ContractSession& session, const std::string& text) {
-  session.Ask(OperatorWish::Stop, text);
-  return session.Await(StopSeconds * 1000, [&session] { return AtRest(session); });
+/// What brings a machine to rest.
+struct RestWish {
+  OperatorWish Wish;
+  const char* Text;
+};
+constexpr RestWish StopWish = {OperatorWish::Stop,
+                               "The machine does not come to rest. Press stop."};
+/// Outside a cycle the stop does not end a hold. It comes first all the same: a controller may not
+/// show the cycle that it holds.
+constexpr RestWish ReleaseWish = {OperatorWish::Release,
+                                  "The machine is held. Press stop, then release the feed hold."};
+constexpr RestWish UnknownWish = {
+    OperatorWish::Stop, "The controller does not say whether the machine rests. Press stop."};
+
+bool OnlyHeld(int status) {
+  constexpr int InCycle = StatusBit::Running | StatusBit::Cycle | StatusBit::Beam;
+  return (status & StatusBit::Feedhold) != 0 && (status & InCycle) == 0;
 }
+
+/// Looks, and asks for what the machine wants; each wish once.
+class RestWatch {
+ public:
+  explicit RestWatch(ContractSession& session) : session_(session) {}
+
+  bool Rests() {
+    try {
+      fault_ = Look();
+    } catch (const std::exception&) {
+      if (asked_.empty()) Ask(UnknownWish);
+      throw;
+    }
+    return fault_.empty();
+  }
+
+  [[nodiscard]] const std::string& Fault() const { return fault_; }
+
+ private:
+  std::string Look() {
+    const int status = session_.Status();
+    auto fault = NotAtRest(status);
+    if (!fault.empty()) Ask(OnlyHeld(status) ? ReleaseWish : StopWish);
+    return fault;
+  }
+
+  void Ask(const RestWish& wish) {
+    if (std::find(asked_.begin(), asked_.end(), wish.Wish) != asked_.end()) return;
+    asked_.push_back(wish.Wish);
+    session_.Ask(wish.Wish, wish.Text);
+  }
+
+  ContractSession& session_;
+  std::vector<OperatorWish> asked_;
+  std::string fault_;
+};
 
 class RunWatch {
  public:
@@ -39,37 +89,58 @@ class RunWatch {
   }
 
   RunSeen Watch() {
-    AwaitStart();
-    auto end = session_.Line().NowMs() + SpareMs;
-    for (Look(); !Over() && session_.Line().NowMs() < end; Look()) {
-      if (SendLines()) end = session_.Line().NowMs() + SpareMs;
-      session_.Line().Sleep(LookMs);
+    try {
+      AwaitStart();
+      WatchRun();
+    } catch (const std::exception&) {
+      WithdrawWish();
+      throw;
     }
+    WithdrawWish();
     Finish();
     return seen_;
   }
 
  private:
+  void WatchRun() {
+    auto end = session_.Line().NowMs() + SpareMs;
+    for (Look(); !Over() && session_.Line().NowMs() < end; Look()) {
+      if (SendLines()) end = session_.Line().NowMs() + SpareMs;
+      session_.Line().Sleep(LookMs);
+    }
+  }
+
   /// What was in force before is put back after a start that did not come: then one that comes late
-  /// would start a program of the owner's.
+  /// would start a program of the owner's. What was taken for the start may have been none.
+  void WithdrawWish() {
+    if (started_) return;
+    session_.Ask(OperatorWish::NoCycleStart, "Do not press cycle start any more.");
+  }
+
   void AwaitStart() {
     session_.Ask(OperatorWish::CycleStart,
                  "The head goes " + core::NumberText(StepMm, -1) +
                      " mm to and fro with the beam off, for about six seconds. Press cycle start.");
-    try {
-      const bool started = session_.Await(session_.Settings().StartSeconds * 1000,
-                                          [this] { return SomethingRuns(); });
-      if (!started) throw NotTried("no cycle start came");
-    } catch (const std::exception&) {
-      session_.Ask(OperatorWish::NoCycleStart, "Do not press cycle start any more.");
-      throw;
-    }
+    const bool any =
+        session_.Await(session_.Settings().StartSeconds * 1000, [this] { return SomethingRuns(); });
+    if (!any) throw NotTried("no cycle start came");
   }
 
   bool SomethingRuns() {
-    return (session_.Status() & (StatusBit::Running | StatusBit::Beam)) != 0 ||
-           session_.Number(Variable::RunningRecord) > recordBefore_ ||
+    return (Status() & (StatusBit::Running | StatusBit::Beam)) != 0 || Record() > recordBefore_ ||
            session_.Number(Variable::RunTime) != seen_.SecondsBefore || Away() > FarthestAllowed;
+  }
+
+  int Status() {
+    const int status = session_.Status();
+    started_ = started_ || (status & StatusBit::Running) != 0;
+    return status;
+  }
+
+  double Record() {
+    const double record = session_.Number(Variable::RunningRecord);
+    started_ = started_ || record > recordBefore_;
+    return record;
   }
 
   [[nodiscard]] bool Over() const { return seen_.Ended || !seen_.Danger.empty(); }
@@ -94,7 +165,7 @@ class RunWatch {
   }
 
   void Look() {
-    const int status = session_.Status();
+    const int status = Status();
     seen_.Danger = Danger();
     if (!seen_.Danger.empty()) return;
     seen_.Farthest = std::max(seen_.Farthest, Away());
@@ -106,7 +177,7 @@ class RunWatch {
     seen_.SecondsFell = seen_.SecondsFell || (lookedAt_ && seconds < seconds_);
     seen_.SecondsRose = seen_.SecondsRose || (lookedAt_ && seconds > seconds_);
     seconds_ = seconds;
-    const double record = session_.Number(Variable::RunningRecord);
+    const double record = Record();
     const bool over = (seen_.RunningSeen && !running) ||
                       (!seen_.RunningSeen && record >= static_cast<double>(program_.Lines.size()));
     seen_.RecordFell = seen_.RecordFell || (!over && record < seen_.Record);
@@ -117,18 +188,9 @@ class RunWatch {
 
   double Away() { return program_.DistanceTo(session_.Position(0), session_.Position(1)); }
 
-  void StopNow() {
-    try {
-      AskForStop(session_, "This is not as it should be: " + seen_.Danger + ". Press stop.");
-    } catch (const NotTried&) {
-      // What was seen of the run counts. Whether the machine rests is asked again before anything
-      // is put back.
-    }
-  }
-
   void Finish() {
     if (!seen_.Danger.empty()) {
-      StopNow();
+      StopAtOnce(session_, seen_.Danger);
       return;
     }
     if (!seen_.Ended) {
@@ -152,6 +214,7 @@ class RunWatch {
   double recordBefore_ = 0;
   double seconds_ = 0;
   bool lookedAt_ = false;
+  bool started_ = false;  ///< bit 16384 or VR(81) has shown it
 };
 
 }  // namespace
@@ -183,21 +246,29 @@ RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& prog
   return RunWatch(session, program).Watch();
 }
 
-bool AtRest(ContractSession& session) {
+std::string NotAtRest(int status) {
   constexpr int Busy =
       StatusBit::Running | StatusBit::Feedhold | StatusBit::Cycle | StatusBit::Beam;
-  return (session.Status() & Busy) == 0;
+  if ((status & Busy) == 0) return {};
+  if (OnlyHeld(status)) return "the machine is not at rest: VR(19) is " + std::to_string(status);
+  return "the machine still runs";
 }
 
-bool AwaitRest(ContractSession& session) {
+bool AtRest(ContractSession& session) { return NotAtRest(session.Status()).empty(); }
+
+std::string AwaitRest(ContractSession& session) {
+  RestWatch watch(session);
+  session.Await(StopSeconds * 1000, [&watch] { return watch.Rests(); });
+  return watch.Fault();
+}
+
+void StopAtOnce(ContractSession& session, const std::string& danger) {
+  session.Ask(OperatorWish::Stop, "This is not as it should be: " + danger + ". Press stop.");
   try {
-    if (AtRest(session)) return true;
-  } catch (const std::exception&) {
-    session.Ask(OperatorWish::Stop,
-                "The controller does not say whether the machine rests. Press stop.");
-    throw;
+    session.Await(StopSeconds * 1000, [&session] { return AtRest(session); });
+  } catch (const NotTried&) {
+    // What was seen counts. Whether the machine rests is asked again before anything is put back.
   }
-  return AskForStop(session, "The run does not come to its end. Press stop.");
 }
 
 }  // namespace torvane::tools

@@ -48,14 +48,21 @@ struct RunSeen {
 
 /// Asks for the cycle start, sends the other lines while it runs and looks at everything. A run
 /// that does not end is ended by the operator, who is asked for the stop: at once where the beam is
-/// on or the head leaves the way of the program. Throws NotTried where no cycle start comes.
+/// on or the head leaves the way of the program. Throws NotTried where no cycle start comes. One
+/// that was asked for and not seen is not wanted any more when this ends.
 [[nodiscard]] RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& program);
 
-/// Nothing runs, is held or stands open, and the beam is off.
+/// What a machine with this status still does; empty where nothing runs, is held or stands open,
+/// and the beam is off.
+[[nodiscard]] std::string NotAtRest(int status);
 [[nodiscard]] bool AtRest(ContractSession& session);
 
-/// After a fault in the middle of a run: the operator is asked for the stop where the machine is
-/// not at rest, or does not say. False when it then still is not; throws where it does not say.
-bool AwaitRest(ContractSession& session);
+/// After a fault in the middle of a run: the operator is asked for the stop, or for the end of the
+/// hold, where the machine is not at rest, or does not say. What it then still does, empty at rest;
+/// throws where it does not say.
+std::string AwaitRest(ContractSession& session);
+
+/// Asks the operator for the stop because of `danger`, and waits for it.
+void StopAtOnce(ContractSession& session, const std::string& danger);
 
 }  // namespace torvane::tools

@@ -252,14 +252,172 @@ TEST(Contract, NoCycleStartIsAskedForWhereSlot2IsNotKnownToBeInForce) {
 }
 
 TEST(Contract, NoCycleStartIsAskedForWhereTheHeadHasLeftItsPlace) {
-  LineFault fault;
-  fault.Loses = [](const std::string& line, bool) { return line.starts_with("VR(23)="); };
-  auto options = Preset();
-  options.Presets.emplace_back(23, 40);
-  FaultyController controller(fault, options);
+  FaultyController controller({}, Preset());
+  controller.Heard = [&](const std::string& line) {
+    if (line == "VR(48)=15") controller.Controller.Memory().WriteVariable(23, 40);
+  };
   const auto result = controller.Try();
   EXPECT_TRUE(controller.Asked.empty()) << ContractText(result);
   EXPECT_THAT(ContractText(result), HasSubstr("mm from where the program begins"));
+}
+
+TEST(Contract, ATargetThatIsNotKeptStartsNoMove) {
+  for (const int target : {22, 23, 95}) {
+    SCOPED_TRACE(target);
+    const std::string name = "VR(" + std::to_string(target) + ")";
+    LineFault fault;
+    fault.Loses = [&](const std::string& line, bool) { return line.starts_with(name + "="); };
+    auto options = Preset();
+    options.Presets.push_back({target, 40});
+    FaultyController controller(fault, options);
+    controller.OperatorThere = false;
+    const auto result = controller.Try();
+    EXPECT_FALSE(Sent(controller, "VR(48)=15"));
+    EXPECT_EQ(NamesOf(result, ClauseState::Fails), std::vector<std::string>{"command word"});
+    EXPECT_THAT(ContractText(result), HasSubstr(name + " is 40, not 0"));
+    const auto& at = controller.Controller.TheMachine().At();
+    EXPECT_EQ(std::max({std::abs(at.X), std::abs(at.Y), std::abs(at.Z)}), 0);
+  }
+}
+
+// ---- a start that nobody asked for ----
+
+bool SentBeginning(const FaultyController& controller, const std::string& text) {
+  return std::any_of(controller.Lines.begin(), controller.Lines.end(),
+                     [&](const std::string& line) { return line.starts_with(text); });
+}
+
+TEST(Contract, ACycleStartThatNobodyAskedForIsNoticedBeforeTheNextThingIsWritten) {
+  const struct {
+    std::string PressedAt;
+    std::string NotSent;
+  } cases[] = {{"VR(82)=0", "VR(92)=0"},
+               {"VR(93)=0", "VR(68)=90"},
+               {"VR(68)=90", "TABLE("},
+               {"TABLE(813,", "VR(91)=2"},
+               {"VR(91)=2", "VR(48)="}};
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.PressedAt);
+    FaultyController controller({}, Preset());
+    controller.PutOwnersProgram(500);
+    const auto before = ValuesOf(controller);
+    bool pressed = false;
+    controller.Heard = [&](const std::string& line) {
+      if (pressed || !line.starts_with(test.PressedAt)) return;
+      pressed = true;
+      controller.Controller.TheMachine().CycleStart();
+    };
+    const auto result = controller.Try();
+    EXPECT_TRUE(pressed);
+    EXPECT_FALSE(SentBeginning(controller, test.NotSent)) << ContractText(result);
+    EXPECT_EQ(controller.Asked, std::vector{OperatorWish::Stop});
+    EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
+    EXPECT_EQ(ValuesOf(controller), before);
+  }
+}
+
+TEST(Contract, ABeamBeforeTheRunEndsTheTrialWithTheStop) {
+  bool due = false;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool) {
+    due = due || line.find(" OR ") != std::string::npos;
+    return line == "? VR(19)" && std::exchange(due, false) ? WithValue(line, "2097152") : answer;
+  };
+  FaultyController controller(fault, Preset());
+  const auto result = controller.Try();
+  EXPECT_EQ(NamesOf(result, ClauseState::Fails), std::vector<std::string>{"beam off"});
+  EXPECT_THAT(NamesOf(result, ClauseState::NotTried),
+              ::testing::IsSupersetOf({"block skips", "table at rest", "echo"}));
+  EXPECT_EQ(controller.Asked, std::vector{OperatorWish::Stop});
+  EXPECT_FALSE(SentBeginning(controller, "VR(92)="));
+}
+
+TEST(Contract, AWaitingRestartIsNotAtRestAlsoWhileItsLampIsOff) {
+  for (int ms = 0; ms < 3000; ms += 100) {
+    SCOPED_TRACE(ms);
+    FaultyController controller;
+    controller.Controller.Memory().WriteVariable(91, 3);
+    controller.Loop.RunFor(ms);
+    EXPECT_THAT(controller.Try().Barred, HasSubstr("the machine is not at rest"));
+    EXPECT_LE(controller.Lines.size(), 3U);
+  }
+}
+
+TEST(Contract, ACycleStartThatWasNoneIsNotWantedAnyMoreBeforeAnythingIsPutBack) {
+  for (const int endMs : {5000, 1000000}) {
+    SCOPED_TRACE(endMs);
+    int asked = 0;
+    LineFault fault;
+    fault.Spoils = [&](const std::string& line, std::string answer, bool) {
+      return line == "? VR(52)" ? WithValue(line, std::to_string(++asked)) : answer;
+    };
+    FaultyController controller(fault, Preset());
+    controller.OperatorThere = false;
+    std::vector<OperatorWish> before;
+    controller.Heard = [&](const std::string& line) {
+      if (line == "VR(91)=1") before = controller.Asked;
+    };
+    std::function<void()> end;
+    controller.Loop.After(endMs, [&] {
+      if (end) end();
+    });
+    const auto result =
+        controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+    EXPECT_EQ(before, (std::vector{OperatorWish::CycleStart, OperatorWish::NoCycleStart}))
+        << ContractText(result);
+  }
+}
+
+TEST(Contract, WithoutARunTheBlockSkipsAreNotPutBackIntoARunningMachine) {
+  FaultyController controller({}, Preset());
+  controller.PutOwnersProgram(500);
+  controller.Heard = [&](const std::string& line) {
+    if (line == "VR(68)=90") controller.Controller.TheMachine().CycleStart();
+  };
+  ContractSettings settings;
+  settings.Run = false;
+  const auto result = controller.Try(settings);
+  EXPECT_THAT(result.NotPutBack, ::testing::UnorderedElementsAre("the machine still runs",
+                                                                 "VR(92) to 1", "VR(93) to 1"));
+  EXPECT_EQ(controller.Variable(92), 0);
+  EXPECT_EQ(controller.Variable(68), 75) << "what does no harm is put back";
+  EXPECT_TRUE(controller.Asked.empty());
+}
+
+TEST(Contract, AStartWhileItPutsBackIsStoppedOrNamed) {
+  FaultyController controller({}, Preset());
+  controller.StopPressed = false;
+  controller.Heard = [&](const std::string& line) {
+    if (line != "VR(85)=4") return;
+    controller.Controller.TheMachine().CycleStart();
+    controller.Controller.TheMachine().FeedHold();
+  };
+  const auto result = controller.Try();
+  EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
+  EXPECT_THAT(result.NotPutBack,
+              ::testing::UnorderedElementsAre("the machine still runs", "VR(91) to 1",
+                                              "VR(92) to 1", "VR(93) to 1"));
+}
+
+TEST(Contract, AHoldThatIsPressedAtRestIsAskedToBeReleased) {
+  for (const bool obeyed : {true, false}) {
+    SCOPED_TRACE(obeyed);
+    FaultyController controller({}, Preset());
+    const auto before = ValuesOf(controller);
+    controller.StopPressed = obeyed;
+    controller.Heard = [&](const std::string& line) {
+      if (line == "VR(68)=90") controller.Controller.TheMachine().FeedHold();
+    };
+    const auto result = controller.Try();
+    EXPECT_EQ(controller.Asked, std::vector{OperatorWish::Release});
+    EXPECT_EQ(result.NotPutBack.empty(), obeyed);
+    if (obeyed) {
+      EXPECT_EQ(ValuesOf(controller), before);
+    } else {
+      EXPECT_THAT(result.NotPutBack,
+                  ::testing::Contains("the machine is not at rest: VR(19) is 2048"));
+    }
+  }
 }
 
 /// It says that slot 2 is in force and runs slot 1.
@@ -330,7 +488,7 @@ TEST(Contract, AMachineThatIsHeldIsNotAtRestAlsoWhereItShowsNoRun) {
     held = true;
   });
   const auto result = controller.Try();
-  EXPECT_EQ(controller.Asked.back(), OperatorWish::Stop);
+  EXPECT_EQ(controller.Asked.back(), OperatorWish::Release);
   EXPECT_EQ(controller.Variable(91), 2) << ContractText(result);
 }
 
@@ -394,6 +552,24 @@ TEST(Contract, ARunThatHangsIsStoppedByTheOperator) {
   EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
   EXPECT_THAT(NamesOf(result, ClauseState::NotTried), ::testing::Contains("batch count"));
   EXPECT_EQ(ValuesOf(controller), before);
+}
+
+TEST(Contract, ARunThatEndsEarlyHasNotRunItsRows) {
+  FaultyController* machine = nullptr;
+  LineFault fault;
+  fault.Loses = [&](const std::string& line, bool running) {
+    if (!Rows(line) || !running) return false;
+    if (line.starts_with("TABLE(820,")) {
+      machine->Controller.Receive("TABLE(820,-999)\r");
+      (void)machine->Controller.TakeOutput();
+    }
+    return true;
+  };
+  FaultyController controller(fault);
+  machine = &controller;
+  const auto result = controller.Try();
+  EXPECT_THAT(NamesOf(result, ClauseState::Fails), ::testing::Contains("rows run"));
+  EXPECT_THAT(ContractText(result), HasSubstr("the run came to line 11 of 25 and no further"));
 }
 
 // ---- what may come between ----
