@@ -62,6 +62,17 @@ TEST_F(ContractProgram, AReaderThatGoesAwayLeavesNothingChanged) {
   EXPECT_TRUE(Machine.WaitFor("12", LongMs));
 }
 
+TEST_F(ContractProgram, WithClosedOutputsNothingThatItSaysGoesToTheController) {
+  StartMachine(1);
+  Machine.Type("set 84 12");
+  Contract.Start("/bin/sh", {"-c", "exec \"$0\" --device \"$1\" --start 1 <&- >&- 2>&-",
+                             TORVANE_CONTRACT_PROGRAM, Place("line")});
+  EXPECT_NE(Contract.WaitForEnd(LongMs), 0);
+  Machine.Type("get 84");
+  EXPECT_TRUE(Machine.WaitFor("12", LongMs));
+  EXPECT_THAT(Machine.Output(), ::testing::Not(HasSubstr("cycle start")));
+}
+
 TEST_F(ContractProgram, WithoutADeviceItEndsWithOneSentence) {
   StartContract();
   EXPECT_EQ(Contract.WaitForEnd(LongMs), 2);
