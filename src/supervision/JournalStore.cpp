@@ -46,8 +46,11 @@ std::string JournalStore::RunPath(const core::DirectorySet& directories) {
 
 void JournalStore::TakeUp() {
   Guarded([this] { ReadKept(); });
-  Guarded([this] { MarkWritten(); });
+  const std::string before = KeptText();
   AppendAll();
+  const std::string now = KeptText();
+  if (now == before) return;
+  Guarded([&] { files_.OverwriteFile(RunPath(directories_), now); });
 }
 
 void JournalStore::Guarded(const std::function<void()>& work) {
@@ -153,7 +156,10 @@ void JournalStore::EndRun(const RunLine& run) {
 
 void JournalStore::AppendAll() {
   Guarded([this] {
-    if (torn_) Repair();
+    if (torn_) {
+      MarkWritten();
+      Repair();
+    }
     std::string lines;
     for (const Kept& kept : kept_) {
       if (!kept.Written) lines += kept.Line;

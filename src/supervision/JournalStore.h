@@ -23,6 +23,7 @@ namespace torvane::supervision {
 ///   a run ends           replaced and flushed, with its line  the line is appended
 ///                        replaced: the line has no star now   -
 ///   the next start       -                                    what it lacks is appended
+///                        replaced, if a star has come or gone -
 ///
 /// So a kill between any two writes loses nothing and writes nothing twice, and a power cut that
 /// takes back what was appended last is made good. Lines that somebody has sorted or deleted in a
@@ -79,7 +80,7 @@ class JournalStore {
   const core::DirectorySet& directories_;
   std::vector<Kept> kept_;  ///< the oldest first
   std::int32_t last_ = 0;
-  bool torn_ = true;  ///< the journal may end in half a line
+  bool torn_ = true;  ///< the journal may end in half a line, and have whole ones that wait
   bool faultNoted_ = false;
 };
 

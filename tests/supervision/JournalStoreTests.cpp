@@ -209,6 +209,52 @@ TEST_F(JournalStoreTest, AJournalThatWasPutAsideBeginsANewOne) {
   EXPECT_EQ(Numbers(Files.Text(Journal)), (std::vector<int>{3}));
 }
 
+TEST_F(JournalStoreTest, WhatAStartHasAppendedIsNotAppendedToTheNextJournalToo) {
+  {
+    JournalStore store = Console(Files);
+    RunOnce(store);
+    RunLine run = AnyRun(store.NextNumber());
+    run.Ended = RunEnd::ConsoleEnded;
+    store.NoteRun(run);
+  }
+  static_cast<void>(Console(Files));
+  ASSERT_EQ(Numbers(Files.Text(Journal)), (std::vector<int>{1, 2}));
+  Files.DeleteFile(Journal);
+  JournalStore store = Console(Files);
+  EXPECT_FALSE(Files.FileExists(Journal)) << "its runs are where it was put";
+  RunOnce(store);
+  EXPECT_EQ(Numbers(Files.Text(Journal)), (std::vector<int>{3}));
+}
+
+TEST_F(JournalStoreTest, AKillAtEveryWriteOfAStartLosesNothingAndWritesNothingTwice) {
+  struct Killed {};
+  std::size_t writes = 1;
+  for (std::size_t at = 0; at < writes; ++at) {
+    MemoryFiles disk;
+    {
+      JournalStore store = Console(disk);
+      RunOnce(store);
+      RunLine run = AnyRun(store.NextNumber());
+      run.Ended = RunEnd::ConsoleEnded;
+      store.NoteRun(run);
+    }
+    std::vector<std::string> events;
+    RecordingFiles files(disk, events);
+    files.Before = [&](const std::string&) {
+      if (events.size() == at + 1) throw Killed();
+    };
+    try {
+      static_cast<void>(Console(files));
+    } catch (const Killed&) {
+      writes = at + 2;
+    }
+    static_cast<void>(Console(disk));
+    EXPECT_EQ(Numbers(disk.Text(Journal)), (std::vector<int>{1, 2})) << at;
+    EXPECT_EQ(disk.Text(RunFile).find('*'), std::string::npos) << at;
+  }
+  EXPECT_GE(writes, 3U) << "the line, and its star";
+}
+
 TEST_F(JournalStoreTest, AKillAtEveryWriteLosesNothingAndWritesNothingTwice) {
   struct Killed {};
   // The events of one whole run, with the start before it.
@@ -266,6 +312,24 @@ TEST_F(JournalStoreTest, AFullDiskLeavesNoHalfLineAndTheRunIsWrittenLater) {
   EXPECT_EQ(damaged, 0);
   EXPECT_EQ(Numbers(Files.Text(Journal)), (std::vector<int>{1, 2, 3, 4}));
   EXPECT_EQ(Files.Text(Errors), noted) << "the fault is noted once";
+}
+
+TEST_F(JournalStoreTest, OfSeveralLinesThatADiskTakesInPartNoneIsWrittenTwice) {
+  const std::size_t line = JournalText(AnyRun(1)).size();
+  for (const std::size_t room : {line - 3, line + 17, 2 * line, 2 * line + 17}) {
+    FillingFiles files;
+    JournalStore store = Console(files);
+    RunOnce(store);
+    for (const std::size_t now : {std::size_t{0}, std::size_t{0}, room, std::string::npos}) {
+      files.Room = now;
+      RunOnce(store);
+    }
+    int damaged = 0;
+    static_cast<void>(RunsOf(files.Text(Journal), &damaged));
+    EXPECT_EQ(damaged, 0) << room;
+    EXPECT_EQ(Numbers(files.Text(Journal)), (std::vector<int>{1, 2, 3, 4, 5})) << room;
+    EXPECT_EQ(files.Text(RunFile).find('*'), std::string::npos) << room;
+  }
 }
 
 TEST_F(JournalStoreTest, ARootThatCannotBeWrittenIsBorneInSilence) {
