@@ -101,8 +101,7 @@ bool RunJournal::AnotherRun() const {
 bool RunJournal::HasFallen() const { return state_ == State::Fallen || state_ == State::Uncounted; }
 
 bool RunJournal::EndReached() const {
-  const int lines = parts_.System.Programs[slot_].TableLines;
-  return (sheetTick_ && *sheetTick_ >= doubtTick_) || (lines > 0 && line_ >= lines);
+  return (sheetTick_ && *sheetTick_ >= doubtTick_) || (tableLines_ > 0 && line_ >= tableLines_);
 }
 
 // ---- the work of the table ----
@@ -219,6 +218,7 @@ void RunJournal::OpenRun() {
   run_.Start = parts_.Clock.Now();
   run_.Begin = found ? RunBegin::Found : RunBegin::Start;
   run_.Slot = slot_.Number();
+  tableLines_ = program.TableLines;
   table_ = {};
   if (program.Selected) {
     run_.Directory = program.DirectoryName;
@@ -279,7 +279,7 @@ void RunJournal::FollowLine(int line, bool running) {
   lineIsOld_ = false;
   if (std::exchange(baseWanted_, false)) {
     baseLine_ = line;
-  } else if (running && line < line_ && line_ + 1 >= parts_.System.Programs[slot_].TableLines) {
+  } else if (running && line < line_ && line_ + 1 >= tableLines_) {
     passes_ += table_.Whole() - table_.CutUpTo(baseLine_, base_.X, base_.Y);
     baseLine_ = 0;
   }
@@ -388,7 +388,8 @@ void RunJournal::ConsoleEnds(bool unheard) {
   }
   if (open && !unheard) {
     run_.End = parts_.Clock.Now();
-    Close(RunEnd::ConsoleEnded);
+    // The tick that would have seen the run end may be cut short after its readings.
+    Close(sheetTick_ && *sheetTick_ == ticks_ ? RunEnd::End : RunEnd::ConsoleEnded);
   } else {
     CloseFallen();
   }

@@ -129,6 +129,7 @@ class RunJournal final : public PollObserver {
   RunLine run_;
   core::Slot slot_;
   CutTable table_;
+  int tableLines_ = 0;           ///< of its program: another may be selected before it is closed
   double secondsBefore_ = 0;     ///< of the machine's run time, before the run was found; less what
                                  ///< the run took before that was set back
   double secondsSeen_ = 0;       ///< the machine's run time

@@ -96,19 +96,24 @@ struct Seen {
 struct Plant {
   Plant() {
     SlotMaker::SetDirectories(System.Directories);
-    for (const core::Slot slot : core::BothSlots) {
-      auto& program = System.Programs[slot];
-      program.Selected = true;
-      program.DirectoryName = "SHOP";
-      program.ProgramName = slot == 1 ? "STAR" : "NEST";
-      program.Material = "Brass";
-      program.TableLines = EndLine;
-      Files.Put(core::SlotFile(System.Directories, slot, "krw"), KerfFile());
-      Files.Put(core::SlotFile(System.Directories, slot, "prg"),
-                Text + std::to_string(slot.Number()));
-    }
+    PutInSlot(1, "STAR", EndLine);
+    PutInSlot(2, "NEST", EndLine);
     System.Link.TrioLinkEnabled = true;
     Begin();
+  }
+
+  /// A program is selected into the slot.
+  void PutInSlot(core::Slot slot, const std::string& name, int lines) {
+    auto& program = System.Programs[slot];
+    program = {};
+    program.Selected = true;
+    program.DirectoryName = "SHOP";
+    program.ProgramName = name;
+    program.Material = "Brass";
+    program.TableLines = static_cast<std::int16_t>(lines);
+    Files.Put(core::SlotFile(System.Directories, slot, "krw"), KerfFile());
+    Files.Put(core::SlotFile(System.Directories, slot, "prg"),
+              Text + std::to_string(slot.Number()));
   }
 
   /// A console comes up; the one before it was killed unless it ended.
@@ -487,6 +492,28 @@ TEST_F(RunJournalTest, AControllerThatLetsTheBitGoInAHoldStillHasOneRun) {
   EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
 }
 
+TEST_F(RunJournalTest, AShorterProgramThatIsSelectedMeanwhileMakesNoEndOfAStop) {
+  for (const bool blind : {false, true}) {
+    Idle();
+    RunAt(2, 1, 50, 0);
+    RunAt(4, 5, 100, 20);
+    See(
+        [&](Seen& at) {
+          at.Running = false;
+          at.Hold = true;
+          at.Blind = blind;
+        },
+        3);
+    PutInSlot(1, "SHORT", 3);
+    Idle();
+    EXPECT_EQ(Runs().back().Ended, blind ? RunEnd::LinkLost : RunEnd::Stop) << blind;
+    EXPECT_EQ(Runs().back().Program, "STAR") << blind;
+    EXPECT_NEAR(Runs().back().Length, 120, 0.06) << blind;
+    PutInSlot(1, "STAR", EndLine);
+  }
+  EXPECT_EQ(Runs().size(), 2U);
+}
+
 TEST_F(RunJournalTest, TheEndOfTheConsoleEndsTheLine) {
   Idle();
   RunAt(2, 5, 50, 0);
@@ -496,6 +523,20 @@ TEST_F(RunJournalTest, TheEndOfTheConsoleEndsTheLine) {
   EXPECT_NEAR(OnlyRun().Length, 50, 0.06);
   Journal->ConsoleEnds(false);
   EXPECT_EQ(Runs().size(), 1U) << "once";
+}
+
+TEST_F(RunJournalTest, TheEndOfTheConsoleAfterASheetThatWasJustCountedIsTheEndOfTheRun) {
+  Idle();
+  RunAt(2, 5, 50, 0);
+  CountSheet();  // of a tick that the console's end cuts short
+  Journal->ConsoleEnds(false);
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::End);
+  EXPECT_FALSE(Journal->PlaceOfLastRun(1));
+  RunAt(2, 5, 50, 0);
+  CountSheet();
+  RunAt(2, 6, 50, 0);
+  Journal->ConsoleEnds(false);
+  EXPECT_EQ(Runs().at(1).Ended, RunEnd::ConsoleEnded) << "the next sheet is under way";
 }
 
 TEST_F(RunJournalTest, TheEndOfTheConsoleOnADeadLineIsALostLink) {
