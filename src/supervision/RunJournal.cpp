@@ -64,10 +64,11 @@ void RunJournal::TickRead(const TickReading& tick) {
   const Reaction reaction = ReactionTo(state_, sight);
   (this->*reaction.Do)();
   state_ = reaction.To;
-  if (sight != Sight::Away && sight != Sight::Editing) return;
+  if (sight < Sight::Held) return;
+  secondsAtRest_ = tick_.RunSeconds;
+  if (sight == Sight::Held) return;
   seenIdle_ = true;
   lineBefore_ = parts_.System.State.RunningBlock;
-  secondsAtRest_ = tick_.RunSeconds;
   restart_.reset();
 }
 
@@ -92,9 +93,21 @@ RunJournal::Sight RunJournal::Look() {
 }
 
 bool RunJournal::AnotherRun() const {
-  if (state_ == State::Uncounted || (state_ == State::Fallen && restart_)) return true;
+  if (state_ == State::Uncounted) return true;
+  if (state_ == State::Fallen && (restart_ || OtherProgram())) return true;
   const bool doubtful = state_ == State::Fallen || state_ == State::Blind;
   return doubtful && secondsSeen_ > double{tick_.RunSeconds} + SetBackSeconds;
+}
+
+/// What is in force is not what ran. A slot that holds nothing starts nothing either.
+bool RunJournal::OtherProgram() const {
+  const core::System& system = parts_.System;
+  const core::ActiveProgram& program = system.Programs[slot_];
+  if (system.ActiveSlot != slot_) return true;
+  if (!program.Selected) return false;
+  if (program.DirectoryName != run_.Directory || program.ProgramName != run_.Program) return true;
+  const std::string digest = SlotDigest(parts_.Files, system.Directories, slot_);
+  return !digest.empty() && !run_.Digest.empty() && digest != run_.Digest;
 }
 
 /// It stands, and is not closed yet.
@@ -147,6 +160,7 @@ void RunJournal::StayStopped() {
 }
 
 void RunJournal::Lose() {
+  fallen_.reset();
   doubtTick_ = ticks_ - 1;
   ListStop(LinkLostText);
   Note(RunEnd::LinkLost);
@@ -202,7 +216,16 @@ void RunJournal::NoteFallen() {
   const bool lists = ended == RunEnd::Stop && !endListed_;
   if (lists) ListStop(fallCause_);
   Note(ended);
+  fallen_ = run_;
   if (lists) TakeBackStop();
+}
+
+/// What goes on is another run than the one that fell: the line of that one is what it was then.
+void RunJournal::PartFromFallen() {
+  run_ = fallen_.value_or(run_);
+  WriteLine();
+  if (state_ == State::Stopped) return BeginStopped();
+  Begin();
 }
 
 // ---- the run under way ----
@@ -230,6 +253,7 @@ void RunJournal::OpenRun() {
   line_ = baseLine_ = programStopTicks_ = 0;
   passes_ = 0;
   unseen_ = false;
+  fallen_.reset();
   sheetTick_.reset();
   readTick_.reset();
   lineIsOld_ = !found && lineBefore_ > 0 && system.State.RunningBlock == lineBefore_;
@@ -333,9 +357,13 @@ void RunJournal::Close(RunEnd ended) {
   table_.ReadAll();
   run_.Ended = ended;
   run_.Length = LengthNow();
+  WriteLine();
+}
+
+void RunJournal::WriteLine() {
   store_.EndRun(run_);
   owed_[slot_] = owed_[slot_] || !readTick_ || *readTick_ < doubtTick_;
-  lineBefore_ = line_;
+  lineBefore_ = run_.Last.Record;
   table_ = {};
 }
 
@@ -363,9 +391,13 @@ void RunJournal::BatchRead(const BatchReading& reading) {
 }
 
 void RunJournal::RunContinued(const RestartPlace& place) {
-  restart_ = place;
   // No run is open yet, or the one that is open stands: it is the next that goes on.
-  if (state_ == State::Idle || HasFallen()) return;
+  if (state_ == State::Idle || HasFallen()) {
+    restart_ = place;
+    return;
+  }
+  // Only a machine that stands is restarted.
+  if (fallen_) PartFromFallen();
   MarkRestart(place);
 }
 

@@ -46,11 +46,14 @@ struct JournalParts {
 ///   Uncounted    Uncounted     Running *    Stop: Stopped * Uncounted          Close: Idle **
 ///   Blind        Blind         Running *    Stop: Stopped * Fall: Fallen       Fall: Fallen
 ///
-/// Where * finds the machine's run time set back, or a restart told, another run has begun, and in
-/// Uncounted it always has: the one before is closed. Where ** sees Editing, the run is Uncounted
-/// until the entry is left. A run that falls is closed one tick later, so that a single wrong reply
-/// ends none; what is noted of its end is of the tick in which it fell. The end of the console
-/// closes what is open.
+/// Where * finds the machine's run time set back, another run has begun, and so it has out of
+/// Fallen where a restart has been told or another program is in force, and out of Uncounted
+/// always: the one before is closed. A restart is told a moment after its first tick, which may not
+/// have found any of this yet: a run that has gone on out of Fallen is parted then, and the one
+/// before closed as it fell, unless the link was lost since. Where ** sees Editing, the run is
+/// Uncounted until the entry is left. A run that falls is closed one tick later, so that a single
+/// wrong reply ends none; what is noted of its end is of the tick in which it fell. The end of the
+/// console closes what is open.
 class RunJournal final : public PollObserver {
  public:
   explicit RunJournal(const JournalParts& parts)
@@ -69,6 +72,7 @@ class RunJournal final : public PollObserver {
 
  private:
   enum class State : std::uint8_t { Idle, Running, Stopped, Fallen, Uncounted, Blind };
+  /// From Held on the machine is heard not to run.
   enum class Sight : std::uint8_t { Unknown, Runs, Stands, Held, Away, Editing };
   using Step = void (RunJournal::*)();
   /// What a sight leads to: the work of it, and the next state.
@@ -81,6 +85,7 @@ class RunJournal final : public PollObserver {
 
   [[nodiscard]] Sight Look();
   [[nodiscard]] bool AnotherRun() const;
+  [[nodiscard]] bool OtherProgram() const;
   [[nodiscard]] bool HasFallen() const;
   [[nodiscard]] bool EndReached() const;
 
@@ -100,6 +105,7 @@ class RunJournal final : public PollObserver {
   void FollowFall();
   [[nodiscard]] RunEnd EndOfFall() const;
   void NoteFallen();
+  void PartFromFallen();
 
   void OpenRun();
   void MarkRestart(const RestartPlace& place);
@@ -111,6 +117,7 @@ class RunJournal final : public PollObserver {
   void TakeBackStop();
   [[nodiscard]] std::string CauseText() const;
   void Close(RunEnd ended);
+  void WriteLine();
   void Note(RunEnd ended);
   [[nodiscard]] double LengthNow() const;
 
@@ -121,7 +128,7 @@ class RunJournal final : public PollObserver {
   std::uint64_t ticks_ = 0;   ///< so many have been read
   bool seenIdle_ = false;     ///< one of them has seen the machine idle
   int lineBefore_ = 0;        ///< VR(81) before the run
-  double secondsAtRest_ = 0;  ///< the machine's run time before the run
+  double secondsAtRest_ = 0;  ///< the machine's run time when it was last heard not to run
   bool inError_ = false;      ///< as the last tick saw it
   std::int64_t errorMs_ = 0;  ///< when the message in force came up
 
@@ -129,23 +136,24 @@ class RunJournal final : public PollObserver {
   RunLine run_;
   core::Slot slot_;
   CutTable table_;
-  int tableLines_ = 0;           ///< of its program: another may be selected before it is closed
-  double secondsBefore_ = 0;     ///< of the machine's run time, before the run was found; less what
-                                 ///< the run took before that was set back
-  double secondsSeen_ = 0;       ///< the machine's run time
-  bool secondsAreOld_ = false;   ///< it is still that of the run before
-  bool setBackSeen_ = false;     ///< the last tick has found it set back
-  int line_ = 0;                 ///< VR(81); 0 not known yet
-  bool lineIsOld_ = false;       ///< VR(81) is still that of the run before
-  int baseLine_ = 0;             ///< where the run began; 0 the program's begin
-  core::Vector2 base_;           ///< the place in that line, mm
-  bool baseWanted_ = false;      ///< the next line is where the run begins
-  double passes_ = 0;            ///< mm of the passes before this one, in a cycle of several
-  int programStopTicks_ = 0;     ///< ticks in a row at the line of a program stop
-  std::string fallCause_;        ///< the cause of the stop that ends it, if one does
-  bool endListed_ = false;       ///< that stop is in the list
-  bool unseen_ = false;          ///< it fell while nothing was heard
-  std::uint64_t doubtTick_ = 0;  ///< a sheet counted from here on says that the end was reached
+  int tableLines_ = 0;          ///< of its program: another may be selected before it is closed
+  double secondsBefore_ = 0;    ///< of the machine's run time, before the run was found; less what
+                                ///< the run took before that was set back
+  double secondsSeen_ = 0;      ///< the machine's run time
+  bool secondsAreOld_ = false;  ///< it is still that of the run before
+  bool setBackSeen_ = false;    ///< the last tick has found it set back
+  int line_ = 0;                ///< VR(81); 0 not known yet
+  bool lineIsOld_ = false;      ///< VR(81) is still that of the run before
+  int baseLine_ = 0;            ///< where the run began; 0 the program's begin
+  core::Vector2 base_;          ///< the place in that line, mm
+  bool baseWanted_ = false;     ///< the next line is where the run begins
+  double passes_ = 0;           ///< mm of the passes before this one, in a cycle of several
+  int programStopTicks_ = 0;    ///< ticks in a row at the line of a program stop
+  std::string fallCause_;       ///< the cause of the stop that ends it, if one does
+  bool endListed_ = false;      ///< that stop is in the list
+  bool unseen_ = false;         ///< it fell while nothing was heard
+  std::optional<RunLine> fallen_;  ///< as it would be had it ended where it fell last
+  std::uint64_t doubtTick_ = 0;    ///< a sheet counted from here on says that the end was reached
   std::int64_t notedMs_ = 0;
 
   std::optional<RestartPlace> restart_;  ///< told before the run was seen

@@ -1,4 +1,6 @@
+#include <functional>
 #include <map>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -142,6 +144,15 @@ struct Plant {
   }
   void Idle(int ticks = 3) {
     See([](Seen& at) { at.Running = at.Hold = at.Cycle = at.Error = at.Blind = false; }, ticks);
+  }
+  /// The controller lets the bit go in a feed hold.
+  void HoldWithoutTheBit() {
+    See(
+        [](Seen& at) {
+          at.Running = false;
+          at.Hold = true;
+        },
+        30);
   }
   void RunAt(int line, double seconds, double x = 0, double y = 0) {
     See([&](Seen& at) {
@@ -802,24 +813,104 @@ TEST_F(RunJournalTest, ThePlaceOfARunIsKnownWhileTheHoldStaysOn) {
 }
 
 TEST_F(RunJournalTest, ARestartOutOfAHoldIsALineOfItsOwn) {
+  struct Case {
+    double Before;  ///< run time of the run that is held, s
+    double First;   ///< as the tick reads it that sees the restart run
+  };
+  for (const Case& at : {Case{5, 0.05}, Case{5, 5}, Case{0.3, 0.05}}) {
+    SCOPED_TRACE(at.First);
+    Idle();
+    RunAt(2, at.Before / 2, 50, 0);
+    RunAt(4, at.Before, 100, 20);
+    HoldWithoutTheBit();
+    RunAt(4, at.First, 100, 10);
+    Journal->RunContinued({40, 100, 10});
+    RunAt(4, 0.1, 100, 10);
+    RunAt(EndLine, 9);
+    Idle();
+    const auto runs = Runs();
+    ASSERT_GE(runs.size(), 2U);
+    const RunLine& held = runs[runs.size() - 2];
+    EXPECT_EQ(held.Begin, RunBegin::Start);
+    EXPECT_EQ(held.Ended, RunEnd::Stop);
+    EXPECT_EQ(Causes(held), "[feed hold][stop]");
+    EXPECT_EQ(held.Last.Y, 20);
+    EXPECT_NEAR(held.Seconds, at.Before, 1e-6);
+    EXPECT_NEAR(held.Length, 120, 0.06);
+    const RunLine& restart = runs.back();
+    EXPECT_EQ(restart.Begin, RunBegin::Restart);
+    EXPECT_EQ(restart.FromBlock, 40);
+    EXPECT_EQ(restart.Ended, RunEnd::End);
+    EXPECT_EQ(restart.StopCount, 0);
+    EXPECT_NE(TimeText(restart.Start), TimeText(held.Start));
+    EXPECT_NEAR(restart.Seconds, 9, 1e-6);
+    EXPECT_NEAR(restart.Length, 40 + 50 * 3.14159265, 0.06);
+  }
+  EXPECT_EQ(Runs().size(), 6U);
+}
+
+TEST_F(RunJournalTest, ARestartOutOfAHoldMayBeToldBeforeItIsSeen) {
   Idle();
   RunAt(4, 5, 100, 20);
-  See(
-      [](Seen& at) {
-        at.Running = false;
-        at.Hold = true;
-      },
-      3);
+  HoldWithoutTheBit();
   Journal->RunContinued({40, 100, 10});
   RunAt(4, 5, 100, 10);
   RunAt(EndLine, 9);
   Idle();
   ASSERT_EQ(Runs().size(), 2U);
   EXPECT_EQ(Runs()[0].Ended, RunEnd::Stop);
-  EXPECT_EQ(Runs()[0].Begin, RunBegin::Start);
   EXPECT_EQ(Runs()[1].Begin, RunBegin::Restart);
-  EXPECT_EQ(Runs()[1].FromBlock, 40);
   EXPECT_EQ(Runs()[1].Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, ARestartThatIsHeldAtOnceKeepsThatStop) {
+  Idle();
+  RunAt(4, 5, 100, 20);
+  HoldWithoutTheBit();
+  See([](Seen& at) { at.Running = true; });
+  Journal->RunContinued({40, 100, 10});
+  RunAt(4, 0.1, 100, 10);
+  RunAt(EndLine, 9);
+  Idle();
+  ASSERT_EQ(Runs().size(), 2U);
+  EXPECT_EQ(Causes(Runs()[0]), "[feed hold][stop]");
+  EXPECT_EQ(Causes(Runs()[1]), "[feed hold]");
+}
+
+TEST_F(RunJournalTest, AProgramThatIsStartedOutOfTheHoldOfAnotherIsALineOfItsOwn) {
+  struct Case {
+    const char* What;
+    std::function<void()> Change;
+    const char* Program;
+  };
+  const std::vector<Case> cases = {
+      {"another slot", [this] { System.ActiveSlot = 2; }, "NEST"},
+      {"another program", [this] { PutInSlot(1, "DISC", EndLine); }, "DISC"},
+      {"another text", [this] { Files.Put("C:\\Actvprg1.prg", Text + "1 "); }, "STAR"}};
+  for (const Case& at : cases) {
+    SCOPED_TRACE(at.What);
+    System.ActiveSlot = 1;
+    PutInSlot(1, "STAR", EndLine);
+    Idle();
+    RunAt(2, 1, 50, 0);
+    RunAt(4, 5, 100, 20);
+    HoldWithoutTheBit();
+    at.Change();
+    RunAt(4, 5, 100, 20);  // neither figure is cleared yet
+    RunAt(2, 0.1, 10, 0);
+    RunAt(EndLine, 9);
+    Idle();
+    const auto runs = Runs();
+    ASSERT_GE(runs.size(), 2U);
+    EXPECT_EQ(runs[runs.size() - 2].Ended, RunEnd::Stop);
+    EXPECT_EQ(runs[runs.size() - 2].Program, "STAR");
+    EXPECT_EQ(runs[runs.size() - 2].StopCount, 2);
+    EXPECT_EQ(runs.back().Program, at.Program);
+    EXPECT_EQ(runs.back().StopCount, 0);
+    EXPECT_EQ(runs.back().Ended, RunEnd::End);
+    EXPECT_NEAR(runs.back().Seconds, 9, 1e-6);
+  }
+  EXPECT_EQ(Runs().size(), 6U);
 }
 
 TEST_F(RunJournalTest, AProgramWithoutFilesRunsAllTheSame) {
