@@ -22,6 +22,9 @@ constexpr double SetBackSeconds = 0.5;
 /// What a line can hold of it; 0 of what is no number. A reply or a file may hold anything.
 double Bounded(double figure) { return std::min(std::max(0.0, figure), double{MostOfAFigure}); }
 
+/// A sheet may be counted so long after the run that has completed it, ms.
+constexpr std::int64_t LateSheetMs = 2000;
+
 constexpr const char* StopText = "stop";
 constexpr const char* LinkLostText = "link lost";
 
@@ -114,8 +117,11 @@ bool RunJournal::OtherProgram() const {
 bool RunJournal::HasFallen() const { return state_ == State::Fallen || state_ == State::Uncounted; }
 
 bool RunJournal::EndReached() const {
-  return (sheetTick_ && *sheetTick_ >= doubtTick_) || (tableLines_ > 0 && line_ >= tableLines_);
+  return OwnSheet() || (tableLines_ > 0 && line_ >= tableLines_);
 }
+
+/// The sheet that the end of the run in hand completes has been counted.
+bool RunJournal::OwnSheet() const { return sheetTick_ && *sheetTick_ >= doubtTick_; }
 
 // ---- the work of the table ----
 
@@ -362,7 +368,9 @@ void RunJournal::Close(RunEnd ended) {
 
 void RunJournal::WriteLine() {
   store_.EndRun(run_);
-  owed_[slot_] = owed_[slot_] || !readTick_ || *readTick_ < doubtTick_;
+  const bool unread = !readTick_ || *readTick_ < doubtTick_;
+  const bool uncounted = run_.Ended == RunEnd::End && !OwnSheet();
+  if (unread || uncounted) owedMs_[slot_] = parts_.Loop.NowMs();
   lineBefore_ = run_.Last.Record;
   table_ = {};
 }
@@ -375,19 +383,28 @@ void RunJournal::BatchRead(const BatchReading& reading) {
   // Somebody else has set the counters since: a selection, or the operator.
   if (!counted || reading.Before.SheetsCompleted != shown_[slot]) {
     counted = reading.Before.SheetsCompleted;
-    owed_[slot] = false;
+    owedMs_[slot].reset();
   }
   shown_[slot] = reading.Read.SheetsCompleted;
   if (!reading.Good) return;
   const std::int64_t more = std::int64_t{reading.Read.SheetsCompleted} - *counted;
   counted = reading.Read.SheetsCompleted;
-  const bool owed = std::exchange(owed_[slot], false);
+  const bool owed = TakeOwed(slot, more > 0);
   if (state_ == State::Idle || slot != slot_) return;
   readTick_ = ticks_;
   if (more <= 0) return;
   run_.Sheets = static_cast<int>(std::min<std::int64_t>(run_.Sheets + more, MostOfAFigure));
   if (!owed) sheetTick_ = ticks_;  // otherwise they may be those of the run before
   if (HasFallen()) NoteFallen();
+}
+
+/// Whether sheets that a good reading finds may be those of the run before. They are found once;
+/// where it finds none when the time for that is over, there were none.
+bool RunJournal::TakeOwed(core::Slot slot, bool found) {
+  auto& owedMs = owedMs_[slot];
+  if (!owedMs) return false;
+  if (found || parts_.Loop.NowMs() - *owedMs >= LateSheetMs) owedMs.reset();
+  return found;
 }
 
 void RunJournal::RunContinued(const RestartPlace& place) {

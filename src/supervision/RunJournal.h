@@ -88,6 +88,7 @@ class RunJournal final : public PollObserver {
   [[nodiscard]] bool OtherProgram() const;
   [[nodiscard]] bool HasFallen() const;
   [[nodiscard]] bool EndReached() const;
+  [[nodiscard]] bool OwnSheet() const;
 
   // the work of the table
   void Nothing() {}
@@ -118,6 +119,7 @@ class RunJournal final : public PollObserver {
   [[nodiscard]] std::string CauseText() const;
   void Close(RunEnd ended);
   void WriteLine();
+  bool TakeOwed(core::Slot slot, bool found);
   void Note(RunEnd ended);
   [[nodiscard]] double LengthNow() const;
 
@@ -160,7 +162,8 @@ class RunJournal final : public PollObserver {
 
   core::BySlot<std::optional<std::int32_t>> counted_;  ///< sheets completed, as last known
   core::BySlot<std::int32_t> shown_;                   ///< the same in the shared record
-  core::BySlot<bool> owed_;  ///< a run has ended since, and nobody knows if it was counted
+  /// When a run has ended of which nobody knows if it was counted, ms of the loop.
+  core::BySlot<std::optional<std::int64_t>> owedMs_;
   std::optional<std::uint64_t> readTick_;   ///< ticks_ at the last good reading of the run
   std::optional<std::uint64_t> sheetTick_;  ///< ticks_ at the last sheet of the run
 };

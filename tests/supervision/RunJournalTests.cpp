@@ -758,6 +758,43 @@ TEST_F(RunJournalTest, ASheetOfTheRunBeforeThatNobodyCouldReadMakesNoEndOfAStop)
   EXPECT_EQ(Runs()[3].Ended, RunEnd::End) << "its own";
 }
 
+TEST_F(RunJournalTest, ASheetThatIsCountedAMomentAfterItsRunMakesNoEndOfAStopInTheNext) {
+  Idle();
+  RunAt(EndLine, 9);
+  CountSheet(true, 0);  // in the tick in which the bit goes
+  Idle();
+  EXPECT_EQ(Runs().at(0).Ended, RunEnd::End);
+  EXPECT_EQ(Runs().at(0).Sheets, 0);
+  RunAt(2, 1);
+  RunAt(4, 5, 100, 20);
+  CountSheet();  // it is that of the run before
+  Idle();
+  ASSERT_EQ(Runs().size(), 2U);
+  EXPECT_EQ(Runs()[1].Ended, RunEnd::Stop);
+  EXPECT_EQ(Causes(Runs()[1]), "[stop]");
+  EXPECT_EQ(Runs()[1].Sheets, 1);
+  EXPECT_TRUE(Journal->PlaceOfLastRun(1));
+  RunAt(2, 1);
+  CountSheet();
+  Idle();
+  EXPECT_EQ(Runs().at(2).Ended, RunEnd::End) << "its own";
+}
+
+TEST_F(RunJournalTest, ASheetThatWasNotCountedInTimeIsNotAwaitedForEver) {
+  for (const std::int64_t later : {1000, 3000}) {
+    Idle();
+    RunAt(EndLine, 9);
+    CountSheet(true, 0);
+    Idle();
+    Loop.RunFor(later);
+    CountSheet(true, 0);
+    RunAt(2, 1);
+    CountSheet();
+    Idle();
+    EXPECT_EQ(Runs().back().Ended, later < 2000 ? RunEnd::Stop : RunEnd::End) << later;
+  }
+}
+
 TEST_F(RunJournalTest, ASheetThatIsCountedInTheRunItselfIsAnEndWhateverWasBefore) {
   System.Programs[1].TableLines = 0;
   Idle();
