@@ -386,7 +386,14 @@ void RunJournal::BatchRead(const BatchReading& reading) {
     owedMs_[slot].reset();
   }
   shown_[slot] = reading.Read.SheetsCompleted;
+  const bool badBefore = std::exchange(bad_[slot], !reading.Good);
   if (!reading.Good) return;
+  // A bad reading leaves zeros in the shared record: a selection that sets 0 shows in the next
+  // alone.
+  if (badBefore && reading.Read.SheetsCompleted < *counted) {
+    counted = 0;
+    owedMs_[slot].reset();
+  }
   const std::int64_t more = std::int64_t{reading.Read.SheetsCompleted} - *counted;
   counted = reading.Read.SheetsCompleted;
   const bool owed = TakeOwed(slot, more > 0);

@@ -162,6 +162,7 @@ class RunJournal final : public PollObserver {
 
   core::BySlot<std::optional<std::int32_t>> counted_;  ///< sheets completed, as last known
   core::BySlot<std::int32_t> shown_;                   ///< the same in the shared record
+  core::BySlot<bool> bad_;  ///< an exchange of the last reading has failed
   /// When a run has ended of which nobody knows if it was counted, ms of the loop.
   core::BySlot<std::optional<std::int64_t>> owedMs_;
   std::optional<std::uint64_t> readTick_;   ///< ticks_ at the last good reading of the run

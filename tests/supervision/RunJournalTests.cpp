@@ -705,6 +705,23 @@ TEST_F(RunJournalTest, CountersThatCouldNotBeReadCountNothing) {
   EXPECT_EQ(OnlyRun().Sheets, 1);
 }
 
+TEST_F(RunJournalTest, ASheetAfterASelectionIsCountedThoughTheLastReadingFailed) {
+  System.Programs[1].BatchCounters.SheetsCompleted = 40;
+  Idle();
+  RunAt(2, 1);
+  CountSheet();
+  See([](Seen& at) { at.Blind = true; });
+  CountSheet(false);
+  Idle();
+  PutInSlot(1, "STAR", EndLine);  // its counters are 0, as the bad reading has left them
+  RunAt(2, 1);
+  CountSheet();
+  Idle();
+  ASSERT_EQ(Runs().size(), 2U);
+  EXPECT_EQ(Runs()[1].Sheets, 1);
+  EXPECT_EQ(Runs()[1].Ended, RunEnd::End);
+}
+
 TEST_F(RunJournalTest, ARunThatEndsOverTheBatchEntryIsCountedWhenTheEntryIsLeft) {
   Idle();
   RunAt(4, 5);
