@@ -22,6 +22,9 @@ constexpr double SetBackSeconds = 0.5;
 /// What a line can hold of it; 0 of what is no number. A reply or a file may hold anything.
 double Bounded(double figure) { return std::min(std::max(0.0, figure), double{MostOfAFigure}); }
 
+/// So many ticks after a restart a lower line is where it begins, and no next pass.
+constexpr std::uint64_t BaseTicks = 3;
+
 /// A sheet may be counted so long after the run that has completed it, ms.
 constexpr std::int64_t LateSheetMs = 2000;
 
@@ -264,6 +267,7 @@ void RunJournal::OpenRun() {
   readTick_.reset();
   lineIsOld_ = !found && lineBefore_ > 0 && system.State.RunningBlock == lineBefore_;
   baseWanted_ = found;
+  baseUntil_ = 0;
   base_ = {system.State.XPosition, system.State.YPosition};
   secondsSeen_ = 0;
   setBackSeen_ = false;
@@ -304,10 +308,12 @@ void RunJournal::FollowSeconds(double seconds, bool running) {
 }
 
 /// A controller may set its counter a moment after the bit, and back to 0 when a run has ended.
+/// That of a restart may come after the line of the stop has been seen once more.
 void RunJournal::FollowLine(int line, bool running) {
   if (line < 1 || (lineIsOld_ && line == lineBefore_)) return;
   lineIsOld_ = false;
-  if (std::exchange(baseWanted_, false)) {
+  const bool baseLate = line < baseLine_ && ticks_ <= baseUntil_;
+  if (std::exchange(baseWanted_, false) || baseLate) {
     baseLine_ = line;
   } else if (running && line < line_ && line_ + 1 >= tableLines_) {
     passes_ += table_.Whole() - table_.CutUpTo(baseLine_, base_.X, base_.Y);
@@ -430,6 +436,7 @@ void RunJournal::MarkRestart(const RestartPlace& place) {
   run_.FromBlock = place.Block;
   base_ = {place.X, place.Y};
   baseWanted_ = true;
+  baseUntil_ = ticks_ + BaseTicks;
   lineIsOld_ = false;
   restart_.reset();
 }

@@ -138,22 +138,23 @@ class RunJournal final : public PollObserver {
   RunLine run_;
   core::Slot slot_;
   CutTable table_;
-  int tableLines_ = 0;          ///< of its program: another may be selected before it is closed
-  double secondsBefore_ = 0;    ///< of the machine's run time, before the run was found; less what
-                                ///< the run took before that was set back
-  double secondsSeen_ = 0;      ///< the machine's run time
-  bool secondsAreOld_ = false;  ///< it is still that of the run before
-  bool setBackSeen_ = false;    ///< the last tick has found it set back
-  int line_ = 0;                ///< VR(81); 0 not known yet
-  bool lineIsOld_ = false;      ///< VR(81) is still that of the run before
-  int baseLine_ = 0;            ///< where the run began; 0 the program's begin
-  core::Vector2 base_;          ///< the place in that line, mm
-  bool baseWanted_ = false;     ///< the next line is where the run begins
-  double passes_ = 0;           ///< mm of the passes before this one, in a cycle of several
-  int programStopTicks_ = 0;    ///< ticks in a row at the line of a program stop
-  std::string fallCause_;       ///< the cause of the stop that ends it, if one does
-  bool endListed_ = false;      ///< that stop is in the list
-  bool unseen_ = false;         ///< it fell while nothing was heard
+  int tableLines_ = 0;           ///< of its program: another may be selected before it is closed
+  double secondsBefore_ = 0;     ///< of the machine's run time, before the run was found; less what
+                                 ///< the run took before that was set back
+  double secondsSeen_ = 0;       ///< the machine's run time
+  bool secondsAreOld_ = false;   ///< it is still that of the run before
+  bool setBackSeen_ = false;     ///< the last tick has found it set back
+  int line_ = 0;                 ///< VR(81); 0 not known yet
+  bool lineIsOld_ = false;       ///< VR(81) is still that of the run before
+  int baseLine_ = 0;             ///< where the run began; 0 the program's begin
+  core::Vector2 base_;           ///< the place in that line, mm
+  bool baseWanted_ = false;      ///< the next line is where the run begins
+  std::uint64_t baseUntil_ = 0;  ///< up to here, by ticks_, a lower line is
+  double passes_ = 0;            ///< mm of the passes before this one, in a cycle of several
+  int programStopTicks_ = 0;     ///< ticks in a row at the line of a program stop
+  std::string fallCause_;        ///< the cause of the stop that ends it, if one does
+  bool endListed_ = false;       ///< that stop is in the list
+  bool unseen_ = false;          ///< it fell while nothing was heard
   std::optional<RunLine> fallen_;  ///< as it would be had it ended where it fell last
   std::uint64_t doubtTick_ = 0;    ///< a sheet counted from here on says that the end was reached
   std::int64_t notedMs_ = 0;

@@ -406,6 +406,37 @@ TEST_F(RunJournalTest, ARestartIsALineOfItsOwnThatCountsFromItsPlace) {
   EXPECT_EQ(run.Ended, RunEnd::End);
 }
 
+TEST_F(RunJournalTest, ARestartWhoseLineComesALittleLateCountsFromItsPlace) {
+  for (const int stopLine : {4, 5}) {
+    Idle();
+    RunAt(2, 1, 80, 0);
+    RunAt(stopLine, 5, 100, 50);
+    Idle();
+    RunAt(stopLine, 0, 60, 0);
+    Journal->RunContinued({20, 60, 0});
+    RunAt(stopLine, 0.05, 60, 0);
+    RunAt(2, 0.1, 60, 0);
+    RunAt(4, 3, 100, 10);
+    RunAt(EndLine, 9);
+    Idle();
+    EXPECT_EQ(Runs().back().Begin, RunBegin::Restart) << stopLine;
+    EXPECT_NEAR(Runs().back().Length, 40 + 50 + 50 * 3.14159265, 0.06) << stopLine;
+  }
+}
+
+TEST_F(RunJournalTest, ThePassAfterARestartIsAPassAllTheSame) {
+  Idle();
+  RunAt(2, 1, 80, 0);
+  Idle();
+  RunAt(5, 0.05, 100, 50);
+  Journal->RunContinued({50, 100, 50});
+  See([](Seen& /*at*/) {}, 10);
+  RunAt(2, 9, 10, 0);
+  RunAt(EndLine, 20);
+  Idle();
+  EXPECT_NEAR(Runs().back().Length, 150 + 2 * 50 * 3.14159265, 0.06);
+}
+
 TEST_F(RunJournalTest, ARestartThatIsToldBeforeItIsSeenIsNamedToo) {
   Idle();
   Journal->RunContinued({40, 100, 0});
