@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <system_error>
 #include <utility>
 
 #include "core/General.h"
 #include "platform/DiskFileSystem.h"
+#include "platform/DiskFiles.h"
 #include "platform/RuntimeFault.h"
 #include "tools/Arguments.h"
 #include "tools/JournalReport.h"
@@ -37,6 +39,7 @@ std::string CheckDay(const std::string& text) {
 void DescribeOptions(CLI::App& app, JournalOptions& options) {
   app.add_option("PLACE", options.Place,
                  "The installation (the folder with Control.cfg), or a journal's file")
+      ->check(CheckNotEmpty)
       ->capture_default_str();
   app.add_option("--by", options.By, "Sums by day or by program alone; without it by both")
       ->check(CLI::IsMember({"day", "program"}));
@@ -47,14 +50,26 @@ void DescribeOptions(CLI::App& app, JournalOptions& options) {
       ->capture_default_str();
 }
 
+/// Where `place` is, and whether it is a folder. Throws RuntimeFault where nobody can tell.
+std::pair<std::filesystem::path, bool> Locate(const std::string& place) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::file_status status = fs::status(place, error);
+  if (error && status.type() != fs::file_type::not_found) {
+    platform::ThrowFileFault(place, error.value());
+  }
+  fs::path whole = fs::absolute(place, error);
+  if (error) throw platform::RuntimeFault(place, "the working directory is not there");
+  return {std::move(whole), fs::is_directory(status)};
+}
+
 /// The journal of an installation lies in its service directory, whatever the case of the names.
 std::string ReadText(const std::string& place) {
-  namespace fs = std::filesystem;
-  if (fs::is_directory(place)) {
-    const platform::DiskFileSystem files(fs::absolute(place).string());
+  const auto [path, folder] = Locate(place);
+  if (folder) {
+    const platform::DiskFileSystem files(path.string());
     return files.ReadFile("Service\\Journal.csv");
   }
-  const fs::path path = fs::absolute(place);
   const platform::DiskFileSystem files(path.parent_path().string());
   return files.ReadFile(platform::DiskFileSystem::ToSystemPath(path.filename().string()));
 }

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <filesystem>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -219,6 +221,29 @@ TEST_F(JournalCommand, WithoutAJournalItSaysWhichFileIsMissing) {
   EXPECT_NE(told.Errors.find("Journal.csv: not found"), std::string::npos) << told.Errors;
 }
 
+TEST_F(JournalCommand, APlaceThatCannotBeLookedAtIsToldByItsName) {
+  const std::string loop = Directory.Path() + "/loop";
+  std::filesystem::create_symlink("loop", loop);
+  for (const std::string& place : {loop, loop + "/Journal.csv", std::string(5000, 'n')}) {
+    const Told told = Journal({place});
+    EXPECT_EQ(told.Status, 1);
+    EXPECT_EQ(told.Out, "");
+    EXPECT_EQ(told.Errors.find("torvane-journal: " + place + ": "), 0U) << told.Errors;
+    EXPECT_EQ(std::count(told.Errors.begin(), told.Errors.end(), '\n'), 1);
+  }
+}
+
+TEST_F(JournalCommand, APlaceInAFolderThatIsGoneIsToldByItsName) {
+  const auto before = std::filesystem::current_path();
+  Directory.MakeDirectory("gone");
+  std::filesystem::current_path(Directory.Path() + "/gone");
+  std::filesystem::remove(Directory.Path() + "/gone");
+  const Told told = Journal({"Journal.csv"});
+  std::filesystem::current_path(before);
+  EXPECT_EQ(told.Status, 1);
+  EXPECT_EQ(told.Errors, "torvane-journal: Journal.csv: the working directory is not there\n");
+}
+
 TEST_F(JournalCommand, WrongUseIsRefused) {
   for (const std::vector<std::string>& arguments :
        std::vector<std::vector<std::string>>{{"--by", "week"},
@@ -231,6 +256,7 @@ TEST_F(JournalCommand, WrongUseIsRefused) {
     EXPECT_NE(told.Errors.find("torvane-journal: "), std::string::npos);
     EXPECT_EQ(told.Out, "");
   }
+  EXPECT_EQ(Journal({""}).Status, 2) << "the variable of a script that was never set";
   const Told help = Journal({"--help"});
   EXPECT_EQ(help.Status, 0);
   EXPECT_NE(help.Out.find("--by"), std::string::npos);
