@@ -22,8 +22,9 @@ constexpr double SetBackSeconds = 0.5;
 /// What a line can hold of it; 0 of what is no number. A reply or a file may hold anything.
 double Bounded(double figure) { return std::min(std::max(0.0, figure), double{MostOfAFigure}); }
 
-/// So many ticks after a restart a lower line is where it begins, and no next pass.
-constexpr std::uint64_t BaseTicks = 3;
+/// So many ticks after its first one a run may still show the line of the run before. After a
+/// restart a lower one is where it begins, and no next pass.
+constexpr std::uint64_t LateLineTicks = 3;
 
 /// A sheet may be counted so long after the run that has completed it, ms.
 constexpr std::int64_t LateSheetMs = 2000;
@@ -92,7 +93,7 @@ RunJournal::Sight RunJournal::Look() {
   }
   // A stop that is skipped may be seen once, on the way.
   const bool atStop =
-      state_ != State::Idle && !lineIsOld_ &&
+      state_ != State::Idle && !LineIsOld(state.RunningBlock) &&
       table_.MadeBy(state.RunningBlock).Code == partprogram::RecordCode::ProgramStop;
   programStopTicks_ = atStop ? std::min(programStopTicks_ + 1, 2) : 0;
   return state.MachineFeedhold || programStopTicks_ == 2 ? Sight::Stands : Sight::Runs;
@@ -265,7 +266,8 @@ void RunJournal::OpenRun() {
   fallen_.reset();
   sheetTick_.reset();
   readTick_.reset();
-  lineIsOld_ = !found && lineBefore_ > 0 && system.State.RunningBlock == lineBefore_;
+  lineMayBeOld_ = !found && lineBefore_ > 0 && system.State.RunningBlock == lineBefore_;
+  oldUntil_ = ticks_ + LateLineTicks;
   baseWanted_ = found;
   baseUntil_ = 0;
   base_ = {system.State.XPosition, system.State.YPosition};
@@ -307,11 +309,17 @@ void RunJournal::FollowSeconds(double seconds, bool running) {
   run_.Seconds = Bounded(secondsSeen_ - secondsBefore_);
 }
 
-/// A controller may set its counter a moment after the bit, and back to 0 when a run has ended.
-/// That of a restart may come after the line of the stop has been seen once more.
+/// A controller may set its counter a moment after the bit. Where that is over, the run is in the
+/// line in which the one before was stopped; but none begins where a program ends.
+bool RunJournal::LineIsOld(int line) const {
+  return lineMayBeOld_ && line == lineBefore_ && (ticks_ <= oldUntil_ || line + 1 >= tableLines_);
+}
+
+/// A controller may set its counter back to 0 when a run has ended. That of a restart may come
+/// after the line of the stop has been seen once more.
 void RunJournal::FollowLine(int line, bool running) {
-  if (line < 1 || (lineIsOld_ && line == lineBefore_)) return;
-  lineIsOld_ = false;
+  if (line < 1 || LineIsOld(line)) return;
+  lineMayBeOld_ = lineMayBeOld_ && line == lineBefore_;
   const bool baseLate = line < baseLine_ && ticks_ <= baseUntil_;
   if (std::exchange(baseWanted_, false) || baseLate) {
     baseLine_ = line;
@@ -436,8 +444,8 @@ void RunJournal::MarkRestart(const RestartPlace& place) {
   run_.FromBlock = place.Block;
   base_ = {place.X, place.Y};
   baseWanted_ = true;
-  baseUntil_ = ticks_ + BaseTicks;
-  lineIsOld_ = false;
+  baseUntil_ = ticks_ + LateLineTicks;
+  lineMayBeOld_ = false;
   restart_.reset();
 }
 

@@ -111,6 +111,7 @@ class RunJournal final : public PollObserver {
   void OpenRun();
   void MarkRestart(const RestartPlace& place);
   void Follow(bool running);
+  [[nodiscard]] bool LineIsOld(int line) const;
   void FollowLine(int line, bool running);
   void FollowSeconds(double seconds, bool running);
   void AddStop(const std::string& cause);
@@ -145,7 +146,8 @@ class RunJournal final : public PollObserver {
   bool secondsAreOld_ = false;   ///< it is still that of the run before
   bool setBackSeen_ = false;     ///< the last tick has found it set back
   int line_ = 0;                 ///< VR(81); 0 not known yet
-  bool lineIsOld_ = false;       ///< VR(81) is still that of the run before
+  bool lineMayBeOld_ = false;    ///< VR(81) still stands where it did before the run
+  std::uint64_t oldUntil_ = 0;   ///< up to here, by ticks_, it is that of the run before
   int baseLine_ = 0;             ///< where the run began; 0 the program's begin
   core::Vector2 base_;           ///< the place in that line, mm
   bool baseWanted_ = false;      ///< the next line is where the run begins

@@ -385,6 +385,47 @@ TEST_F(RunJournalTest, ACounterThatIsStillThatOfTheRunBeforeCutsNothing) {
   EXPECT_NEAR(Runs()[1].Length, 40, 0.06);
 }
 
+TEST_F(RunJournalTest, ARunThatIsStoppedInTheLineOfTheStopBeforeHasItsPlace) {
+  for (const int line : {2, 4}) {
+    for (const double cut : {80, 60}) {
+      Idle();
+      const core::Vector2 at = line == 2 ? core::Vector2{cut, 0} : core::Vector2{100, cut / 2};
+      for (int tick = 1; tick <= 5; ++tick) RunAt(line, 0.05 * tick, at.X, at.Y);
+      Idle();
+      EXPECT_EQ(Runs().back().Last.Record, line) << cut;
+      EXPECT_EQ(Runs().back().Last.Block, line * 10) << cut;
+      EXPECT_NEAR(Runs().back().Length, line == 2 ? cut : 100 + cut / 2, 0.06) << line;
+      ASSERT_TRUE(Journal->PlaceOfLastRun(1));
+      EXPECT_EQ(Journal->PlaceOfLastRun(1)->Block, line * 10) << cut;
+    }
+  }
+}
+
+TEST_F(RunJournalTest, AProgramStopInWhichTheRunBeforeWasStoppedIsAStopAgain) {
+  for (int run = 0; run < 2; ++run) {
+    Idle();
+    for (int tick = 1; tick <= 8; ++tick) RunAt(3, 0.05 * tick, 100, 0);
+    Idle();
+    EXPECT_EQ(Causes(Runs().back()), "[program stop][stop]") << run;
+  }
+}
+
+TEST_F(RunJournalTest, AnEndLineOfTheRunBeforeMakesNoEndHoweverLongItStands) {
+  Idle();
+  RunAt(2, 5);
+  RunAt(EndLine, 9);
+  Idle();
+  See([](Seen& at) { at = {.Running = true, .Line = EndLine, .Seconds = 0.05}; }, 50);
+  Idle();
+  EXPECT_EQ(Runs().at(1).Ended, RunEnd::Stop);
+  EXPECT_EQ(Runs().at(1).Length, 0);
+  See([](Seen& at) { at = {.Running = true, .Line = EndLine, .Seconds = 0.05}; }, 50);
+  RunAt(2, 1, 40, 0);
+  Idle();
+  EXPECT_EQ(Runs().at(2).Ended, RunEnd::Stop);
+  EXPECT_NEAR(Runs().at(2).Length, 40, 0.06) << "no pass went before";
+}
+
 TEST_F(RunJournalTest, ARestartIsALineOfItsOwnThatCountsFromItsPlace) {
   Idle();
   RunAt(2, 5, 80, 0);
