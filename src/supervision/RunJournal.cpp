@@ -262,6 +262,7 @@ void RunJournal::OpenRun() {
   }
   line_ = baseLine_ = programStopTicks_ = 0;
   passes_ = 0;
+  uncounted_ = 0;
   unseen_ = false;
   fallen_.reset();
   sheetTick_.reset();
@@ -319,18 +320,25 @@ bool RunJournal::LineIsOld(int line) const {
 /// after the line of the stop has been seen once more.
 void RunJournal::FollowLine(int line, bool running) {
   if (line < 1 || LineIsOld(line)) return;
-  lineMayBeOld_ = lineMayBeOld_ && line == lineBefore_;
+  const bool mayHaveBeenOld = std::exchange(lineMayBeOld_, lineMayBeOld_ && line == lineBefore_);
   const bool baseLate = line < baseLine_ && ticks_ <= baseUntil_;
   if (std::exchange(baseWanted_, false) || baseLate) {
     baseLine_ = line;
-  } else if (running && line < line_ && line_ + 1 >= tableLines_) {
-    passes_ += table_.Whole() - table_.CutUpTo(baseLine_, base_.X, base_.Y);
-    baseLine_ = 0;
+  } else if (running && line < line_ && !mayHaveBeenOld) {
+    NextPass();
   }
   line_ = line;
   run_.Last.Record = line;
   const int block = table_.MadeBy(line).Block;
   if (block > 0) run_.Last.Block = block;  // the end line has none
+}
+
+/// The end of the one before may have been overlooked: its sheet is counted all the same.
+void RunJournal::NextPass() {
+  ++uncounted_;
+  if (line_ + 1 < tableLines_) return;
+  passes_ += table_.Whole() - table_.CutUpTo(baseLine_, base_.X, base_.Y);
+  baseLine_ = 0;
 }
 
 std::string RunJournal::CauseText() const {
@@ -415,7 +423,7 @@ void RunJournal::BatchRead(const BatchReading& reading) {
   readTick_ = ticks_;
   if (more <= 0) return;
   run_.Sheets = static_cast<int>(std::min<std::int64_t>(run_.Sheets + more, MostOfAFigure));
-  if (!owed) sheetTick_ = ticks_;  // otherwise they may be those of the run before
+  if (TakeOwn(more, owed)) sheetTick_ = ticks_;
   if (HasFallen()) NoteFallen();
 }
 
@@ -426,6 +434,15 @@ bool RunJournal::TakeOwed(core::Slot slot, bool found) {
   if (!owedMs) return false;
   if (found || parts_.Loop.NowMs() - *owedMs >= LateSheetMs) owedMs.reset();
   return found;
+}
+
+/// Whether one of so many sheets is that of the pass in hand. Those of the passes before come
+/// first: without the batch screen nobody reads them before the bit falls. They may be found before
+/// the next pass is seen to begin. Owed ones may be those of the run before.
+bool RunJournal::TakeOwn(std::int64_t sheets, bool owed) {
+  const bool own = !owed && sheets > uncounted_;
+  uncounted_ = own ? -1 : std::max<std::int64_t>(0, uncounted_ - sheets);
+  return own;
 }
 
 void RunJournal::RunContinued(const RestartPlace& place) {

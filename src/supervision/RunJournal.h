@@ -113,6 +113,7 @@ class RunJournal final : public PollObserver {
   void Follow(bool running);
   [[nodiscard]] bool LineIsOld(int line) const;
   void FollowLine(int line, bool running);
+  void NextPass();
   void FollowSeconds(double seconds, bool running);
   void AddStop(const std::string& cause);
   void ListStop(const std::string& cause);
@@ -121,6 +122,7 @@ class RunJournal final : public PollObserver {
   void Close(RunEnd ended);
   void WriteLine();
   bool TakeOwed(core::Slot slot, bool found);
+  bool TakeOwn(std::int64_t sheets, bool owed);
   void Note(RunEnd ended);
   [[nodiscard]] double LengthNow() const;
 
@@ -153,6 +155,7 @@ class RunJournal final : public PollObserver {
   bool baseWanted_ = false;      ///< the next line is where the run begins
   std::uint64_t baseUntil_ = 0;  ///< up to here, by ticks_, a lower line is
   double passes_ = 0;            ///< mm of the passes before this one, in a cycle of several
+  std::int64_t uncounted_ = 0;   ///< so many of them have no sheet yet; -1: this one has its own
   int programStopTicks_ = 0;     ///< ticks in a row at the line of a program stop
   std::string fallCause_;        ///< the cause of the stop that ends it, if one does
   bool endListed_ = false;       ///< that stop is in the list
@@ -168,8 +171,9 @@ class RunJournal final : public PollObserver {
   core::BySlot<bool> bad_;  ///< an exchange of the last reading has failed
   /// When a run has ended of which nobody knows if it was counted, ms of the loop.
   core::BySlot<std::optional<std::int64_t>> owedMs_;
-  std::optional<std::uint64_t> readTick_;   ///< ticks_ at the last good reading of the run
-  std::optional<std::uint64_t> sheetTick_;  ///< ticks_ at the last sheet of the run
+  std::optional<std::uint64_t> readTick_;  ///< ticks_ at the last good reading of the run
+  std::optional<std::uint64_t>
+      sheetTick_;  ///< ticks_ when the sheet of a pass in hand was found last
 };
 
 }  // namespace torvane::supervision

@@ -777,6 +777,112 @@ TEST_F(RunJournalTest, CountersThatCouldNotBeReadCountNothing) {
   EXPECT_EQ(OnlyRun().Sheets, 1);
 }
 
+TEST_F(RunJournalTest, AStopInALaterSheetOfACycleIsAStopWithItsPlace) {
+  struct Case {
+    int Sheets;  ///< found when the bit falls: nobody has read them before
+    RunEnd Ended;
+  };
+  for (const Case& at : {Case{1, RunEnd::Stop}, Case{2, RunEnd::End}}) {
+    Idle();
+    RunAt(2, 1, 50, 0);
+    RunAt(EndLine, 9, 100, 150);
+    RunAt(2, 10, 50, 0);
+    RunAt(4, 15, 100, 20);
+    CountSheet(true, at.Sheets);
+    Idle();
+    const RunLine run = Runs().back();
+    const bool stopped = at.Ended == RunEnd::Stop;
+    EXPECT_EQ(run.Ended, at.Ended);
+    EXPECT_EQ(run.Sheets, at.Sheets);
+    EXPECT_EQ(Causes(run), stopped ? "[stop]" : "");
+    EXPECT_NEAR(run.Length, 150 + 50 * 3.14159265 + (stopped ? 120 : 150 + 50 * 3.14159265), 0.06);
+    EXPECT_EQ(Journal->PlaceOfLastRun(1).has_value(), stopped);
+    if (stopped) EXPECT_EQ(Journal->PlaceOfLastRun(1)->Block, 40);
+  }
+}
+
+TEST_F(RunJournalTest, TheEndOfTheConsoleInALaterSheetOfACycleIsNoEnd) {
+  Idle();
+  RunAt(2, 1, 50, 0);
+  RunAt(EndLine, 9, 100, 150);
+  RunAt(2, 10, 50, 0);
+  RunAt(4, 15, 100, 20);
+  CountSheet();
+  Journal->ConsoleEnds(false);
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::ConsoleEnded);
+  EXPECT_TRUE(Journal->PlaceOfLastRun(1));
+}
+
+TEST_F(RunJournalTest, AStopInALaterSheetIsAStopThoughTheEndOfTheOneBeforeWasOverlooked) {
+  Idle();
+  RunAt(2, 1);
+  RunAt(4, 8, 100, 20);
+  RunAt(2, 10, 50, 0);
+  RunAt(4, 15, 100, 20);
+  CountSheet();
+  Idle();
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::Stop);
+}
+
+TEST_F(RunJournalTest, ASheetThatIsReadBetweenTwoPassesLeavesTheLastOneItsOwn) {
+  for (const bool reached : {false, true}) {
+    Idle();
+    RunAt(2, 1);
+    RunAt(5, 8, 100, 150);
+    CountSheet();
+    See([](Seen& at) {
+      at.Running = false;
+      at.Cycle = true;  // until the next sheet lies there
+    });
+    RunAt(2, 10, 50, 0);
+    RunAt(5, 15, 50, 100);
+    CountSheet(true, reached ? 1 : 0);  // its end line is overlooked
+    Idle();
+    EXPECT_EQ(Runs().back().Ended, reached ? RunEnd::End : RunEnd::Stop) << reached;
+  }
+  EXPECT_EQ(Runs().size(), 2U);
+}
+
+TEST_F(RunJournalTest, ASheetThatIsCountedAMomentAfterItsPassIsThatOfThePass) {
+  Idle();
+  RunAt(2, 1);
+  RunAt(EndLine, 8, 100, 150);
+  RunAt(2, 10, 50, 0);
+  CountSheet(true, 0);  // the batch screen has it read
+  RunAt(4, 15, 100, 20);
+  CountSheet();
+  Idle();
+  EXPECT_EQ(OnlyRun().Ended, RunEnd::Stop);
+}
+
+TEST_F(RunJournalTest, ALineOfTheRunBeforeThatStandsForLongIsNoPass) {
+  Idle();
+  RunAt(4, 5, 100, 20);
+  Idle();
+  See([](Seen& at) { at = {.Running = true, .Line = 4, .Seconds = 0.05}; }, 10);
+  RunAt(2, 1, 50, 0);
+  RunAt(5, 8, 50, 100);
+  CountSheet();  // its end line is overlooked
+  Idle();
+  EXPECT_EQ(Runs().at(1).Ended, RunEnd::End);
+}
+
+TEST_F(RunJournalTest, ARestartThatCompletesItsSheetHasEnded) {
+  Idle();
+  RunAt(2, 1, 80, 0);
+  RunAt(4, 5, 100, 50);
+  CountSheet(true, 0);
+  Idle();
+  RunAt(4, 0, 60, 0);
+  Journal->RunContinued({20, 60, 0});
+  RunAt(2, 0.1, 60, 0);  // its line comes late, and is no next pass
+  RunAt(5, 3, 50, 100);
+  CountSheet();  // its end line is overlooked
+  Idle();
+  EXPECT_EQ(Runs().at(1).Begin, RunBegin::Restart);
+  EXPECT_EQ(Runs().at(1).Ended, RunEnd::End);
+}
+
 TEST_F(RunJournalTest, ASheetAfterASelectionIsCountedThoughTheLastReadingFailed) {
   System.Programs[1].BatchCounters.SheetsCompleted = 40;
   Idle();
