@@ -1,12 +1,17 @@
 #include "tools/ContractClauses.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "core/General.h"
 #include "core/MachineState.h"
 #include "link/Variables.h"
+#include "tools/ContractMove.h"
+#include "tools/ContractRest.h"
 #include "tools/ContractRun.h"
 
 namespace torvane::tools {
@@ -19,26 +24,18 @@ namespace StatusBit = core::StatusBit;
 /// A variable that any whole or broken number may be written to for a while.
 constexpr std::string_view Scratch = Variable::PartsPerSheet;
 constexpr int SoonMs = 2000;
-constexpr int ActionMs = 10000;
-constexpr double PositionSlack = 0.1;  // mm
 
 /// The run, made when the first clause asks for it.
 struct Trial {
   ContractSession& Session;
-  std::unique_ptr<HarmlessProgram> Program;
-  std::unique_ptr<RunSeen> Seen;
-  std::string RunFault;  ///< why there is none
-  bool Filled = false;   ///< slot 2 has taken the first lines of the program
-  bool InForce = false;  ///< and slot 2 is in force
+  std::unique_ptr<HarmlessProgram> Program = nullptr;
+  std::unique_ptr<RunSeen> Seen = nullptr;
+  std::string RunFault = {};  ///< why there is none
+  RunProgress Progress = {};  ///< of the run, and before it
+  bool Filled = false;        ///< slot 2 has taken the first lines of the program
+  bool InForce = false;       ///< and slot 2 is in force
+  std::optional<double> CommandRest = std::nullopt;  ///< VR(48) before anything was written to it
 };
-
-std::string Text(double value) { return core::NumberText(value, -1); }
-
-std::string Instead(std::string_view what, double found, double wanted) {
-  std::string text(what);
-  text += " is " + Text(found);
-  return text + ", not " + Text(wanted);
-}
 
 // ---- lines and values ----
 
@@ -53,7 +50,7 @@ std::string TryErrorMark(Trial& trial) {
 std::string TryValues(Trial& trial) {
   auto& session = trial.Session;
   for (const double value : {0.0, 7.0, -12.25, 123456.5, 2097152.0}) {
-    if (!session.Change(Scratch, value)) return "a number was refused: " + Text(value);
+    if (!session.Change(Scratch, value)) return "a number was refused: " + FigureText(value);
     const Exchange exchange = session.Send("? " + std::string(Scratch));
     const std::string_view answer = AnswerOf(exchange);
     const double found = core::LeadingNumber(answer);
@@ -132,12 +129,24 @@ std::string TryFeedOverride(Trial& trial) {
 
 // ---- the table, the command word and the run ----
 
+/// What stands behind the first lines are rows of the owner's. A controller that does not wait for
+/// the next line would run them, so each is made an end first.
+std::string MakeEnds(ContractSession& session, std::size_t from, std::size_t to) {
+  for (std::size_t i = from; i < to; ++i) {
+    const auto line = HarmlessProgram::EndAfter(i);
+    if (!session.Command(line)) return line + " was refused";
+  }
+  return {};
+}
+
 std::string TryTableAtRest(Trial& trial) {
   auto& session = trial.Session;
   trial.Program = std::make_unique<HarmlessProgram>(session.Position(0), session.Position(1));
-  for (int i = 0; i < LinesAhead; ++i) {
-    const auto& line = trial.Program->Lines[static_cast<std::size_t>(i)];
-    if (!session.Command(line)) return line + " was refused";
+  const auto& lines = trial.Program->Lines;
+  auto refused = MakeEnds(session, LinesAhead, lines.size());
+  if (!refused.empty()) return refused;
+  for (auto& taken = trial.Progress.Taken; taken < LinesAhead; ++taken) {
+    if (!session.Command(lines[taken])) return lines[taken] + " was refused";
   }
   trial.Filled = true;
   return {};
@@ -160,72 +169,23 @@ std::string TryTableInForce(Trial& trial) {
   return {};
 }
 
-/// A move to where the head is: nothing moves, and yet it is an action from its word to its end.
 std::string TryCommandWord(Trial& trial) {
-  auto& session = trial.Session;
-  const double rest = session.Number(Variable::Command);
-  const std::string_view targets[] = {Variable::MoveTargetX, Variable::MoveTargetY,
-                                      Variable::MoveTargetZ};
-  double at[std::size(targets)] = {};
-  for (std::size_t axis = 0; axis < std::size(targets); ++axis) {
-    at[axis] = session.Position(axis);
-    if (!session.Change(targets[axis], at[axis])) return "a target was refused";
-  }
-  // A target that was not taken would send the head to the owner's last one, without a cycle start.
-  for (std::size_t axis = 0; axis < std::size(targets); ++axis) {
-    const double found = session.Number(targets[axis]);
-    if (!(std::abs(found - at[axis]) <= PositionSlack)) {
-      return Instead(targets[axis], found, at[axis]);
-    }
-  }
-  for (const auto line : {link::CommandLine::StopJog, link::CommandLine::Move}) {
-    if (!session.Command(line)) return std::string(line) + " was refused";
-    double found = 0;
-    const bool rests = session.Await(ActionMs, [&] {
-      found = session.Number(Variable::Command);
-      return found == rest;
-    });
-    if (!rests) return Instead("after " + std::string(line) + " VR(48)", found, rest);
-  }
-  return {};
-}
-
-/// Why a machine with this status is left alone; empty at rest.
-std::string BarredBy(int status) {
-  constexpr int Busy = StatusBit::Feedhold | StatusBit::InError | StatusBit::Cycle |
-                       StatusBit::Running | StatusBit::RestartReady | StatusBit::Beam;
-  if ((status & Busy) == 0) return {};
-  return "the machine is not at rest: VR(19) is " + std::to_string(status);
-}
-
-/// The beam is on though nothing of this was to run: nothing more is tried.
-class BeamSeen : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-/// A cycle start may have been pressed that nobody asked for. Throws NotTried where the machine is
-/// not at rest, and BeamSeen, with the stop asked for.
-void RequireRest(ContractSession& session) {
-  const int status = session.Status();
-  const auto barred = BarredBy(status);
-  if (barred.empty()) return;
-  if ((status & StatusBit::Beam) == 0) throw NotTried(barred);
-  constexpr const char* Danger = "the beam came on";
-  StopAtOnce(session, Danger);
-  throw BeamSeen(Danger);
+  return MoveToWhereTheHeadIs(trial.Session, trial.CommandRest);
 }
 
 /// A cycle start is asked for only where it can start nothing but the harmless program, and that
-/// from the place where it begins. Throws NotTried.
+/// from the place where it begins, measured and demanded. Throws NotTried.
 void RequireHarmlessStart(Trial& trial) {
   auto& session = trial.Session;
   if (!trial.InForce) throw NotTried("slot 2 is not known to hold the program and be in force");
   if (!session.Notes().Beam.empty()) throw NotTried("the beam was on");
   RequireRest(session);
-  const double away = trial.Program->DistanceTo(session.Position(0), session.Position(1));
+  session.ForgetDivisor();
+  const double away =
+      std::max(trial.Program->DistanceTo(session.Position(0), session.Position(1)),
+               trial.Program->DistanceTo(session.DemandPosition(0), session.DemandPosition(1)));
   if (away <= PositionSlack) return;
-  throw NotTried("the head is " + Text(away) + " mm from where the program begins");
+  throw NotTried("the head is " + FigureText(away) + " mm from where the program begins");
 }
 
 /// The run, also one that was stopped because of what it did; throws NotTried where it cannot be
@@ -240,7 +200,8 @@ const RunSeen& AnyRun(Trial& trial) {
       session.Change(Variable::PartsRequired, 1000);
       session.Change(Variable::SheetsRequired, 1000);
       session.Change(Variable::SheetsCompleted, 0);
-      trial.Seen = std::make_unique<RunSeen>(RunHarmlessProgram(session, *trial.Program));
+      trial.Seen =
+          std::make_unique<RunSeen>(RunHarmlessProgram(session, *trial.Program, trial.Progress));
     } catch (const NotTried& fault) {
       trial.RunFault = fault.what();
       throw;
@@ -279,7 +240,7 @@ std::string TryRowsRun(Trial& trial) {
   // A controller may end a run early, as if its last line had come.
   if (seen.Ended && seen.Record >= LeastRecord(trial)) return {};
   if (seen.Ended && seen.Record == 0) throw NotTried("VR(81) does not tell how far it came");
-  return "the run came to line " + Text(seen.Record) + " of " +
+  return "the run came to line " + FigureText(seen.Record) + " of " +
          std::to_string(trial.Program->Lines.size()) + " and no further";
 }
 
@@ -310,13 +271,13 @@ std::string TryRunTime(Trial& trial) {
 std::string TryPositions(Trial& trial) {
   constexpr double LeastWay = 0.5;  // mm; what it goes may fall between two looks in part
   const double farthest = AnyRun(trial).Farthest;
-  if (farthest > FarthestAllowed) return "the head was " + Text(farthest) + " mm away";
+  if (farthest > FarthestAllowed) return "the head was " + FigureText(farthest) + " mm away";
   const double end = EndedRun(trial).EndDistance;
   if (farthest < LeastWay) {
-    return "MPOS went " + Text(farthest) + " mm at most in a run of a millimetre to and fro";
+    return "MPOS went " + FigureText(farthest) + " mm at most in a run of a millimetre to and fro";
   }
   return end <= PositionSlack ? std::string()
-                              : "the head ended " + Text(end) + " mm from where it began";
+                              : "the head ended " + FigureText(end) + " mm from where it began";
 }
 
 std::string TryBatchCount(Trial& trial) {
@@ -445,19 +406,38 @@ std::string BarredNow(ContractSession& session) {
 }
 
 /// What the machine still does; empty at rest. Without a run nobody is asked for anything.
-std::string RestFault(ContractSession& session) {
-  return session.Settings().Run ? AwaitRest(session) : NotAtRest(session.Status());
+std::string RestFault(ContractSession& session, RunLeft left) {
+  return session.Settings().Run ? AwaitRest(session, std::move(left)) : NotAtRest(session.Status());
+}
+
+/// Nothing more goes out where the beam was on: another program may run.
+RunLeft WhatIsLeft(const Trial& trial) {
+  if (!trial.Program) return {};
+  auto left = LeftOf(*trial.Program, trial.Progress);
+  if (!trial.Session.Notes().Beam.empty()) left.EndLine.clear();
+  return left;
+}
+
+/// VR(48) is no value to be put back: to write it is to act.
+void NameCommandWord(Trial& trial, ContractResult& result) {
+  const auto rest = std::exchange(trial.CommandRest, {});
+  if (!rest) return;
+  const double found = trial.Session.Number(Variable::Command);
+  if (found == *rest) return;
+  result.NotPutBack.push_back("VR(48) to " + FigureText(*rest) + ": it is " + FigureText(found));
 }
 
 /// The machine at rest first, then everything that was written; while it is not known to rest, only
 /// what does no harm to a run.
 void PutAllBack(Trial& trial, ContractResult& result) {
   auto& session = trial.Session;
+  auto left = WhatIsLeft(trial);
   const auto rested = [&] {
     try {
       session.Line().Settle();
-      const auto fault = RestFault(session);
+      const auto fault = RestFault(session, std::exchange(left, {}));
       if (!fault.empty()) result.NotPutBack.push_back(fault);
+      if (fault.empty()) NameCommandWord(trial, result);
       return fault.empty();
     } catch (const std::exception& fault) {
       result.NotPutBack.emplace_back(fault.what());
@@ -496,7 +476,7 @@ ContractResult TryContract(const ContractParts& parts, const ContractSettings& s
     result.Barred = fault.what();
   }
   if (result.Barred.empty()) {
-    Trial trial{session, nullptr, nullptr, {}};
+    Trial trial{session};
     TryAll(trial, result);
     FailByNotes(session.Notes(), result);
     PutAllBack(trial, result);

@@ -50,9 +50,9 @@ void DescribeOptions(CLI::App& app, ContractOptions& options, Texts& texts) {
       "The beam is never on. The run moves the head a millimetre to and fro and needs a cycle "
       "start "
       "at the machine; the program in slot 2 of the controller's table has to be selected again "
-      "after it. Everything else that is changed is put back.\n"
+      "after it. Every variable that it writes is put back, or named.\n"
       "Exit status: 0 every clause holds, 1 one does not or could not be tried, 2 wrong use, no "
-      "device, no controller, or a machine that is not at rest.");
+      "device, no controller, a machine that is not at rest, or a report that cannot be written.");
 }
 
 /// Of the installation's two files of the link.

@@ -23,7 +23,7 @@ inline constexpr int Holds = 0;
 inline constexpr int Fails =
     1;  ///< a clause fails or could not be tried, or something stays changed
 inline constexpr int NoTrial =
-    2;  ///< wrong use, no device, no controller, or one that is not at rest
+    2;  ///< wrong use, no device, no controller, one not at rest, or a report nobody can read
 }  // namespace ContractStatus
 
 /// The options of a command line, given without the name of the program. Where help is asked for,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/General.h"
 #include "core/MachineState.h"
@@ -15,75 +16,21 @@ namespace Variable = link::Variable;
 namespace StatusBit = core::StatusBit;
 
 constexpr int FirstIndex = 750;  // of slot 2
+constexpr int ValuesOfARow = 7;
 constexpr int Rounds = 6;
 constexpr double StepMm = 1;
 /// So long that the head is seen there, however slow the line is.
 constexpr double DwellSeconds = 0.4;
 constexpr int LookMs = 50;
-constexpr int StopSeconds = 60;
 /// The run is through so long after its last line has gone out, and several times so: it takes
 /// six seconds.
 constexpr int SpareMs = 20000;
-
-/// What brings a machine to rest.
-struct RestWish {
-  OperatorWish Wish;
-  const char* Text;
-};
-constexpr RestWish StopWish = {OperatorWish::Stop,
-                               "The machine does not come to rest. Press stop."};
-/// Outside a cycle the stop does not end a hold. It comes first all the same: a controller may not
-/// show the cycle that it holds.
-constexpr RestWish ReleaseWish = {OperatorWish::Release,
-                                  "The machine is held. Press stop, then release the feed hold."};
-constexpr RestWish UnknownWish = {
-    OperatorWish::Stop, "The controller does not say whether the machine rests. Press stop."};
-
-bool OnlyHeld(int status) {
-  constexpr int InCycle = StatusBit::Running | StatusBit::Cycle | StatusBit::Beam;
-  return (status & StatusBit::Feedhold) != 0 && (status & InCycle) == 0;
-}
-
-/// Looks, and asks for what the machine wants; each wish once.
-class RestWatch {
- public:
-  explicit RestWatch(ContractSession& session) : session_(session) {}
-
-  bool Rests() {
-    try {
-      fault_ = Look();
-    } catch (const std::exception&) {
-      if (asked_.empty()) Ask(UnknownWish);
-      throw;
-    }
-    return fault_.empty();
-  }
-
-  [[nodiscard]] const std::string& Fault() const { return fault_; }
-
- private:
-  std::string Look() {
-    const int status = session_.Status();
-    auto fault = NotAtRest(status);
-    if (!fault.empty()) Ask(OnlyHeld(status) ? ReleaseWish : StopWish);
-    return fault;
-  }
-
-  void Ask(const RestWish& wish) {
-    if (std::find(asked_.begin(), asked_.end(), wish.Wish) != asked_.end()) return;
-    asked_.push_back(wish.Wish);
-    session_.Ask(wish.Wish, wish.Text);
-  }
-
-  ContractSession& session_;
-  std::vector<OperatorWish> asked_;
-  std::string fault_;
-};
+constexpr const char* SilentText = "The controller does not answer in the run. Press stop.";
 
 class RunWatch {
  public:
-  RunWatch(ContractSession& session, const HarmlessProgram& program)
-      : session_(session), program_(program) {
+  RunWatch(ContractSession& session, const HarmlessProgram& program, RunProgress& progress)
+      : session_(session), program_(program), progress_(progress) {
     seen_.SecondsBefore = session_.Number(Variable::RunTime);
     recordBefore_ = session_.Number(Variable::RunningRecord);
   }
@@ -92,6 +39,10 @@ class RunWatch {
     try {
       AwaitStart();
       WatchRun();
+    } catch (const ControllerSilent&) {
+      if (progress_.Open) session_.Ask(OperatorWish::Stop, SilentText);
+      WithdrawWish();
+      throw;
     } catch (const std::exception&) {
       WithdrawWish();
       throw;
@@ -113,7 +64,7 @@ class RunWatch {
   /// What was in force before is put back after a start that did not come: then one that comes late
   /// would start a program of the owner's. What was taken for the start may have been none.
   void WithdrawWish() {
-    if (started_) return;
+    if (progress_.Open) return;
     session_.Ask(OperatorWish::NoCycleStart, "Do not press cycle start any more.");
   }
 
@@ -133,13 +84,13 @@ class RunWatch {
 
   int Status() {
     const int status = session_.Status();
-    started_ = started_ || (status & StatusBit::Running) != 0;
+    progress_.Open = progress_.Open || (status & StatusBit::Running) != 0;
     return status;
   }
 
   double Record() {
     const double record = session_.Number(Variable::RunningRecord);
-    started_ = started_ || record > recordBefore_;
+    progress_.Open = progress_.Open || record > recordBefore_;
     return record;
   }
 
@@ -149,11 +100,15 @@ class RunWatch {
   bool SendLines() {
     bool any = false;
     do {
-      if (sent_ >= program_.Lines.size() || !seen_.Refused.empty()) return any;
-      const auto& line = program_.Lines[sent_++];
-      if (!session_.Command(line)) seen_.Refused = line;
+      if (progress_.Taken >= program_.Lines.size() || !seen_.Refused.empty()) return any;
+      const auto& line = program_.Lines[progress_.Taken];
+      if (session_.Command(line)) {
+        ++progress_.Taken;
+      } else {
+        seen_.Refused = line;
+      }
       any = true;
-    } while (static_cast<double>(sent_) < seen_.Record + LinesAhead);
+    } while (static_cast<double>(progress_.Taken) < seen_.Record + LinesAhead);
     return any;
   }
 
@@ -189,14 +144,17 @@ class RunWatch {
   double Away() { return program_.DistanceTo(session_.Position(0), session_.Position(1)); }
 
   void Finish() {
-    if (!seen_.Danger.empty()) {
-      StopAtOnce(session_, seen_.Danger);
+    progress_.Strange = !seen_.Danger.empty();
+    progress_.Ended = seen_.Ended;
+    if (progress_.Strange) {
+      progress_.Open = !StopAtOnce(session_, seen_.Danger);
       return;
     }
     if (!seen_.Ended) {
-      AwaitRest(session_);
+      progress_.Open = !AwaitRest(session_, LeftOf(program_, progress_)).empty();
       return;
     }
+    progress_.Open = false;
     constexpr int CountMs = 2000;
     session_.Await(CountMs, [this] {
       seen_.Counted = session_.Number(Variable::SheetsCompleted);
@@ -209,12 +167,11 @@ class RunWatch {
 
   ContractSession& session_;
   const HarmlessProgram& program_;
+  RunProgress& progress_;
   RunSeen seen_;
-  std::size_t sent_ = LinesAhead;
   double recordBefore_ = 0;
   double seconds_ = 0;
   bool lookedAt_ = false;
-  bool started_ = false;  ///< bit 16384 or VR(81) has shown it
 };
 
 }  // namespace
@@ -230,7 +187,7 @@ HarmlessProgram::HarmlessProgram(double x, double y) : X(x), Y(y) {
     line += "," + core::NumberText(y, 4);
     line += ",0," + core::NumberText(action, -1);
     Lines.push_back(line + ",0,0)");
-    index += 7;
+    index += ValuesOfARow;
   };
   for (int round = 0; round < Rounds; ++round) {
     for (const double at : {away, x}) {
@@ -239,36 +196,23 @@ HarmlessProgram::HarmlessProgram(double x, double y) : X(x), Y(y) {
       DwellSeconds += tools::DwellSeconds;
     }
   }
-  Lines.push_back("TABLE(" + std::to_string(index) + ",-999)");
+  Lines.push_back(EndAfter(Lines.size()));
 }
 
-RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& program) {
-  return RunWatch(session, program).Watch();
+std::string HarmlessProgram::EndAfter(std::size_t count) {
+  const auto index = FirstIndex + ValuesOfARow * static_cast<int>(count);
+  return "TABLE(" + std::to_string(index) + ",-999)";
 }
 
-std::string NotAtRest(int status) {
-  constexpr int Busy =
-      StatusBit::Running | StatusBit::Feedhold | StatusBit::Cycle | StatusBit::Beam;
-  if ((status & Busy) == 0) return {};
-  if (OnlyHeld(status)) return "the machine is not at rest: VR(19) is " + std::to_string(status);
-  return "the machine still runs";
+RunLeft LeftOf(const HarmlessProgram& program, const RunProgress& progress) {
+  const bool endless = progress.Taken > 0 && progress.Taken < program.Lines.size() &&
+                       !progress.Ended && !progress.Strange;
+  return {endless ? HarmlessProgram::EndAfter(progress.Taken) : std::string(), progress.Open};
 }
 
-bool AtRest(ContractSession& session) { return NotAtRest(session.Status()).empty(); }
-
-std::string AwaitRest(ContractSession& session) {
-  RestWatch watch(session);
-  session.Await(StopSeconds * 1000, [&watch] { return watch.Rests(); });
-  return watch.Fault();
-}
-
-void StopAtOnce(ContractSession& session, const std::string& danger) {
-  session.Ask(OperatorWish::Stop, "This is not as it should be: " + danger + ". Press stop.");
-  try {
-    session.Await(StopSeconds * 1000, [&session] { return AtRest(session); });
-  } catch (const NotTried&) {
-    // What was seen counts. Whether the machine rests is asked again before anything is put back.
-  }
+RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& program,
+                           RunProgress& progress) {
+  return RunWatch(session, program, progress).Watch();
 }
 
 }  // namespace torvane::tools

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/ContractRest.h"
 #include "tools/ContractSession.h"
 
 namespace torvane::tools {
@@ -12,6 +13,9 @@ namespace torvane::tools {
 /// The program as lines of slot 2's table, from where the head is.
 struct HarmlessProgram {
   HarmlessProgram(double x, double y);
+
+  /// The line that ends it after the first `count` ones.
+  [[nodiscard]] static std::string EndAfter(std::size_t count);
 
   /// mm from where it begins.
   [[nodiscard]] double DistanceTo(double x, double y) const;
@@ -27,6 +31,16 @@ inline constexpr int LinesAhead = 10;
 
 /// mm from where it begins; the head goes no farther in it.
 inline constexpr double FarthestAllowed = 1.1;
+
+/// How far the program has come, also where its run was broken off.
+struct RunProgress {
+  std::size_t Taken = 0;  ///< of its lines, by the table
+  bool Open = false;      ///< it was seen to run, and neither to end nor to be stopped
+  bool Ended = false;     ///< by itself
+  bool Strange = false;   ///< something else was seen to run
+};
+
+[[nodiscard]] RunLeft LeftOf(const HarmlessProgram& program, const RunProgress& progress);
 
 /// What was seen of the run.
 struct RunSeen {
@@ -50,19 +64,8 @@ struct RunSeen {
 /// that does not end is ended by the operator, who is asked for the stop: at once where the beam is
 /// on or the head leaves the way of the program. Throws NotTried where no cycle start comes. One
 /// that was asked for and not seen is not wanted any more when this ends.
-[[nodiscard]] RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& program);
-
-/// What a machine with this status still does; empty where nothing runs, is held or stands open,
-/// and the beam is off.
-[[nodiscard]] std::string NotAtRest(int status);
-[[nodiscard]] bool AtRest(ContractSession& session);
-
-/// After a fault in the middle of a run: the operator is asked for the stop, or for the end of the
-/// hold, where the machine is not at rest, or does not say. What it then still does, empty at rest;
-/// throws where it does not say.
-std::string AwaitRest(ContractSession& session);
-
-/// Asks the operator for the stop because of `danger`, and waits for it.
-void StopAtOnce(ContractSession& session, const std::string& danger);
+/// `progress` is kept also where this throws.
+[[nodiscard]] RunSeen RunHarmlessProgram(ContractSession& session, const HarmlessProgram& program,
+                                         RunProgress& progress);
 
 }  // namespace torvane::tools

@@ -35,13 +35,31 @@ void Note(std::string& note, const Exchange& exchange) {
   note = "\"" + exchange.Line + "\" gave " + Shown(exchange.Reply);
 }
 
+bool Echoed(const Exchange& exchange) {
+  return exchange.Line.empty() || exchange.Reply.starts_with(exchange.Line + "\r\n");
+}
+
+/// A reply that is cut by a pause may hold the first digits only.
+bool Whole(const Exchange& exchange, std::string_view answer) {
+  return exchange.Prompt || answer.find_first_of("\r\n") != std::string_view::npos;
+}
+
 bool StartsNumber(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
   const auto at = text.find_first_not_of("+-");
   return at <= 1 && at < text.size() &&
          (std::isdigit(static_cast<unsigned char>(text[at])) != 0 || text[at] == '.');
 }
 
 }  // namespace
+
+std::string FigureText(double value) { return core::NumberText(value, -1); }
+
+std::string Instead(std::string_view what, double found, double wanted) {
+  std::string text(what);
+  text += " is " + FigureText(found);
+  return text + ", not " + FigureText(wanted);
+}
 
 std::string_view AnswerOf(const Exchange& exchange) {
   std::string_view text = exchange.Reply;
@@ -54,8 +72,9 @@ std::string_view AnswerOf(const Exchange& exchange) {
 
 Exchange ContractSession::Send(std::string_view line) {
   Exchange exchange = line_.Send(line);
-  const bool echoed = line.empty() || exchange.Reply.starts_with(exchange.Line + "\r\n");
+  const bool echoed = Echoed(exchange);
   if (!echoed) Note(notes_.Echo, exchange);
+  echoes_ = echoes_ || (echoed && !line.empty());
   if (!exchange.Prompt) Note(notes_.Prompt, exchange);
   if (exchange.Ms > settings_.ReplyMs && notes_.Late.empty()) {
     notes_.Late = "\"" + exchange.Line + "\" took " + std::to_string(exchange.Ms) + " ms";
@@ -67,16 +86,13 @@ bool ContractSession::Command(std::string_view line) {
   return Send(line).Reply.find('%') == std::string::npos;
 }
 
-namespace {
-
-/// Nothing where the reply holds a "%" or no number.
-std::optional<double> ValueOf(const Exchange& exchange) {
+std::optional<double> ContractSession::ValueOf(const Exchange& exchange) const {
   const std::string_view answer = AnswerOf(exchange);
-  if (exchange.Reply.find('%') != std::string::npos || !StartsNumber(answer)) return std::nullopt;
+  const bool its = !echoes_ || Echoed(exchange);
+  const bool good = exchange.Reply.find('%') == std::string::npos && StartsNumber(answer);
+  if (!its || !good || !Whole(exchange, answer)) return std::nullopt;
   return core::LeadingNumber(answer);
 }
-
-}  // namespace
 
 std::optional<double> ContractSession::Value(std::string_view expression) {
   return ValueOf(Send("? " + std::string(expression)));
@@ -89,22 +105,15 @@ double ContractSession::Number(std::string_view expression) {
 }
 
 int ContractSession::Status() {
-  const Exchange exchange = Send("? " + std::string(link::Variable::Status));
-  const auto value = ValueOf(exchange);
-  if (!value) throw NotTried(std::string(link::Variable::Status) + " gives no number");
-  // A reply that is cut by a pause may hold the first digits only.
-  const bool whole =
-      exchange.Prompt || AnswerOf(exchange).find_first_of("\r\n") != std::string_view::npos;
-  if (!whole) throw NotTried("the number of VR(19) has no end");
-  const int status = core::TruncateToInt32(*value);
+  const int status = core::TruncateToInt32(Number(link::Variable::Status));
   if ((status & core::StatusBit::Beam) != 0 && notes_.Beam.empty()) {
     notes_.Beam = "the status word was " + std::to_string(status);
   }
   return status;
 }
 
-double ContractSession::Position(std::size_t axis) {
-  const double stored = Number(link::MeasuredPosition[axis]);
+double ContractSession::InMm(const link::AxisExpressions& axes, std::size_t axis) {
+  const double stored = Number(axes[axis]);
   if (axis > 1) return stored;
   if (!divisor_) {
     const double divisor = Number(link::Variable::PositionDivisor);
@@ -122,7 +131,7 @@ bool ContractSession::Change(std::string_view variable, double value) {
 }
 
 bool ContractSession::Write(std::string_view variable, double value) {
-  return Command(link::Assignment(variable, core::NumberText(value, -1)));
+  return Command(link::Assignment(variable, FigureText(value)));
 }
 
 std::string ContractSession::WriteBack(const Kept& kept) {
@@ -130,7 +139,7 @@ std::string ContractSession::WriteBack(const Kept& kept) {
   if (!Write(kept.Variable, kept.Value)) return "it was refused";
   const double found = Number(kept.Variable);
   if (std::abs(found - kept.Value) <= Slack * std::max(1.0, std::abs(kept.Value))) return {};
-  return "it is " + core::NumberText(found, -1);
+  return "it is " + FigureText(found);
 }
 
 std::vector<std::string> ContractSession::PutBack(
@@ -139,7 +148,7 @@ std::vector<std::string> ContractSession::PutBack(
   bool silent = false;
   for (; !kept_.empty(); kept_.pop_back()) {
     const Kept& kept = kept_.back();
-    std::string text = kept.Variable + " to " + core::NumberText(kept.Value, -1);
+    std::string text = kept.Variable + " to " + FigureText(kept.Value);
     try {
       if (!silent && allowed(kept.Variable)) {
         const auto wrong = WriteBack(kept);

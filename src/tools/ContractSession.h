@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "link/Variables.h"
 #include "tools/ContractLine.h"
 
 namespace torvane::tools {
@@ -56,14 +57,20 @@ class ContractSession {
   /// True where the reply holds no "%".
   bool Command(std::string_view line);
   /// The value of an expression, whether or not its echo and its prompt are as they should; nothing
-  /// where the reply holds a "%" or no number.
+  /// where the reply holds a "%" or no number, or one that a pause may have cut; and on a line that
+  /// has given an echo once, where it is missing: that is the rest of a reply before.
   std::optional<double> Value(std::string_view expression);
   /// The same; throws NotTried where there is none.
   double Number(std::string_view expression);
-  /// VR(19), which also tells of the beam. Throws NotTried where it may have come in part only.
+  /// VR(19), which also tells of the beam. Throws NotTried where it gives no number.
   int Status();
   /// mm, measured, of the axes X, Y and Z; throws NotTried where it cannot be had.
-  double Position(std::size_t axis);
+  double Position(std::size_t axis) { return InMm(link::MeasuredPosition, axis); }
+  /// The same, of where the axis is to be.
+  double DemandPosition(std::size_t axis) { return InMm(link::DemandPosition, axis); }
+  /// The divisor of the positions is asked for again: one that was read wrong is not believed
+  /// twice.
+  void ForgetDivisor() { divisor_.reset(); }
 
   /// Writes a variable and remembers what it held, for the first time that this is called for it.
   bool Change(std::string_view variable, double value);
@@ -88,6 +95,8 @@ class ContractSession {
     double Value = 0;
   };
 
+  [[nodiscard]] std::optional<double> ValueOf(const Exchange& exchange) const;
+  double InMm(const link::AxisExpressions& axes, std::size_t axis);
   /// What is wrong with a variable that has been put back; empty where nothing is.
   [[nodiscard]] std::string WriteBack(const Kept& kept);
 
@@ -96,8 +105,17 @@ class ContractSession {
   ContractLine line_;
   LineNotes notes_;
   std::vector<Kept> kept_;
+  bool echoes_ = false;            ///< a line has come back as it should
   std::optional<double> divisor_;  ///< of the positions of X and Y
 };
+
+/// Two readings of a head that stands differ by no more, mm.
+inline constexpr double PositionSlack = 0.1;
+
+/// A number with as many decimals as it has.
+[[nodiscard]] std::string FigureText(double value);
+/// "VR(95) is 7, not 8".
+[[nodiscard]] std::string Instead(std::string_view what, double found, double wanted);
 
 /// The text between the echo and the prompt of a reply, without the line end in front of it.
 [[nodiscard]] std::string_view AnswerOf(const Exchange& exchange);

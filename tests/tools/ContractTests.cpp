@@ -1,5 +1,8 @@
 // torvane-contract against the simulated controller, and against controllers with one fault each.
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -71,11 +74,7 @@ RC_GTEST_PROP(ContractProperty, TheHeadEndsWhereItBeganWhereverThatIs, ()) {
   FaultyController controller;
   const double x = *rc::gen::inRange(-50000, 300000) / 100.0;
   const double y = *rc::gen::inRange(-50000, 150000) / 100.0;
-  auto& memory = controller.Controller.Memory();
-  memory.WriteVariable(22, x);
-  memory.WriteVariable(23, y);
-  memory.WriteVariable(48, 15);
-  controller.Controller.Advance(60);
+  controller.PutHead(x, y);
   const auto result = controller.Try();
   RC_ASSERT(result.Holds());
   RC_ASSERT(std::abs(controller.Controller.TheMachine().At().X - x) < 0.001);
@@ -95,6 +94,8 @@ std::string WithValue(const std::string& line, const std::string& value) {
 }
 
 bool Rows(const std::string& line) { return line.starts_with("TABLE("); }
+bool EndRow(const std::string& line) { return Rows(line) && line.ends_with(",-999)"); }
+bool RowsOfTheRun(const std::string& line) { return Rows(line) && !EndRow(line); }
 
 struct FaultCase {
   const char* Clause;  ///< the one that it breaks
@@ -254,7 +255,7 @@ TEST(Contract, NoCycleStartIsAskedForWhereSlot2IsNotKnownToBeInForce) {
 TEST(Contract, NoCycleStartIsAskedForWhereTheHeadHasLeftItsPlace) {
   FaultyController controller({}, Preset());
   controller.Heard = [&](const std::string& line) {
-    if (line == "VR(48)=15") controller.Controller.Memory().WriteVariable(23, 40);
+    if (line == "VR(48)=15") controller.Controller.Memory().WriteVariable(23, 1);
   };
   const auto result = controller.Try();
   EXPECT_TRUE(controller.Asked.empty()) << ContractText(result);
@@ -278,6 +279,223 @@ TEST(Contract, ATargetThatIsNotKeptStartsNoMove) {
     const auto& at = controller.Controller.TheMachine().At();
     EXPECT_EQ(std::max({std::abs(at.X), std::abs(at.Y), std::abs(at.Z)}), 0);
   }
+}
+
+// ---- a move that nobody asked for ----
+
+/// Cuts one answer to `asked` after its first digit by a pause; the rest comes with the next
+/// answer.
+LineFault CutsOnce(const std::string& asked) {
+  LineFault fault;
+  fault.Spoils = [asked, rest = std::string(), done = false](const std::string& line,
+                                                             std::string answer, bool) mutable {
+    if (line == asked && !std::exchange(done, true)) {
+      const auto first = line.size() + 3;
+      rest = answer.substr(first);
+      return answer.substr(0, first);
+    }
+    return std::exchange(rest, {}) + answer;
+  };
+  return fault;
+}
+
+double LeftItsPlaceBy(FaultyController& controller, double x, double y) {
+  const auto& at = controller.Controller.TheMachine().At();
+  return std::hypot(at.X - x, at.Y - y);
+}
+
+TEST(Contract, ANumberThatAPauseCutsIsNoneAndItsRestIsNoAnswer) {
+  for (const auto* const asked :
+       {"? MPOS AXIS(0)", "? MPOS AXIS(1)", "? VR(59)", "? VR(84)", "? VR(22)", "? VR(91)"}) {
+    SCOPED_TRACE(asked);
+    auto options = Preset();
+    options.Presets.push_back({84, 1200});
+    FaultyController controller(CutsOnce(asked), options);
+    controller.PutHead(300, 200);
+    controller.PutOwnersProgram(500);
+    const auto before = ValuesOf(controller);
+    double farthest = 0;
+    controller.Heard = [&](const std::string&) {
+      farthest = std::max(farthest, LeftItsPlaceBy(controller, 300, 200));
+    };
+    const auto result = controller.Try();
+    EXPECT_LT(farthest, 1.1) << ContractText(result);
+    EXPECT_EQ(ValuesOf(controller), before);
+    EXPECT_FALSE(controller.Cut);
+  }
+}
+
+TEST(Contract, APositionOrDivisorThatIsReadWrongOnceMovesNothing) {
+  for (const auto* const asked : {"? MPOS AXIS(0)", "? VR(59)"}) {
+    for (int wrong = 1; wrong <= 5; ++wrong) {
+      SCOPED_TRACE(asked + std::to_string(wrong));
+      LineFault fault;
+      fault.Spoils = [&, count = 0](const std::string& line, std::string answer, bool) mutable {
+        return line == asked && ++count == wrong ? WithValue(line, "10") : answer;
+      };
+      FaultyController controller(fault, Preset());
+      controller.PutHead(300, 200);
+      double farthest = 0;
+      controller.Heard = [&](const std::string&) {
+        farthest = std::max(farthest, LeftItsPlaceBy(controller, 300, 200));
+      };
+      const auto result = controller.Try();
+      EXPECT_LT(farthest, 1.1) << ContractText(result);
+    }
+  }
+}
+
+TEST(Contract, AMeasuredPositionThatStandsStillElsewhereMovesNothing) {
+  FaultyController controller(Answering({{"? MPOS AXIS(0)", "0"}}), Preset());
+  controller.PutHead(300, 200);
+  const auto result = controller.Try();
+  EXPECT_FALSE(Sent(controller, "VR(48)=15"));
+  EXPECT_THAT(ContractText(result), HasSubstr("the head is not known to be at 0: it is at 300"));
+  EXPECT_TRUE(controller.Asked.empty()) << "the program would begin elsewhere too";
+  EXPECT_LT(LeftItsPlaceBy(controller, 300, 200), 0.001);
+}
+
+TEST(Contract, AMoveThatLeavesItsPlaceIsStoppedAndNothingMoreIsTried) {
+  FaultyController controller({}, Preset());
+  controller.Heard = [&](const std::string& line) {
+    if (line == "VR(48)=15") controller.Controller.Memory().WriteVariable(23, 400);
+  };
+  const auto result = controller.Try();
+  EXPECT_EQ(controller.Asked, std::vector{OperatorWish::Stop});
+  EXPECT_EQ(std::count(controller.Lines.begin(), controller.Lines.end(), "VR(48)=0"), 2);
+  EXPECT_THAT(ContractText(result), HasSubstr("the head has moved"));
+  EXPECT_THAT(NamesOf(result, ClauseState::NotTried), ::testing::Contains("rows taken"));
+}
+
+TEST(Contract, ACycleStartInTheMiddleOfTheCommandWordGetsNoMove) {
+  FaultyController controller({}, Preset());
+  controller.Heard = [&](const std::string& line) {
+    if (line == "VR(48)=0") controller.Controller.TheMachine().CycleStart();
+  };
+  EXPECT_FALSE(controller.Try().Holds());
+  EXPECT_FALSE(Sent(controller, "VR(48)=15"));
+  EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
+}
+
+TEST(Contract, ACommandWordThatDoesNotComeToRestIsNamed) {
+  bool moved = false;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool) {
+    moved = moved || line == "VR(48)=15";
+    return moved && line == "? VR(48)" ? WithValue(line, "15") : answer;
+  };
+  FaultyController controller(fault);
+  EXPECT_THAT(controller.Try().NotPutBack, ::testing::ElementsAre("VR(48) to 0: it is 15"));
+}
+
+TEST(Contract, ABlankBeforeANumberIsNoFault) {
+  LineFault fault;
+  fault.Spoils = [](const std::string& line, std::string answer, bool) {
+    const bool value = line.starts_with("? ") && answer.find('%') == std::string::npos;
+    return value ? answer.insert(line.size() + 2, " ") : answer;
+  };
+  FaultyController controller(fault);
+  const auto result = controller.Try();
+  EXPECT_TRUE(result.Holds()) << ContractText(result);
+}
+
+// ---- a run that is broken off ----
+
+TEST(Contract, NoRowOfTheOwnerStandsBehindTheHarmlessOnes) {
+  FaultyController controller;
+  EXPECT_TRUE(controller.Try().Holds());
+  const auto& lines = controller.Lines;
+  const auto first = std::find_if(lines.begin(), lines.end(), RowsOfTheRun);
+  std::vector<std::string> ends;
+  std::copy_if(lines.begin(), first, std::back_inserter(ends), Rows);
+  ASSERT_EQ(ends.size(), 15U);
+  for (int i = 0; i < 15; ++i) {
+    EXPECT_EQ(ends[static_cast<std::size_t>(i)], "TABLE(" + std::to_string(820 + 7 * i) + ",-999)");
+  }
+}
+
+TEST(Contract, ARunThatIsBrokenOffComesToItsEndThoughNobodyPressesStop) {
+  for (int ms = 100; ms < 8000; ms += 200) {
+    SCOPED_TRACE(ms);
+    FaultyController controller({}, Preset());
+    controller.StopPressed = false;
+    const auto before = ValuesOf(controller);
+    std::function<void()> end;
+    controller.Loop.After(ms, [&] {
+      if (end) end();
+    });
+    const auto result =
+        controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+    EXPECT_TRUE(result.NotPutBack.empty()) << ContractText(result);
+    EXPECT_EQ(ValuesOf(controller), before);
+    EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
+    const auto& lines = controller.Lines;
+    const auto lastRow = std::find_if(lines.rbegin(), lines.rend(), Rows);
+    EXPECT_TRUE(lastRow == lines.rend() || EndRow(*lastRow)) << "the next start would go on";
+  }
+}
+
+TEST(Contract, AStatusWordThatNeverShowsARunIsNotBelievedAfterAnInterruption) {
+  for (const bool rowsLost : {false, true}) {
+    SCOPED_TRACE(rowsLost);
+    std::function<void()> end;
+    LineFault fault;
+    fault.Spoils = [&](const std::string& line, std::string answer, bool running) {
+      if (line == "? VR(81)" && running && answer.find("\r\n4\r\n") != std::string::npos) end();
+      return line == "? VR(19)" ? WithValue(line, "0") : answer;
+    };
+    fault.Loses = [&](const std::string& line, bool running) {
+      return rowsLost && running && Rows(line);
+    };
+    FaultyController controller(fault, Preset());
+    bool intoARun = false;
+    controller.Heard = [&](const std::string& line) {
+      if (line != "VR(91)=1") return;
+      intoARun = controller.Controller.TheMachine().Mode() == simulator::MachineMode::Running;
+    };
+    const auto result =
+        controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+    EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
+    EXPECT_TRUE(result.NotPutBack.empty()) << ContractText(result);
+    EXPECT_FALSE(intoARun);
+  }
+}
+
+TEST(Contract, ALineThatDiesInTheRunAsksForTheStopWhenItsFirstReplyIsOut) {
+  std::int64_t deadMs = 0;
+  int asked = 0;
+  LineFault fault;
+  fault.Loses = [&](const std::string& line, bool running) {
+    return deadMs > 0 || (running && line == "? VR(81)" && ++asked > 3);
+  };
+  FaultyController* machine = nullptr;
+  fault.Spoils = [&](const std::string&, std::string answer, bool) {
+    if (asked > 3 && deadMs == 0) deadMs = machine->Loop.NowMs();
+    return deadMs > 0 ? std::string() : answer;
+  };
+  FaultyController controller(fault, Preset());
+  machine = &controller;
+  (void)controller.Try();
+  ASSERT_GE(controller.Asked.size(), 2U);
+  EXPECT_EQ(controller.Asked[1], OperatorWish::Stop);
+  EXPECT_LE(controller.AskedMs[1] - deadMs, 20000);
+}
+
+TEST(Contract, AStatusThatIsGarbledOnceEndsNoWatchForTheStop) {
+  std::function<void()> end;
+  bool ended = false;
+  int garbled = 0;
+  LineFault fault;
+  fault.Spoils = [&](const std::string& line, std::string answer, bool running) {
+    if (line == "? VR(81)" && running && !std::exchange(ended, true)) end();
+    return ended && line == "? VR(19)" && ++garbled == 3 ? WithValue(line, "#") : answer;
+  };
+  FaultyController controller(fault, Preset());
+  const auto before = ValuesOf(controller);
+  const auto result =
+      controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
+  EXPECT_TRUE(result.NotPutBack.empty()) << ContractText(result);
+  EXPECT_EQ(ValuesOf(controller), before);
 }
 
 // ---- a start that nobody asked for ----
@@ -434,7 +652,7 @@ TEST(Contract, AHeadOnAnotherWayIsStoppedAtOnceAndGetsNoMoreRows) {
   EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}));
   EXPECT_THAT(NamesOf(result, ClauseState::Fails), ::testing::Contains("positions"));
   EXPECT_THAT(NamesOf(result, ClauseState::NotTried), ::testing::Contains("rows taken"));
-  EXPECT_EQ(std::count_if(controller.Lines.begin(), controller.Lines.end(), Rows), 10);
+  EXPECT_EQ(std::count_if(controller.Lines.begin(), controller.Lines.end(), RowsOfTheRun), 10);
   EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
 }
 
@@ -461,6 +679,7 @@ TEST(Contract, WhatSaysWhatRunsIsNotWrittenIntoAMachineThatNobodyStops) {
     if (line == "? VR(81)" && running) end();
     return answer;
   };
+  fault.Loses = [](const std::string& line, bool running) { return EndRow(line) && running; };
   FaultyController controller(fault, Preset());
   controller.StopPressed = false;
   const auto result =
@@ -718,7 +937,7 @@ TEST(Contract, AStatusThatIsCutByAPauseIsNone) {
   const auto result =
       controller.Try({}, [&](std::function<void()> given) { end = std::move(given); });
   EXPECT_FALSE(Sent(controller, "VR(91)=1")) << "1 of 16384";
-  EXPECT_THAT(result.NotPutBack, ::testing::Contains("the number of VR(19) has no end"));
+  EXPECT_THAT(result.NotPutBack, ::testing::Contains("VR(19) gives no number"));
   EXPECT_EQ(controller.Asked.back(), OperatorWish::Stop);
 }
 

@@ -1,6 +1,7 @@
 // The simulated controller with one fault on its line, on virtual time, and an operator beside it.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -39,9 +40,18 @@ class FaultyController {
                             const std::function<void(std::function<void()>)>& interrupt = {}) {
     const auto ask = [this](tools::OperatorWish wish, const std::string&) {
       Asked.push_back(wish);
+      AskedMs.push_back(Loop.NowMs());
       if (OperatorThere) Loop.After(300, [this, wish] { Obey(wish); });
     };
     return tools::TryContract({Loop, Port, ask}, settings, interrupt);
+  }
+
+  /// The head at a place, mm, by a manual move.
+  void PutHead(double x, double y) {
+    Controller.Memory().WriteVariable(22, x);
+    Controller.Memory().WriteVariable(23, y);
+    Controller.Memory().WriteVariable(48, 15);
+    Controller.Advance(60);
   }
 
   /// A program of the owner's in a slot, whose first row begins at `index`: 10 mm away, then 100 mm
@@ -67,6 +77,7 @@ class FaultyController {
   platform::ScriptedPort Port;
   std::vector<std::string> Lines;
   std::vector<tools::OperatorWish> Asked;
+  std::vector<std::int64_t> AskedMs;
   std::function<void(const std::string& line)> Heard;  ///< before a line is carried out
   bool OperatorThere = true;
   bool StopPressed = true;  ///< where it is asked for
