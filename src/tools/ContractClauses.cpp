@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "core/General.h"
-#include "core/MachineState.h"
 #include "link/Variables.h"
 #include "tools/ContractMove.h"
 #include "tools/ContractRest.h"
@@ -19,7 +18,6 @@ namespace torvane::tools {
 namespace {
 
 namespace Variable = link::Variable;
-namespace StatusBit = core::StatusBit;
 
 /// A variable that any whole or broken number may be written to for a while.
 constexpr std::string_view Scratch = Variable::PartsPerSheet;
