@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -18,6 +19,7 @@
 #include "tools/CheckOptions.h"
 #include "tools/ContractCommand.h"
 #include "tools/ContractReport.h"
+#include "tools/ContractSession.h"
 
 namespace torvane::tools {
 namespace {
@@ -325,6 +327,15 @@ TEST(Contract, ANumberThatAPauseCutsIsNoneAndItsRestIsNoAnswer) {
   }
 }
 
+TEST(ContractSession, TheRestOfACutReplyIsNoAnswerToTheNextQuestion) {
+  FaultyController controller(CutsOnce("? VR(83)"), Preset());
+  ContractSession session({controller.Loop, controller.Port, {}}, {});
+  EXPECT_EQ(session.Value("VR(82)"), 3);
+  EXPECT_EQ(session.Value("VR(83)"), std::nullopt) << "3 of 30";
+  EXPECT_EQ(session.Value("VR(84)"), std::nullopt) << "the 0 of 30";
+  EXPECT_EQ(session.Value("VR(84)"), 10);
+}
+
 TEST(Contract, APositionOrDivisorThatIsReadWrongOnceMovesNothing) {
   for (const auto* const asked : {"? MPOS AXIS(0)", "? VR(59)"}) {
     for (int wrong = 1; wrong <= 5; ++wrong) {
@@ -370,7 +381,9 @@ TEST(Contract, AMoveThatLeavesItsPlaceIsStoppedAndNothingMoreIsTried) {
 TEST(Contract, ACycleStartInTheMiddleOfTheCommandWordGetsNoMove) {
   FaultyController controller({}, Preset());
   controller.Heard = [&](const std::string& line) {
-    if (line == "VR(48)=0") controller.Controller.TheMachine().CycleStart();
+    if (line != "VR(48)=0") return;
+    controller.Controller.TheMachine().CycleStart();
+    controller.Controller.TheMachine().FeedHold();
   };
   EXPECT_FALSE(controller.Try().Holds());
   EXPECT_FALSE(Sent(controller, "VR(48)=15"));
