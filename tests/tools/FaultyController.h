@@ -46,6 +46,14 @@ class FaultyController {
     return tools::TryContract({Loop, Port, ask}, settings, interrupt);
   }
 
+  /// The same, with the end asked for after `ms`, if it has not come by then.
+  tools::ContractResult TryFor(int ms) {
+    Loop.After(ms, [this] {
+      if (End) End();
+    });
+    return Try({}, [this](std::function<void()> end) { End = std::move(end); });
+  }
+
   /// The head at a place, mm, by a manual move.
   void PutHead(double x, double y) {
     Controller.Memory().WriteVariable(22, x);
@@ -79,6 +87,7 @@ class FaultyController {
   std::vector<tools::OperatorWish> Asked;
   std::vector<std::int64_t> AskedMs;
   std::function<void(const std::string& line)> Heard;  ///< before a line is carried out
+  std::function<void()> End;  ///< ends the trial; empty when there is nothing left to end
   bool OperatorThere = true;
   bool StopPressed = true;  ///< where it is asked for
   bool Cut = false;         ///< the machine has cut something
