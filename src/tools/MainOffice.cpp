@@ -5,8 +5,10 @@
 
 #include <unistd.h>
 
+#include "platform/ClosedStreams.h"
 #include "tools/OfficeHost.h"
 
 int main(int argc, char** argv) {
+  torvane::platform::FillClosedStreams();
   return torvane::tools::OfficeMain({argv + 1, argv + argc}, STDIN_FILENO, std::cout, std::cerr);
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "platform/ClosedStreams.h"
 #include "platform/NativePaths.h"
 #include "platform/RuntimeFault.h"
 #include "toolkit/Application.h"
@@ -28,6 +29,7 @@ void TellFault(const char* sentence) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  torvane::platform::FillClosedStreams();
   int status = 0;
   const auto options = torvane::tools::ReadTorvaneOptions(argc, argv, status);
   if (!options) return status;
