@@ -26,9 +26,6 @@ double Bounded(double figure) { return std::min(std::max(0.0, figure), double{Mo
 /// restart a lower one is where it begins, and no next pass.
 constexpr std::uint64_t LateLineTicks = 3;
 
-/// A sheet may be counted so long after the run that has completed it, ms.
-constexpr std::int64_t LateSheetMs = 2000;
-
 constexpr const char* StopText = "stop";
 constexpr const char* LinkLostText = "link lost";
 
@@ -392,7 +389,7 @@ void RunJournal::WriteLine() {
   store_.EndRun(run_);
   const bool unread = !readTick_ || *readTick_ < doubtTick_;
   const bool uncounted = run_.Ended == RunEnd::End && !OwnSheet();
-  if (unread || uncounted) owedMs_[slot_] = parts_.Loop.NowMs();
+  if (unread || uncounted) counter_.Owe(slot_, parts_.Loop.NowMs());
   lineBefore_ = run_.Last.Record;
   table_ = {};
 }
@@ -400,48 +397,21 @@ void RunJournal::WriteLine() {
 // ---- what else is told ----
 
 void RunJournal::BatchRead(const BatchReading& reading) {
-  const core::Slot slot = reading.Slot;
-  auto& counted = counted_[slot];
-  // Somebody else has set the counters since: a selection, or the operator.
-  if (!counted || reading.Before.SheetsCompleted != shown_[slot]) {
-    counted = reading.Before.SheetsCompleted;
-    owedMs_[slot].reset();
-  }
-  shown_[slot] = reading.Read.SheetsCompleted;
-  const bool badBefore = std::exchange(bad_[slot], !reading.Good);
-  if (!reading.Good) return;
-  // A bad reading leaves zeros in the shared record: a selection that sets 0 shows in the next
-  // alone.
-  if (badBefore && reading.Read.SheetsCompleted < *counted) {
-    counted = 0;
-    owedMs_[slot].reset();
-  }
-  const std::int64_t more = std::int64_t{reading.Read.SheetsCompleted} - *counted;
-  counted = reading.Read.SheetsCompleted;
-  const bool owed = TakeOwed(slot, more > 0);
-  if (state_ == State::Idle || slot != slot_) return;
+  const auto found = counter_.Take(reading, parts_.Loop.NowMs());
+  if (!found || state_ == State::Idle || reading.Slot != slot_) return;
   readTick_ = ticks_;
-  if (more <= 0) return;
-  run_.Sheets = static_cast<int>(std::min<std::int64_t>(run_.Sheets + more, MostOfAFigure));
-  if (TakeOwn(more, owed)) sheetTick_ = ticks_;
+  if (found->More <= 0) return;
+  run_.Sheets = static_cast<int>(std::min<std::int64_t>(run_.Sheets + found->More, MostOfAFigure));
+  if (TakeOwn(*found)) sheetTick_ = ticks_;
   if (HasFallen()) NoteFallen();
 }
 
-/// Whether sheets that a good reading finds may be those of the run before. They are found once;
-/// where it finds none when the time for that is over, there were none.
-bool RunJournal::TakeOwed(core::Slot slot, bool found) {
-  auto& owedMs = owedMs_[slot];
-  if (!owedMs) return false;
-  if (found || parts_.Loop.NowMs() - *owedMs >= LateSheetMs) owedMs.reset();
-  return found;
-}
-
-/// Whether one of so many sheets is that of the pass in hand. Those of the passes before come
+/// Whether one of the sheets is that of the pass in hand. Those of the passes before come
 /// first: without the batch screen nobody reads them before the bit falls. They may be found before
 /// the next pass is seen to begin. Owed ones may be those of the run before.
-bool RunJournal::TakeOwn(std::int64_t sheets, bool owed) {
-  const bool own = !owed && sheets > uncounted_;
-  uncounted_ = own ? -1 : std::max<std::int64_t>(0, uncounted_ - sheets);
+bool RunJournal::TakeOwn(const FoundSheets& found) {
+  const bool own = !found.Owed && found.More > uncounted_;
+  uncounted_ = own ? -1 : std::max<std::int64_t>(0, uncounted_ - found.More);
   return own;
 }
 

@@ -14,6 +14,7 @@
 #include "supervision/JournalStore.h"
 #include "supervision/PollObserver.h"
 #include "supervision/RunLine.h"
+#include "supervision/SheetCounter.h"
 
 namespace torvane::supervision {
 
@@ -121,8 +122,7 @@ class RunJournal final : public PollObserver {
   [[nodiscard]] std::string CauseText() const;
   void Close(RunEnd ended);
   void WriteLine();
-  bool TakeOwed(core::Slot slot, bool found);
-  bool TakeOwn(std::int64_t sheets, bool owed);
+  bool TakeOwn(const FoundSheets& found);
   void Note(RunEnd ended);
   [[nodiscard]] double LengthNow() const;
 
@@ -166,14 +166,9 @@ class RunJournal final : public PollObserver {
 
   std::optional<RestartPlace> restart_;  ///< told before the run was seen
 
-  core::BySlot<std::optional<std::int32_t>> counted_;  ///< sheets completed, as last known
-  core::BySlot<std::int32_t> shown_;                   ///< the same in the shared record
-  core::BySlot<bool> bad_;  ///< an exchange of the last reading has failed
-  /// When a run has ended of which nobody knows if it was counted, ms of the loop.
-  core::BySlot<std::optional<std::int64_t>> owedMs_;
-  std::optional<std::uint64_t> readTick_;  ///< ticks_ at the last good reading of the run
-  std::optional<std::uint64_t>
-      sheetTick_;  ///< ticks_ when the sheet of a pass in hand was found last
+  SheetCounter counter_;
+  std::optional<std::uint64_t> readTick_;   ///< ticks_ at the last good reading of the run
+  std::optional<std::uint64_t> sheetTick_;  ///< the same when the sheet of a pass in hand was found
 };
 
 }  // namespace torvane::supervision
