@@ -1,5 +1,7 @@
 #include "platform/ClosedStreams.h"
 
+#include <initializer_list>
+
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -1,7 +1,6 @@
 #include "tools/ContractClauses.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <memory>
 #include <optional>

@@ -59,6 +59,12 @@ class RestWatch {
  public:
   RestWatch(ContractSession& session, RunLeft left) : session_(session), left_(std::move(left)) {}
 
+  void Ask(OperatorWish wish, const std::string& text) {
+    if (std::find(asked_.begin(), asked_.end(), wish) != asked_.end()) return;
+    asked_.push_back(wish);
+    session_.Ask(wish, text);
+  }
+
   bool Rests() {
     try {
       fault_ = Look();
@@ -75,6 +81,8 @@ class RestWatch {
   [[nodiscard]] const std::string& Fault() const { return fault_; }
 
  private:
+  void Ask(const RestWish& wish) { Ask(wish.Wish, wish.Text); }
+
   std::string Look() {
     if (!left_.EndLine.empty()) (void)session_.Command(std::exchange(left_.EndLine, {}));
     const int status = session_.Status();
@@ -82,12 +90,6 @@ class RestWatch {
     if (!fault.empty() || left_.Open) Ask(OnlyHeld(status) ? ReleaseWish : StopWish);
     if (fault.empty() && left_.Open && !StandsStill(session_)) fault = StillRuns;
     return fault;
-  }
-
-  void Ask(const RestWish& wish) {
-    if (std::find(asked_.begin(), asked_.end(), wish.Wish) != asked_.end()) return;
-    asked_.push_back(wish.Wish);
-    session_.Ask(wish.Wish, wish.Text);
   }
 
   ContractSession& session_;
@@ -115,14 +117,9 @@ std::string AwaitRest(ContractSession& session, RunLeft left) {
 }
 
 bool StopAtOnce(ContractSession& session, const std::string& danger) {
-  session.Ask(OperatorWish::Stop, "This is not as it should be: " + danger + ". Press stop.");
-  try {
-    return session.Await(StopSeconds * 1000,
-                         [&session] { return AtRest(session) && StandsStill(session); });
-  } catch (const NotTried&) {
-    // What was seen counts. Whether the machine rests is asked again before anything is put back.
-    return false;
-  }
+  RestWatch watch(session, {{}, true});
+  watch.Ask(OperatorWish::Stop, "This is not as it should be: " + danger + ". Press stop.");
+  return session.Await(StopSeconds * 1000, [&watch] { return watch.Rests(); });
 }
 
 std::string BarredBy(int status) {

@@ -366,6 +366,25 @@ TEST(Contract, AHeadOnAnotherWayIsStoppedAtOnceAndGetsNoMoreRows) {
   EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
 }
 
+TEST(Contract, AStopThatIsAskedForAtOnceIsAwaitedThoughTheNextStatusIsGarbled) {
+  auto fault = RunsSlot1();
+  FaultyController* machine = nullptr;
+  int looks = 0;
+  fault.Spoils = [&, spoils = fault.Spoils](const std::string& line, std::string answer,
+                                            bool running) {
+    const bool stopAsked = machine->Asked.size() == 2;
+    if (stopAsked && line == "? VR(19)" && ++looks == 1) return WithValue(line, "#");
+    return spoils(line, std::move(answer), running);
+  };
+  FaultyController controller(fault, Preset());
+  machine = &controller;
+  controller.PutOwnersProgram(500);
+  const auto result = controller.Try();
+  EXPECT_EQ(controller.Asked, (std::vector{OperatorWish::CycleStart, OperatorWish::Stop}))
+      << ContractText(result);
+  EXPECT_EQ(controller.Controller.TheMachine().Mode(), simulator::MachineMode::Idle);
+}
+
 TEST(Contract, ABeamIsStoppedAtOnceAndTheRunGetsNoMoreRows) {
   auto fault = RunsSlot1();
   fault.Spoils = [spoils = fault.Spoils](const std::string& line, std::string answer,
